@@ -1,0 +1,36 @@
+# Warnings are errors in everything that is ours; Qt's own headers count as the system's.
+add_library(quorel_warnings INTERFACE)
+target_compile_options(quorel_warnings INTERFACE
+    -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wsign-conversion -Wnon-virtual-dtor -Woverloaded-virtual -Werror)
+
+option(QUOREL_SANITIZE "AddressSanitizer and UndefinedBehaviorSanitizer in everything" OFF)
+if(QUOREL_SANITIZE)
+    add_compile_options(-fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer)
+    add_link_options(-fsanitize=address,undefined)
+endif()
+
+# quorel_library(folder USES lower-folders QT modules SOURCES files…)
+# One static library a folder. Its headers are found as "<folder>/…" by those that link it, and by nobody else, so an
+# upward #include does not compile.
+function(quorel_library folder)
+    cmake_parse_arguments(A "" "" "USES;QT;SOURCES" ${ARGN})
+    add_library(quorel_${folder} STATIC ${A_SOURCES})
+    set(root ${PROJECT_BINARY_DIR}/include/${folder})
+    file(MAKE_DIRECTORY ${root})
+    file(CREATE_LINK ${CMAKE_CURRENT_SOURCE_DIR} ${root}/${folder} SYMBOLIC)
+    list(TRANSFORM A_USES PREPEND quorel_)
+    list(TRANSFORM A_QT PREPEND Qt6::)
+    target_include_directories(quorel_${folder} PUBLIC ${root})
+    target_compile_definitions(quorel_${folder} PRIVATE QT_NO_CAST_FROM_ASCII QT_NO_CAST_TO_ASCII QT_NO_FOREACH)
+    target_link_libraries(quorel_${folder} PUBLIC ${A_USES} ${A_QT} PRIVATE quorel_warnings)
+endfunction()
+
+# quorel_program(name USES folders QT modules SOURCES files…): an executable in bin/.
+function(quorel_program name)
+    cmake_parse_arguments(A "" "" "USES;QT;SOURCES" ${ARGN})
+    add_executable(${name} ${A_SOURCES})
+    list(TRANSFORM A_USES PREPEND quorel_)
+    list(TRANSFORM A_QT PREPEND Qt6::)
+    target_compile_definitions(${name} PRIVATE QT_NO_CAST_FROM_ASCII QT_NO_CAST_TO_ASCII QT_NO_FOREACH)
+    target_link_libraries(${name} PRIVATE ${A_USES} ${A_QT} quorel_warnings)
+endfunction()

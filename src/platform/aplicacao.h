@@ -1,0 +1,26 @@
+#pragma once
+
+#include <QApplication>
+
+namespace quorel {
+
+/// The command line as one text, without the program's name, quotes kept. On Linux the arguments joined by one blank,
+/// taken before Qt strips its own: call it before the QApplication is made.
+QString rawCommandLine(int argc, char **argv);
+
+/// Shows "number blank description" of a run-time failure once, in a box, and ends the program.
+[[noreturn]] void encerraPorFalha(const class ErroExecucao &falha);
+
+/// The application object: a run-time failure that nobody caught never crosses an event; it is shown once and ends the
+/// program, at whatever depth of loop.
+class Aplicacao final : public QApplication
+{
+    Q_OBJECT
+public:
+    /// Prepares the platform first (under Wayland X11 is asked for, since windows of fixed places need it; memory is
+    /// set up for large messages), then Qt. Never sets a display name: that would append to every title.
+    Aplicacao(int &argc, char **argv);
+    bool notify(QObject *receiver, QEvent *event) override;
+};
+
+} // namespace quorel

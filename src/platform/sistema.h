@@ -1,0 +1,35 @@
+#pragma once
+
+#include <QString>
+#include <QStringList>
+
+namespace quorel {
+
+/// The Windows directory in backslash form without a trailing one: QUOREL_WINDIR where it is set; else the system's
+/// own on Windows, and on Linux the user's data directory + "\quorel".
+QString windowsDirectory();
+
+/// The only drive type that is asked for.
+inline constexpr int kOpticalDrive = 5;
+
+/// Roots of the drives of a type, each with its trailing backslash. On Linux the mounts of type iso9660 or udf for
+/// type 5, nothing for others.
+QStringList driveRoots(int tipo);
+
+/// How many devices can play a wave file; 0 means no sound.
+int waveOutputCount();
+
+/// Whether the file, or the medium that holds it, can't be written. A missing file counts as writable.
+bool isReadOnly(const QString &caminho);
+
+/// Clears the read-only attribute. @return false when that failed or there is no such file.
+bool clearReadOnly(const QString &caminho);
+
+/// Directory for temporary files, backslash form, no trailing one.
+QString temporaryDirectory();
+
+/// Whether the machine is connected to the internet: on Windows the registry value of the dial-up, on Linux an active
+/// default route.
+bool dialUpConnected();
+
+} // namespace quorel
