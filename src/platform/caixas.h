@@ -29,11 +29,11 @@ struct CaixaTexto
     QString proposta;
 };
 
-/// Shows a box and waits for its answer; messages are served meanwhile. Closing it by key or system box answers Ok, or
+/// Shows a real box (the seam's first one; callers go through caixa() in costuras.h) and waits for its answer; messages are served meanwhile. Closing it by key or system box answers Ok, or
 /// Nao where that is a choice.
 Resposta mostraCaixa(const Caixa &caixa);
 
-/// @return what was typed; empty when the box was cancelled
+/// Asks with a real box, likewise behind perguntaTexto(). @return what was typed; empty when the box was cancelled
 QString pedeTexto(const CaixaTexto &caixa);
 
 } // namespace quorel

@@ -27,6 +27,12 @@ Costuras &costuras();
 /// Puts those of the real system back.
 void reiniciaCosturas();
 
+/// Shows a box through the seam; what the whole system calls.
+Resposta caixa(const Caixa &pedido);
+
+/// Asks for a line of text through the seam. @return empty when cancelled
+QString perguntaTexto(const CaixaTexto &pedido);
+
 /// Blocks for that long, letting window events run; through the seam.
 void pausa(int milliseconds);
 

@@ -72,6 +72,9 @@ private:
 ///         is over kMaxCopyData, or at depth 500
 qintptr sendCopyData(Janela destino, Janela remetente, quint32 code, qint32 size, QByteArrayView bytes);
 
+/// Withdraws all addresses of the process and closes its connections; part of the end of the program.
+void leaveBus();
+
 /// How long sendCopyData() waits for a receiver that gives no sign of life. The shell's limit is the default; a child
 /// program waits for its shell without limit (0 ms), until that dies.
 void setSendLimit(int milliseconds);

@@ -1,0 +1,56 @@
+#pragma once
+
+#include "platform/caixas.h"
+
+#include <QList>
+#include <QString>
+#include <QTest>
+#include <QWidget>
+
+#include <deque>
+#include <vector>
+
+namespace quorel::teste {
+
+/// A backslash path of a file below a directory given natively: how tests hand real temporary files to the system.
+QString barras(const QString &native);
+
+/// Writes bytes to a native path, making its directories. Fails the test when it can't.
+void escreve(const QString &native, const QByteArray &bytes);
+QByteArray le(const QString &native); ///< whole file; a missing one is empty
+
+/// Answers message and input boxes from a list, in order; a box too many, or one never shown, fails the test at the
+/// end of the scope. Restores the real boxes then.
+class BoxScript final
+{
+    Q_DISABLE_COPY_MOVE(BoxScript)
+public:
+    explicit BoxScript(std::initializer_list<Resposta> respostas = {});
+    ~BoxScript();
+
+    void respondeTexto(const QString &texto) { mTextos.push_back(texto); } ///< one more answer for input boxes
+    const std::vector<Caixa> &shown() const { return mShown; }
+    const std::vector<CaixaTexto> &asked() const { return mAsked; }
+    const Caixa &last() const;
+
+private:
+    std::deque<Resposta> mRespostas;
+    std::deque<QString> mTextos;
+    std::vector<Caixa> mShown;
+    std::vector<CaixaTexto> mAsked;
+};
+
+/// A control of a window by its objectName; fails the test with the name it missed.
+template <typename T>
+T &child(const QWidget &window, const QString &name)
+{
+    T *found = window.findChild<T *>(name);
+    if (!found)
+        qFatal("no control %s in %s", qPrintable(name), qPrintable(window.objectName()));
+    return *found;
+}
+
+/// Turns unexpected Qt warnings into failures (the offscreen plugin's own remarks excepted). Call it in every init().
+void failOnWarnings();
+
+} // namespace quorel::teste
