@@ -1,0 +1,40 @@
+#!/bin/bash
+# Installs the Debian packages that a purpose needs and that are missing. Purposes: compila, testa, mostra, mede.
+#   scripts/instala.sh compila testa
+set -euo pipefail
+
+compila="build-essential cmake ninja-build ccache pkg-config python3
+    qt6-base-dev qt6-base-dev-tools libsqlite3-dev libxcb1-dev libxcb-ewmh-dev libxcb-icccm4-dev"
+fontes="fonts-liberation fonts-dejavu-core"
+testa="$fontes git xvfb xauth openbox clang-format"
+mostra="$fontes xvfb xauth openbox xdotool imagemagick"
+mede="libbenchmark-dev"
+
+pacotes=
+for uso in "$@"; do
+    case $uso in
+    compila) pacotes+=" $compila" ;;
+    testa) pacotes+=" $testa" ;;
+    mostra) pacotes+=" $mostra" ;;
+    mede) pacotes+=" $mede" ;;
+    *) echo "uso: $0 compila|testa|mostra|mede …" >&2; exit 2 ;;
+    esac
+done
+
+faltam=
+for pacote in $pacotes; do
+    estado=$(dpkg-query -W -f '${db:Status-Status}' "$pacote" 2>/dev/null || true)
+    [ "$estado" = installed ] || faltam+=" $pacote"
+done
+[ -n "$faltam" ] || exit 0
+
+como=
+if [ "$(id -u)" != 0 ]; then
+    command -v sudo >/dev/null || { echo "Faltam os pacotes:$faltam (instale-os como root)" >&2; exit 2; }
+    como="sudo DEBIAN_FRONTEND=noninteractive"
+fi
+echo "Instalando:$faltam"
+export DEBIAN_FRONTEND=noninteractive
+$como apt-get update -q
+# shellcheck disable=SC2086 # a list of words
+$como apt-get install -yq --no-install-recommends $faltam
