@@ -1,0 +1,154 @@
+#include "filho/filho.h"
+
+#include "platform/codec.h"
+
+namespace quorel {
+
+namespace {
+
+/// Codes of the messages between shell and children; 2071 and 2123 go both ways.
+enum Mensagem : quint32 {
+    MSG_EXEC_CALC = 2059,
+    MSG_AULA = 2060,
+    MSG_FECHA_BLOCOS = 2062,
+    MSG_PROXIMA = 2069,
+    MSG_ANTERIOR = 2070,
+    MSG_SAI = 2071,
+    MSG_ALUNO = 2109,
+    MSG_CLASSE = 2110,
+    MSG_RESPOSTA = 2111,
+    MSG_CONTROLE = 2122,
+    MSG_JOGO = 2123,
+};
+
+QString textOf(const CopyData &dados)
+{
+    const QByteArrayView bytes(static_cast<const char *>(dados.bytes), dados.bytes ? qsizetype(dados.size) : 0);
+    const qsizetype nul = bytes.indexOf('\0');
+    return decode1252(nul < 0 ? bytes : bytes.first(nul));
+}
+
+} // namespace
+
+Filho::Filho(const QString &titulo, QWidget *corpo) : mEndereco(corpo)
+{
+    setSendLimit(0);
+    mAnterior = mEndereco.replaceProc([this](Janela janela, quint32 message, quintptr wParam, qintptr lParam) {
+        return procedure(janela, message, wParam, lParam);
+    });
+    mEndereco.publish(titulo);
+}
+
+Filho::~Filho()
+{
+    mEndereco.withdraw();
+}
+
+void Filho::publicaInterna(const QString &titulo, QWidget *corpo)
+{
+    mEndereco.publishInner(titulo, corpo);
+}
+
+qintptr Filho::procedure(Janela janela, quint32 message, quintptr wParam, qintptr lParam)
+{
+    if (message != kCopyData || lParam == 0)
+        return callWindowProc(mAnterior, janela, message, wParam, lParam);
+    const CopyData &dados = *reinterpret_cast<const CopyData *>(lParam);
+    const auto code = quint32(dados.code);
+    mRemetente = wParam;
+    if (code == MSG_AULA)
+        ++mPendentes;
+    QMetaObject::invokeMethod(
+        this, [this, code, texto = textOf(dados)] { deliver(code, texto); }, Qt::QueuedConnection);
+    return 1;
+}
+
+void Filho::deliver(quint32 code, const QString &texto)
+{
+    switch (code) {
+    case MSG_AULA:
+        --mPendentes;
+        emit aula(texto);
+        break;
+    case MSG_CONTROLE:
+        emit controle(texto);
+        break;
+    case MSG_SAI:
+        emit encerra();
+        break;
+    case MSG_JOGO:
+        emit jogo(texto);
+        break;
+    default:
+        break;
+    }
+}
+
+Janela Filho::gerenciador() const
+{
+    return mRemetente ? publishedWindowOf(mRemetente, kTituloGerenciador) : publishedWindowOfParent(kTituloGerenciador);
+}
+
+bool Filho::temGerenciador() const
+{
+    return gerenciador() != 0;
+}
+
+bool Filho::envia(quint32 code, const QString &texto)
+{
+    if (texto.size() >= qsizetype(kMaxCopyData))
+        return false;
+    const Janela destino = gerenciador();
+    if (!destino)
+        return false;
+    QByteArray bytes = encode1252(texto);
+    bytes.append('\0');
+    return sendCopyData(destino, mEndereco.handle(), code, qint32(bytes.size()), bytes) != 0;
+}
+
+bool Filho::proxima(const QString &resposta)
+{
+    return envia(MSG_PROXIMA, resposta);
+}
+
+bool Filho::anterior(const QString &resposta)
+{
+    return envia(MSG_ANTERIOR, resposta);
+}
+
+bool Filho::sai(const QString &resposta)
+{
+    return envia(MSG_SAI, resposta);
+}
+
+bool Filho::resposta(const QString &texto)
+{
+    return envia(MSG_RESPOSTA, texto);
+}
+
+bool Filho::calculadora(const QString &texto)
+{
+    return envia(MSG_EXEC_CALC, texto);
+}
+
+bool Filho::pedeJogo()
+{
+    return envia(MSG_JOGO, QString());
+}
+
+bool Filho::aluno(int codigo)
+{
+    return envia(MSG_ALUNO, QString::number(codigo));
+}
+
+bool Filho::classe(int codigo)
+{
+    return envia(MSG_CLASSE, QString::number(codigo));
+}
+
+bool Filho::fechaBlocos()
+{
+    return envia(MSG_FECHA_BLOCOS, QString());
+}
+
+} // namespace quorel
