@@ -6,21 +6,6 @@ namespace quorel {
 
 namespace {
 
-/// Codes of the messages between shell and children; 2071 and 2123 go both ways.
-enum Mensagem : quint32 {
-    MSG_EXEC_CALC = 2059,
-    MSG_AULA = 2060,
-    MSG_FECHA_BLOCOS = 2062,
-    MSG_PROXIMA = 2069,
-    MSG_ANTERIOR = 2070,
-    MSG_SAI = 2071,
-    MSG_ALUNO = 2109,
-    MSG_CLASSE = 2110,
-    MSG_RESPOSTA = 2111,
-    MSG_CONTROLE = 2122,
-    MSG_JOGO = 2123,
-};
-
 QString textOf(const CopyData &dados)
 {
     const QByteArrayView bytes(static_cast<const char *>(dados.bytes), dados.bytes ? qsizetype(dados.size) : 0);

@@ -1,13 +1,11 @@
 #pragma once
 
 #include "platform/endereco.h"
+#include "platform/protocolo.h"
 
 #include <QObject>
 
 namespace quorel {
-
-/// Title by which a shell is found.
-inline constexpr char16_t kTituloGerenciador[] = u"Gerenciador de Roteiros do Quorel";
 
 /// The link of a child program with the shell that drives it: a place of its own, known by the title that the shell
 /// searches, through which lessons come in and answers go out.

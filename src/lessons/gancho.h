@@ -4,9 +4,6 @@
 
 namespace quorel {
 
-/// Title under which the shell is found by everybody; the caption of fBlocos is another thing.
-inline constexpr char16_t kTituloGerenciador[] = u"Gerenciador de Roteiros do Quorel";
-
 /// Handle of fBlocos for other processes and for everything that wants a handle of it: the shell's address, made at the
 /// first call, found by its title from InstalaGancho() to RemoveGancho(). Needs a QApplication.
 Janela janelaBlocos();

@@ -1,25 +1,11 @@
 #pragma once
 
 #include "platform/janela.h"
+#include "platform/protocolo.h"
 
 #include <QString>
 
 namespace quorel {
-
-/// Message codes; what each does is in docs/protocolo.md.
-enum CodigoMensagem : qint32 {
-    MSG_EXEC_CALC = 2059, ///< child: run a lesson outside a Roteiro
-    MSG_AULA = 2060, ///< shell: run this lesson
-    MSG_FECHA_BLOCOS = 2062, ///< to the shell: unload fBlocos
-    MSG_PROXIMA = 2069, ///< child: answer, next lesson
-    MSG_ANTERIOR = 2070, ///< child: answer, previous lesson
-    MSG_SAI = 2071, ///< child: answer, leave the Roteiro; shell: exit
-    MSG_ALUNO = 2109, ///< pupil code as decimal text
-    MSG_CLASSE = 2110, ///< class code as decimal text
-    MSG_RESPOSTA = 2111, ///< child: answer, write it now
-    MSG_CONTROLE = 2122, ///< shell: "ULTIMA", "PRIMEIRA" or "ESCONDE"
-    MSG_JOGO = 2123, ///< child: asks for the game of this lesson; shell: the game
-};
 
 /// Sends a text and waits until its receiver has handled it. One turn of events stands before the send, so other
 /// messages and clicks may come in.
