@@ -1,0 +1,209 @@
+#include "platform/linux/bus.h"
+
+#include <QCoreApplication>
+#include <QScopeGuard>
+
+#include <algorithm>
+
+namespace quorel::bus {
+
+/// A chain of sends within sends goes no deeper: each level costs stack in both processes.
+static constexpr int kMaxDepth = 500;
+
+Bus &Bus::instance()
+{
+    static Bus bus;
+    return bus;
+}
+
+void Bus::publish(OwnWindow window)
+{
+    startListening();
+    mWindows.add(std::move(window));
+    writeEntries();
+}
+
+void Bus::startListening()
+{
+    if (mListener)
+        return;
+    mListener = mDirectory.listen();
+    if (!mListener)
+        return;
+    mAccepts = std::make_unique<QSocketNotifier>(mListener.get(), QSocketNotifier::Read);
+    QObject::connect(mAccepts.get(), &QSocketNotifier::activated, mAccepts.get(), [this] { acceptAll(); });
+    qAddPostRoutine([] { Bus::instance().leave(); }); // notifiers do not outlive the application
+}
+
+void Bus::writeEntries()
+{
+    mDirectory.publish(mWindows.entries());
+}
+
+void Bus::setTitle(Janela handle, const QString &title)
+{
+    if (mWindows.setTitle(handle, title))
+        writeEntries();
+}
+
+void Bus::withdraw(Janela handle)
+{
+    const std::vector<Janela> removed = mWindows.remove(handle);
+    if (removed.empty())
+        return;
+    writeEntries();
+    for (Incoming &incoming : mIncoming) {
+        if (!incoming.answered && std::ranges::count(removed, incoming.target) > 0) {
+            incoming.answered = true;
+            answer(incoming.connection, incoming.number, 0);
+        }
+    }
+}
+
+void Bus::leave()
+{
+    for (const Entry &entry : mWindows.entries())
+        withdraw(entry.handle);
+    for (const auto connections = mConnections; const Peer &peer : connections) {
+        peer->flush();
+        drop(peer);
+    }
+    mAccepts.reset();
+    mContext.reset();
+    mQueued = false;
+    if (mListener) {
+        mListener.reset();
+        mDirectory.remove(::getpid());
+    }
+}
+
+qintptr Bus::send(const SendHead &head, QByteArrayView bytes)
+{
+    if (mDepth >= kMaxDepth)
+        return 0;
+    ++mDepth;
+    const auto restore = qScopeGuard([this] { --mDepth; });
+    return processOf(head.target) == ::getpid() ? sendWithin(head, bytes) : sendAcross(head, bytes);
+}
+
+qintptr Bus::sendWithin(const SendHead &head, QByteArrayView bytes)
+{
+    return call(head, bytes.data());
+}
+
+/// Calls the procedure of a window of ours; 0 when there is none.
+qintptr Bus::call(const SendHead &head, const void *bytes)
+{
+    const auto procedure = mWindows.procedureOf(head.target);
+    if (!procedure)
+        return 0;
+    const CopyData data{head.code, quint32(head.size), head.size > 0 ? bytes : nullptr};
+    return (*procedure)(head.target, kCopyData, head.sender, qintptr(&data));
+}
+
+qintptr Bus::sendAcross(SendHead head, QByteArrayView bytes)
+{
+    const Peer peer = connectionTo(processOf(head.target));
+    if (!peer)
+        return 0;
+    head.number = ++mNumber;
+    const auto pending = mPending.insert(mPending.end(), {head.number, peer, Clock::now()});
+    const auto forget = qScopeGuard([&] { mPending.erase(pending); });
+    write(peer, encode(head), bytes);
+    while (!pending->done) {
+        std::chrono::milliseconds left{-1}; // for ever
+        if (mSendLimit.count() > 0) {
+            left = std::chrono::ceil<std::chrono::milliseconds>(pending->lastSign + mSendLimit - Clock::now());
+            if (left.count() <= 0)
+                break;
+        }
+        step(left);
+    }
+    return pending->result;
+}
+
+void Bus::place(const Place &place)
+{
+    if (const Peer peer = connectionTo(processOf(place.target)))
+        write(peer, encode(place));
+}
+
+bool Bus::isAlive(pid_t process)
+{
+    return process == ::getpid() || connectionTo(process);
+}
+
+bool Bus::serveUntil(const std::function<bool()> &condition, std::chrono::milliseconds limit)
+{
+    static constexpr std::chrono::milliseconds kLook{5};
+    const auto end = Clock::now() + limit;
+    while (!condition()) {
+        if (Clock::now() >= end)
+            return false;
+        step(kLook);
+    }
+    return true;
+}
+
+Bus::Peer Bus::connectionTo(pid_t process)
+{
+    for (const Peer &peer : mConnections) {
+        if (peer->peer() == process && peer->canWrite())
+            return peer;
+    }
+    if (process <= 0 || process == ::getpid())
+        return nullptr;
+    BusDirectory::Connected connected = mDirectory.connect(process);
+    if (connected.reach == BusDirectory::Reach::Gone)
+        mDirectory.remove(process);
+    if (connected.reach != BusDirectory::Reach::Connected)
+        return nullptr;
+    return adopt(std::move(connected.socket), process);
+}
+
+Bus::Peer Bus::adopt(UnixFd socket, pid_t process)
+{
+    const auto peer = std::make_shared<Connection>(std::move(socket), process, mPool);
+    mConnections.push_back(peer);
+    const std::weak_ptr<Connection> weak = peer;
+    peer->watch(
+        [this, weak] {
+            if (const Peer here = weak.lock())
+                readable(here);
+        },
+        [this, weak] {
+            if (const Peer here = weak.lock())
+                writable(here);
+        });
+    return peer;
+}
+
+void Bus::drop(const Peer &peer)
+{
+    const Peer keep = peer; // the argument may lie in the list
+    keep->close();
+    std::erase(mConnections, keep);
+    endSendsOn(keep);
+}
+
+void Bus::endSendsOn(const Peer &peer)
+{
+    for (Pending &pending : mPending) {
+        if (pending.connection == peer)
+            pending.done = true;
+    }
+}
+
+/// Writes, or ends the sends that can't be answered any more; what the peer wrote before is still read.
+void Bus::write(const Peer &peer, QByteArrayView head, QByteArrayView body)
+{
+    if (!peer->write(head, body))
+        endSendsOn(peer);
+}
+
+void Bus::answer(const Peer &peer, quint32 number, qintptr result)
+{
+    write(peer, encode(Reply{number, result}));
+}
+
+} // namespace quorel::bus

@@ -1,0 +1,109 @@
+#pragma once
+
+#include "platform/linux/connection.h"
+#include "platform/linux/ownwindows.h"
+
+#include <QObject>
+
+#include <chrono>
+#include <functional>
+#include <list>
+
+namespace quorel::bus {
+
+/// The message bus as this process sees it: its connections, the sends that wait for their answer, and those of others
+/// that are being served.
+class Bus final
+{
+    Q_DISABLE_COPY_MOVE(Bus)
+public:
+    static Bus &instance();
+
+    OwnWindows &windows() { return mWindows; }
+    BusDirectory &directory() { return mDirectory; }
+
+    void publish(OwnWindow window);
+    void setTitle(Janela handle, const QString &title);
+    /// Takes a window off the bus; the sends to it that are being served are answered with 0 at once.
+    void withdraw(Janela handle);
+    void leave(); ///< withdraws all and closes all connections
+
+    /// As sendCopyData(); `bytes` has exactly max(size, 0) of them.
+    qintptr send(const SendHead &head, QByteArrayView bytes);
+    void place(const Place &place); ///< sends it on its way, or passes over a process that is gone
+    bool insideSend() const { return mDepth > 0; }
+    void setSendLimit(int milliseconds) { mSendLimit = std::chrono::milliseconds(milliseconds); }
+
+    /// Whether a process can be reached; cleans up after one that is gone.
+    bool isAlive(pid_t process);
+
+    /// Serves incoming sends until the condition holds or the time is over; looks at it every few milliseconds.
+    bool serveUntil(const std::function<bool()> &condition, std::chrono::milliseconds limit);
+
+private:
+    using Peer = std::shared_ptr<Connection>;
+    using Clock = std::chrono::steady_clock;
+
+    /// A send of ours that waits for its answer.
+    struct Pending
+    {
+        quint32 number = 0;
+        Peer connection;
+        Clock::time_point lastSign; ///< of life from the receiver, or when a handler of ours ended
+        bool done = false;
+        qintptr result = 0;
+    };
+    /// A send of another process whose handler runs.
+    struct Incoming
+    {
+        quint32 number = 0;
+        Peer connection;
+        Janela target = 0;
+        bool answered = false;
+    };
+
+    Bus() = default;
+    qintptr sendWithin(const SendHead &head, QByteArrayView bytes);
+    qintptr sendAcross(SendHead head, QByteArrayView bytes);
+    qintptr call(const SendHead &head, const void *bytes);
+    void startListening();
+    void writeEntries();
+
+    Peer connectionTo(pid_t process);
+    Peer adopt(UnixFd socket, pid_t peer);
+    void acceptAll();
+    void drop(const Peer &peer);
+    void endSendsOn(const Peer &peer);
+    void write(const Peer &peer, QByteArrayView head, QByteArrayView body = {});
+
+    void readable(const Peer &peer);
+    void writable(const Peer &peer);
+    void serve(const Peer &peer);
+    void dispatch(const Peer &peer);
+    void receiveReply(const Peer &peer, const Reply &reply);
+    void answer(const Peer &peer, quint32 number, qintptr result);
+    void applyPlace(const Place &place);
+    bool mayServe(const Peer &peer) const;
+    bool serveHeldBack();
+    void serveHeldBackLater();
+    void step(std::chrono::milliseconds timeout);
+
+    BufferPool mPool; // outlives the connections
+    BusDirectory mDirectory;
+    OwnWindows mWindows;
+    UnixFd mListener;
+    std::unique_ptr<QSocketNotifier> mAccepts;
+    std::vector<Peer> mConnections;
+    std::list<Pending> mPending; // a list: the elements stay where they are
+    std::list<Incoming> mIncoming;
+    quint32 mNumber = 0;
+    int mDepth = 0; ///< of our own sends
+    std::chrono::milliseconds mSendLimit{5000};
+    std::unique_ptr<QObject> mContext; ///< of calls queued in the event loop
+    bool mQueued = false;
+};
+
+/// Moves a widget as placeWindow() tells.
+void placeWidget(QWidget &widget, Ordem ordem, unsigned flags);
+
+} // namespace quorel::bus

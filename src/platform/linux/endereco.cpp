@@ -1,0 +1,117 @@
+#include "platform/endereco.h"
+
+#include "platform/linux/bus.h"
+
+namespace quorel {
+
+using bus::Bus;
+
+struct Endereco::Dados
+{
+    Janela handle = Bus::instance().windows().newHandle();
+    QPointer<QWidget> body;
+    std::shared_ptr<bus::Procedure> procedure = std::make_shared<bus::Procedure>();
+};
+
+static std::shared_ptr<WindowProc> shared(WindowProc proc)
+{
+    return std::make_shared<WindowProc>(std::move(proc));
+}
+
+Endereco::Endereco(QWidget *corpo) : d(std::make_unique<Dados>())
+{
+    d->body = corpo;
+    d->procedure->inForce =
+        shared([](Janela, quint32 message, quintptr, qintptr) { return qintptr(message == kCopyData); });
+}
+
+Endereco::~Endereco()
+{
+    withdraw();
+}
+
+Janela Endereco::handle() const
+{
+    return d->handle;
+}
+
+void Endereco::publish(const QString &titulo)
+{
+    if (Bus::instance().windows().contains(d->handle))
+        setTitle(titulo);
+    else
+        Bus::instance().publish({{d->handle, 0, titulo}, d->body, d->procedure});
+}
+
+void Endereco::setTitle(const QString &titulo)
+{
+    Bus::instance().setTitle(d->handle, titulo);
+}
+
+Janela Endereco::publishInner(const QString &titulo, QWidget *corpo)
+{
+    const Janela inner = Bus::instance().windows().newHandle();
+    Bus::instance().publish({{inner, d->handle, titulo}, corpo, d->procedure});
+    return inner;
+}
+
+void Endereco::withdraw()
+{
+    Bus::instance().withdraw(d->handle);
+}
+
+WindowProc Endereco::replaceProc(WindowProc proc)
+{
+    // The old one may be running: it is copied, not taken away.
+    return *std::exchange(d->procedure->inForce, shared(std::move(proc)));
+}
+
+qintptr sendCopyData(Janela destino, Janela remetente, quint32 code, qint32 size, QByteArrayView bytes)
+{
+    if (destino == 0 || size > qint32(kMaxCopyData))
+        return 0;
+    const bus::SendHead head{.code = code, .target = destino, .sender = remetente, .size = size};
+    const qsizetype wanted = std::max(size, 0);
+    if (bytes.size() >= wanted)
+        return Bus::instance().send(head, bytes.first(wanted));
+    // A size beyond the bytes given means the zeroed rest of a buffer.
+    QByteArray padded = bytes.toByteArray();
+    padded.resize(wanted, '\0');
+    return Bus::instance().send(head, padded);
+}
+
+void leaveBus()
+{
+    Bus::instance().leave();
+}
+
+void setSendLimit(int milliseconds)
+{
+    Bus::instance().setSendLimit(milliseconds);
+}
+
+static Janela publishedBy(pid_t process, QStringView titulo)
+{
+    if (process <= 1)
+        return 0;
+    const auto titled = [&](const bus::Entry &entry) {
+        return bus::processOf(entry.handle) == process && entry.parent == 0 && entry.title == titulo;
+    };
+    const auto own = Bus::instance().windows().entries();
+    const auto &all = process == ::getpid() ? own : Bus::instance().directory().entries();
+    const auto found = std::ranges::find_if(all, titled);
+    const Janela janela = found == all.end() ? 0 : found->handle;
+    return janela != 0 && Bus::instance().isAlive(process) ? janela : 0;
+}
+
+Janela publishedWindowOf(Janela janela, QStringView titulo)
+{
+    return publishedBy(bus::processOf(janela), titulo);
+}
+
+Janela publishedWindowOfParent(QStringView titulo)
+{
+    return publishedBy(::getppid(), titulo);
+}
+
+} // namespace quorel

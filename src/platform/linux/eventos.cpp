@@ -1,0 +1,26 @@
+#include "platform/eventos.h"
+
+#include "platform/linux/bus.h"
+
+#include <QCoreApplication>
+
+namespace quorel {
+
+static bool gHeld = false;
+
+void eventTurn()
+{
+    QCoreApplication::processEvents(gHeld ? QEventLoop::ExcludeUserInputEvents : QEventLoop::AllEvents);
+}
+
+void holdUserInput(bool hold)
+{
+    gHeld = hold;
+}
+
+bool insideSend()
+{
+    return bus::Bus::instance().insideSend();
+}
+
+} // namespace quorel

@@ -1,0 +1,223 @@
+#include "platform/linux/x11windows.h"
+
+#include <QByteArray>
+#include <QString>
+
+#include <xcb/xcb.h>
+
+#include <array>
+#include <cstdlib>
+#include <memory>
+#include <optional>
+#include <vector>
+
+namespace quorel::x11 {
+
+using namespace Qt::StringLiterals;
+
+static constexpr quint32 kLongestProperty = 16 * 1024; ///< in units of four bytes
+static constexpr quint32 kSourcePager = 2; ///< window managers obey a pager where they would hold an application back
+
+struct Freed
+{
+    void operator()(void *reply) const { std::free(reply); }
+};
+template <typename T>
+using Answer = std::unique_ptr<T, Freed>;
+
+/// The connection to the X server, with the names used on it.
+class Display final
+{
+    Q_DISABLE_COPY_MOVE(Display)
+public:
+    Display() : mConnection(xcb_connect(nullptr, &mScreenNumber)) { intern(); }
+    ~Display() { xcb_disconnect(mConnection); }
+
+    bool works() const { return mRoot != XCB_NONE && xcb_connection_has_error(mConnection) == 0; }
+    bool hasWindowManager() const;
+    std::vector<xcb_window_t> topLevels() const;
+    QString titleOf(xcb_window_t window) const;
+    void placeByManager(xcb_window_t window, Ordem ordem, unsigned flags);
+    void placeDirectly(xcb_window_t window, Ordem ordem, unsigned flags);
+
+private:
+    enum Name { ClientList, NetName, Utf8, Check, State, Above, Active, MoveResize, NameCount };
+    static constexpr std::array<const char *, NameCount> kNames{"_NET_CLIENT_LIST", "_NET_WM_NAME", "UTF8_STRING",
+        "_NET_SUPPORTING_WM_CHECK", "_NET_WM_STATE", "_NET_WM_STATE_ABOVE", "_NET_ACTIVE_WINDOW",
+        "_NET_MOVERESIZE_WINDOW"};
+
+    void intern();
+    QByteArray property(xcb_window_t window, xcb_atom_t name, xcb_atom_t type) const;
+    std::vector<xcb_window_t> windowsIn(xcb_window_t window, Name name) const;
+    std::vector<xcb_window_t> mappedChildren() const;
+    void tellManager(xcb_window_t window, Name message, const std::array<quint32, 5> &data);
+
+    int mScreenNumber = 0;
+    xcb_connection_t *mConnection; ///< owned, closed at the end
+    xcb_window_t mRoot = XCB_NONE;
+    std::array<xcb_atom_t, NameCount> mAtoms{};
+};
+
+void Display::intern()
+{
+    if (xcb_connection_has_error(mConnection) != 0)
+        return;
+    auto screens = xcb_setup_roots_iterator(xcb_get_setup(mConnection));
+    for (int i = 0; i < mScreenNumber && screens.rem > 1; ++i)
+        xcb_screen_next(&screens);
+    mRoot = screens.data->root;
+    std::array<xcb_intern_atom_cookie_t, NameCount> asked{};
+    for (std::size_t i = 0; i < kNames.size(); ++i)
+        asked[i] = xcb_intern_atom(mConnection, 0, quint16(qstrlen(kNames[i])), kNames[i]);
+    for (std::size_t i = 0; i < kNames.size(); ++i) {
+        const Answer<xcb_intern_atom_reply_t> reply(xcb_intern_atom_reply(mConnection, asked[i], nullptr));
+        mAtoms[i] = reply ? reply->atom : xcb_atom_t{XCB_ATOM_NONE};
+    }
+}
+
+QByteArray Display::property(xcb_window_t window, xcb_atom_t name, xcb_atom_t type) const
+{
+    const auto asked = xcb_get_property(mConnection, 0, window, name, type, 0, kLongestProperty);
+    const Answer<xcb_get_property_reply_t> reply(xcb_get_property_reply(mConnection, asked, nullptr));
+    if (!reply || reply->type == XCB_ATOM_NONE)
+        return QByteArray();
+    return QByteArray(
+        static_cast<const char *>(xcb_get_property_value(reply.get())), xcb_get_property_value_length(reply.get()));
+}
+
+std::vector<xcb_window_t> Display::windowsIn(xcb_window_t window, Name name) const
+{
+    const QByteArray bytes = property(window, mAtoms[name], XCB_ATOM_WINDOW);
+    std::vector<xcb_window_t> windows(std::size_t(bytes.size()) / sizeof(xcb_window_t));
+    std::memcpy(windows.data(), bytes.constData(), windows.size() * sizeof(xcb_window_t));
+    return windows;
+}
+
+/// A manager that died leaves its mark on the root, but not the window that the mark names.
+bool Display::hasWindowManager() const
+{
+    const auto check = windowsIn(mRoot, Check);
+    return !check.empty() && windowsIn(check.front(), Check) == check;
+}
+
+std::vector<xcb_window_t> Display::topLevels() const
+{
+    return hasWindowManager() ? windowsIn(mRoot, ClientList) : mappedChildren();
+}
+
+std::vector<xcb_window_t> Display::mappedChildren() const
+{
+    const Answer<xcb_query_tree_reply_t> tree(
+        xcb_query_tree_reply(mConnection, xcb_query_tree(mConnection, mRoot), nullptr));
+    std::vector<xcb_window_t> windows;
+    if (!tree)
+        return windows;
+    const xcb_window_t *children = xcb_query_tree_children(tree.get());
+    for (int i = 0; i < xcb_query_tree_children_length(tree.get()); ++i) {
+        const Answer<xcb_get_window_attributes_reply_t> attributes(
+            xcb_get_window_attributes_reply(mConnection, xcb_get_window_attributes(mConnection, children[i]), nullptr));
+        if (attributes && attributes->map_state == XCB_MAP_STATE_VIEWABLE)
+            windows.push_back(children[i]);
+    }
+    return windows;
+}
+
+QString Display::titleOf(xcb_window_t window) const
+{
+    QString title = QString::fromUtf8(property(window, mAtoms[NetName], mAtoms[Utf8]));
+    if (title.isEmpty())
+        title = QString::fromLatin1(property(window, XCB_ATOM_WM_NAME, XCB_ATOM_STRING));
+    // Viewers put a long dash between the document's title and their own.
+    return title.replace(u'\u2013', u'-').replace(u'\u2014', u'-');
+}
+
+void Display::tellManager(xcb_window_t window, Name message, const std::array<quint32, 5> &data)
+{
+    xcb_client_message_event_t event = {};
+    event.response_type = XCB_CLIENT_MESSAGE;
+    event.format = 32;
+    event.window = window;
+    event.type = mAtoms[message];
+    std::memcpy(event.data.data32, data.data(), sizeof event.data.data32);
+    xcb_send_event(mConnection, 0, mRoot, XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY | XCB_EVENT_MASK_SUBSTRUCTURE_REDIRECT,
+        reinterpret_cast<const char *>(&event));
+}
+
+void Display::placeByManager(xcb_window_t window, Ordem ordem, unsigned flags)
+{
+    // Bits of the message's first field: gravity, then which of x, y, width, height hold, then who asks.
+    static constexpr quint32 kNorthWest = 1, kPosition = 3 << 8, kSize = 12 << 8, kFromPager = kSourcePager << 12;
+    quint32 what = kNorthWest | kFromPager;
+    what |= (flags & kKeepPosition) == 0 ? kPosition : 0;
+    what |= (flags & kKeepSize) == 0 ? kSize : 0;
+    if ((what & (kPosition | kSize)) != 0)
+        tellManager(window, MoveResize, {what, 0, 0, 1, 1}); // the least size that there is
+    if (ordem != Ordem::Top)
+        tellManager(window, State, {ordem == Ordem::Topmost ? 1u : 0u, mAtoms[Above], 0, kSourcePager, 0});
+    if (ordem != Ordem::NoTopmost)
+        tellManager(window, Active, {kSourcePager, XCB_CURRENT_TIME, 0, 0, 0});
+    xcb_flush(mConnection);
+}
+
+void Display::placeDirectly(xcb_window_t window, Ordem ordem, unsigned flags)
+{
+    std::vector<quint32> values;
+    quint16 mask = 0;
+    if ((flags & kKeepPosition) == 0) {
+        mask |= XCB_CONFIG_WINDOW_X | XCB_CONFIG_WINDOW_Y;
+        values.insert(values.end(), {0, 0});
+    }
+    if ((flags & kKeepSize) == 0) {
+        mask |= XCB_CONFIG_WINDOW_WIDTH | XCB_CONFIG_WINDOW_HEIGHT;
+        values.insert(values.end(), {1, 1});
+    }
+    if (ordem != Ordem::NoTopmost) {
+        mask |= XCB_CONFIG_WINDOW_STACK_MODE;
+        values.push_back(XCB_STACK_MODE_ABOVE);
+    }
+    xcb_configure_window(mConnection, window, mask, values.data());
+    xcb_flush(mConnection);
+}
+
+/// The display in use; made at the first need, and anew where the server came up or went down meanwhile.
+static Display *display()
+{
+    static std::optional<Display> current;
+    if (current && !current->works())
+        current.reset();
+    if (!current && qEnvironmentVariableIsSet("DISPLAY")) {
+        current.emplace();
+        if (!current->works())
+            current.reset();
+    }
+    return current ? &*current : nullptr;
+}
+
+Janela findWindow(QStringView titulo, bool parcial)
+{
+    const Display *screen = display();
+    if (!screen)
+        return 0;
+    xcb_window_t beginning = 0;
+    for (const xcb_window_t window : screen->topLevels()) {
+        const QString title = screen->titleOf(window);
+        if (title == titulo)
+            return window;
+        if (beginning == 0 && parcial && title.startsWith(titulo))
+            beginning = window;
+    }
+    return beginning;
+}
+
+void placeWindow(quint32 window, Ordem ordem, unsigned flags)
+{
+    Display *screen = display();
+    if (!screen)
+        return;
+    if (screen->hasWindowManager())
+        screen->placeByManager(window, ordem, flags);
+    else
+        screen->placeDirectly(window, ordem, flags);
+}
+
+} // namespace quorel::x11

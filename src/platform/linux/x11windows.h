@@ -1,0 +1,14 @@
+#pragma once
+
+#include "platform/janela.h"
+
+/// Windows of programs that are not on the bus, seen through the X server; where none answers there are none.
+namespace quorel::x11 {
+
+/// The first top-level window with that title, else, when `parcial`, the first whose title begins so; 0 when none.
+Janela findWindow(QStringView titulo, bool parcial);
+
+/// As quorel::placeWindow(): through the window manager, or directly where there is none.
+void placeWindow(quint32 window, Ordem ordem, unsigned flags);
+
+} // namespace quorel::x11
