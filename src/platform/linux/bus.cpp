@@ -98,7 +98,7 @@ qintptr Bus::call(const SendHead &head, const void *bytes)
     if (!procedure)
         return 0;
     const CopyData data{head.code, quint32(head.size), head.size > 0 ? bytes : nullptr};
-    return (*procedure)(head.target, kCopyData, head.sender, qintptr(&data));
+    return callWindowProc(*procedure, head.target, kCopyData, head.sender, qintptr(&data));
 }
 
 qintptr Bus::sendAcross(SendHead head, QByteArrayView bytes)

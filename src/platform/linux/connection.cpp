@@ -144,6 +144,7 @@ bool Connection::canWrite() const
 bool Connection::giveUpWriting()
 {
     mWriteFailed = true;
+    ::shutdown(fd(), SHUT_WR); // half a frame may be out: the peer sees the end, and closes
     mWaiting.clear();
     mSent = 0;
     if (mWrites)
