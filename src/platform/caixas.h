@@ -29,8 +29,8 @@ struct CaixaTexto
     QString proposta;
 };
 
-/// Shows a real box (the seam's first one; callers go through caixa() in costuras.h) and waits for its answer; messages are served meanwhile. Closing it by key or system box answers Ok, or
-/// Nao where that is a choice.
+/// Shows a real box (the seam's first one; callers go through caixa() in costuras.h) and waits for its answer; messages
+/// are served meanwhile. Closing it by key or system box answers Ok, or Nao where that is a choice.
 Resposta mostraCaixa(const Caixa &caixa);
 
 /// Asks with a real box, likewise behind perguntaTexto(). @return what was typed; empty when the box was cancelled
