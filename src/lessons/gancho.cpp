@@ -1,0 +1,48 @@
+#include "lessons/gancho.h"
+
+#include "lessons/andamento.h"
+#include "lessons/endereco_blocos.h"
+#include "lessons/mensagens.h"
+#include "platform/aplicacao.h"
+#include "platform/erro.h"
+
+namespace quorel {
+
+Janela janelaBlocos()
+{
+    if (!gEnderecoBlocos)
+        gEnderecoBlocos = std::make_unique<Endereco>();
+    return gEnderecoBlocos->handle();
+}
+
+void InstalaGancho(Janela janela)
+{
+    if (janela == 0 || gJanelaGancho != 0 || janela != janelaBlocos())
+        return;
+    gJanelaGancho = janela;
+    gProcAnterior = gEnderecoBlocos->replaceProc(ProcJanela);
+    gEnderecoBlocos->publish(QString::fromUtf16(kTituloGerenciador));
+}
+
+void RemoveGancho()
+{
+    if (gJanelaGancho == 0)
+        return;
+    gEnderecoBlocos->replaceProc(gProcAnterior); // stays in gProcAnterior: a message may be on its way through the hook
+    gEnderecoBlocos->withdraw();
+    gJanelaGancho = 0;
+}
+
+qintptr ProcJanela(Janela janela, quint32 mensagem, quintptr wParam, qintptr lParam)
+{
+    try {
+        if (mensagem == kCopyData)
+            RecebeMensagem(lParam);
+        const WindowProc anterior = gProcAnterior;
+        return callWindowProc(anterior, janela, mensagem, wParam, lParam);
+    } catch (const ErroExecucao &falha) {
+        encerraPorFalha(falha);
+    }
+}
+
+} // namespace quorel
