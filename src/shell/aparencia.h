@@ -1,0 +1,39 @@
+#pragma once
+
+#include <QFont>
+#include <QIcon>
+#include <QPalette>
+#include <QPixmap>
+
+namespace quorel {
+
+// Of the 16 classic colours, those that the windows name.
+inline constexpr QRgb kAzulClaro = 0xff0000ff; ///< colour 9
+inline constexpr QRgb kVermelhoClaro = 0xffff0000; ///< colour 12
+inline constexpr QRgb kAzul = 0xff0000ff; ///< titles and months
+inline constexpr QRgb kVermelho = 0xffc00000; ///< heading of the months
+inline constexpr QRgb kLaranjaPalido = 0xffffe0c0; ///< panel
+inline constexpr QRgb kFundoDica = 0xffffffe1; ///< tool tips
+
+/// The typefaces of the windows. Where one is missing, a free one of the same measures takes its place.
+enum class Tipo { Sistema, Arial, Verdana, CourierNew, TimesNewRoman };
+
+/// A font by its size in points; it is set in pixels (96 to the inch), so no screen setting moves the layout.
+QFont fonte(Tipo tipo, double pontos, bool negrito = false);
+
+/// The windows' own colours: the same on a dark desktop.
+QPalette paletaPropria();
+
+/// Gives the whole application those colours, and a style that honours them.
+void vesteAplicacao();
+
+/// A picture of the set, sharp on dense screens too. @param nome  without extension, "bloco_01"
+QPixmap figura(const QString &nome);
+
+/// A button face of the set. @param nome  as above
+QIcon face(const QString &nome);
+
+/// The application's icon, in all its sizes.
+QIcon iconeDoPrograma();
+
+} // namespace quorel

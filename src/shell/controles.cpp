@@ -1,0 +1,78 @@
+#include "shell/controles.h"
+
+#include "shell/aparencia.h"
+
+#include <QKeyEvent>
+#include <QPainter>
+#include <QPainterPath>
+
+namespace quorel {
+
+static constexpr double kPontosMarca = 11.25;
+static constexpr int kLado = 14; // pixels of the box
+static constexpr int kEspaco = 5; // pixels between box and caption
+
+QPushButton *novoBotao(const LinhaLayout &linha, const QString &nomeFace, const QString &tip, QWidget *parent)
+{
+    auto *botao = new QPushButton(parent);
+    botao->setObjectName(QString::fromUtf16(linha.nome));
+    coloca(*botao, linha.lugar);
+    const QIcon icon = face(nomeFace);
+    botao->setIcon(icon);
+    botao->setIconSize(icon.availableSizes().value(0));
+    botao->setToolTip(tip);
+    botao->setAccessibleName(tip);
+    botao->setAutoDefault(true); // Enter presses it as Space does
+    return botao;
+}
+
+CaixaMarca::CaixaMarca(const LinhaLayout &linha, const QString &texto, QWidget *parent) : QCheckBox(texto, parent)
+{
+    setObjectName(QString::fromUtf16(linha.nome));
+    setAccessibleName(texto);
+    setFont(fonte(Tipo::TimesNewRoman, kPontosMarca, true));
+    setCursor(Qt::PointingHandCursor);
+    coloca(*this, linha.lugar);
+}
+
+void CaixaMarca::paintEvent(QPaintEvent *)
+{
+    QPainter painter(this);
+    painter.setRenderHint(QPainter::Antialiasing);
+    const QRectF box(1, (height() - kLado) / 2.0, kLado, kLado);
+    painter.setPen(QPen(QColor(0x59, 0x46, 0x33), 1.5));
+    painter.setBrush(Qt::white);
+    painter.drawRoundedRect(box, 3, 3);
+    if (isChecked()) {
+        QPainterPath tick(box.topLeft() + QPointF(3, 7));
+        tick.lineTo(box.topLeft() + QPointF(6, 10.5));
+        tick.lineTo(box.topLeft() + QPointF(11.5, 3.5));
+        painter.setPen(QPen(QColor(0x1d, 0x6b, 0x2d), 2.5, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
+        painter.setBrush(Qt::NoBrush);
+        painter.drawPath(tick);
+    }
+    const QRect caption = rect().adjusted(kLado + kEspaco, 0, 0, 0);
+    painter.setPen(palette().color(QPalette::WindowText));
+    painter.drawText(caption, Qt::AlignVCenter | Qt::AlignLeft | Qt::TextWordWrap | Qt::TextDontClip, text());
+    if (hasFocus()) {
+        painter.setRenderHint(QPainter::Antialiasing, false);
+        painter.setPen(QPen(QColor(0x10, 0x3a, 0x8c), 1, Qt::DotLine));
+        painter.setBrush(Qt::NoBrush);
+        painter.drawRect(caption.adjusted(-3, 0, -1, -1));
+    }
+}
+
+bool CaixaMarca::hitButton(const QPoint &pos) const
+{
+    return rect().contains(pos);
+}
+
+void CaixaMarca::keyPressEvent(QKeyEvent *event)
+{
+    if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter)
+        click();
+    else
+        QCheckBox::keyPressEvent(event);
+}
+
+} // namespace quorel

@@ -1,0 +1,27 @@
+#pragma once
+
+#include "shell/lugar.h"
+
+#include <QCheckBox>
+#include <QPushButton>
+
+namespace quorel {
+
+/// A square button that shows a picture; its tool tip is also its name for screen readers.
+/// @param linha  objectName and place; @param face  name of its picture, see face()
+QPushButton *novoBotao(const LinhaLayout &linha, const QString &face, const QString &tip, QWidget *parent);
+
+/// A check box whose caption runs over two lines when one is too short.
+class CaixaMarca final : public QCheckBox
+{
+    Q_OBJECT
+public:
+    CaixaMarca(const LinhaLayout &linha, const QString &texto, QWidget *parent);
+
+protected:
+    void paintEvent(QPaintEvent *event) override;
+    bool hitButton(const QPoint &pos) const override;
+    void keyPressEvent(QKeyEvent *event) override;
+};
+
+} // namespace quorel

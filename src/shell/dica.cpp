@@ -1,0 +1,98 @@
+#include "shell/dica.h"
+
+#include "shell/aparencia.h"
+#include "shell/geometria_dica.h"
+
+#include <QEvent>
+#include <QPainter>
+#include <QPlainTextEdit>
+#include <QTextDocument>
+
+namespace quorel {
+
+using namespace Qt::StringLiterals;
+
+static constexpr double kPontos = 9.75;
+static constexpr double kRaioBorda = 20; // pixels; lies inside the rounded region
+
+Dica::Dica(const Lugar &frame, const Lugar &box, QWidget *parent)
+    : QFrame(parent), mLugar(frame), mLugarTexto(box), mTxtInf(new QPlainTextEdit(this))
+{
+    setObjectName(u"FrmTip"_s);
+    setAccessibleName(u"Dica"_s);
+    setMouseTracking(true);
+    mTxtInf->setObjectName(u"TxtInf"_s);
+    mTxtInf->setAccessibleName(u"Texto da dica"_s);
+    mTxtInf->setReadOnly(true);
+    mTxtInf->setUndoRedoEnabled(false);
+    mTxtInf->setFocusPolicy(Qt::NoFocus);
+    mTxtInf->setFrameShape(QFrame::NoFrame);
+    mTxtInf->setFont(fonte(Tipo::CourierNew, kPontos));
+    mTxtInf->setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    mTxtInf->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    mTxtInf->document()->setDocumentMargin(0);
+    mTxtInf->viewport()->setMouseTracking(true);
+    mTxtInf->viewport()->installEventFilter(this);
+    setCor(kAzulClaro);
+    coloca(*this, mLugar);
+    coloca(*mTxtInf, mLugarTexto);
+    hide();
+}
+
+void Dica::setTexto(const QString &texto)
+{
+    mTexto = texto;
+    mTxtInf->setPlainText(texto);
+}
+
+void Dica::setCor(QRgb cor)
+{
+    QPalette paleta = mTxtInf->palette();
+    paleta.setColor(QPalette::Base, QColor::fromRgb(kFundoDica));
+    paleta.setColor(QPalette::Text, QColor::fromRgb(cor));
+    mTxtInf->setPalette(paleta);
+}
+
+void Dica::setLugar(const Lugar &lugar)
+{
+    mLugar = lugar;
+    coloca(*this, mLugar);
+}
+
+void Dica::setAlturaTexto(double altura)
+{
+    mLugarTexto.Height = altura;
+    coloca(*mTxtInf, mLugarTexto);
+    Lugar frame = mLugar;
+    frame.Height = altura + kMargemDica;
+    setLugar(frame);
+}
+
+void Dica::mostra()
+{
+    show();
+    raise();
+}
+
+void Dica::paintEvent(QPaintEvent *)
+{
+    QPainter painter(this);
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.fillRect(rect(), QColor::fromRgb(kFundoDica));
+    painter.setPen(QPen(QColor(0x8a, 0x86, 0x5a), 2));
+    painter.drawRoundedRect(QRectF(rect()).adjusted(1, 1, -1, -1), kRaioBorda, kRaioBorda);
+}
+
+void Dica::mouseMoveEvent(QMouseEvent *)
+{
+    emit tocada();
+}
+
+bool Dica::eventFilter(QObject *watched, QEvent *event)
+{
+    if (event->type() == QEvent::MouseMove)
+        emit tocada();
+    return QFrame::eventFilter(watched, event);
+}
+
+} // namespace quorel

@@ -1,0 +1,109 @@
+#include "shell/aparencia.h"
+#include "shell/controles.h"
+#include "shell/faux.h"
+#include "shell/opcao_mes.h"
+#include "shell/rolagem.h"
+
+#include <QFrame>
+#include <QLabel>
+#include <QLineEdit>
+#include <QListWidget>
+#include <QScrollBar>
+
+namespace quorel {
+
+using namespace Qt::StringLiterals;
+
+static constexpr double kPontosQuadro = 12;
+static constexpr int kPassoPequeno = 500; // twips
+static constexpr int kPassoGrande = 1000; // twips
+
+static constexpr LinhaLayout kFrmMeses{u"FrmMeses", {0, 0, 3255, 6615}};
+static constexpr LinhaLayout kTxtSelecMes{u"txtSelecMes", {-90, 0, 3255, 285}};
+static constexpr Lugar kOptMeses{0, 0, 3015, 210};
+static constexpr LinhaLayout kScrVertical{u"scrVertical", {3060, 270, 210, 6315}};
+static constexpr LinhaLayout kFrmSelecAluno{u"FrmSelecAluno", {0, 0, 1635, 4815}};
+static constexpr LinhaLayout kLstAlunos{u"LstAlunos", {60, 300, 1515, 4350}};
+static constexpr LinhaLayout kLabel1{u"Label1", {345, 0, 900, 285}};
+static constexpr LinhaLayout kCmdAluno{u"CmdAluno", {630, 6690, 735, 735}};
+static constexpr LinhaLayout kCmdDesemp{u"CmdDesemp", {630, 6690, 735, 735}};
+static constexpr LinhaLayout kCmdInternet{u"CmdInternet", {1950, 6690, 735, 735}};
+static constexpr LinhaLayout kChkSelec{u"chkSelec", {60, 7530, 1515, 495}};
+static constexpr LinhaLayout kChkFig{u"ChkFig", {1680, 7590, 1515, 495}};
+
+static QFrame *novoQuadro(const LinhaLayout &linha, const QString &nome, QWidget *parent)
+{
+    auto *quadro = new QFrame(parent);
+    quadro->setObjectName(QString::fromUtf16(linha.nome));
+    quadro->setAccessibleName(nome);
+    quadro->setFont(fonte(Tipo::Arial, kPontosQuadro));
+    coloca(*quadro, linha.lugar);
+    return quadro;
+}
+
+void fAux::buildLayout()
+{
+    QPalette paleta = palette();
+    paleta.setColor(QPalette::Window, QColor::fromRgb(kLaranjaPalido));
+    setPalette(paleta);
+    setFundo(figura(u"fundo_painel"_s));
+    buildAlunos();
+    buildMeses();
+    buildBotoes();
+}
+
+void fAux::buildMeses()
+{
+    mFrmMeses = novoQuadro(kFrmMeses, u"Temas"_s, this);
+    mTxtSelecMes = new QLineEdit(u"TEMAS"_s, mFrmMeses);
+    mTxtSelecMes->setObjectName(QString::fromUtf16(kTxtSelecMes.nome));
+    mTxtSelecMes->setAccessibleName(u"Temas"_s);
+    mTxtSelecMes->setReadOnly(true);
+    mTxtSelecMes->setFocusPolicy(Qt::NoFocus);
+    mTxtSelecMes->setAlignment(Qt::AlignCenter);
+    mTxtSelecMes->setFont(fonte(Tipo::Arial, kPontosQuadro));
+    QPalette paleta = mTxtSelecMes->palette();
+    paleta.setColor(QPalette::Text, QColor::fromRgb(kVermelho));
+    mTxtSelecMes->setPalette(paleta);
+    coloca(*mTxtSelecMes, kTxtSelecMes.lugar);
+
+    mScrVertical = new QScrollBar(Qt::Vertical, mFrmMeses);
+    mScrVertical->setObjectName(QString::fromUtf16(kScrVertical.nome));
+    mScrVertical->setAccessibleName(u"Rolar os temas"_s);
+    mScrVertical->setRange(kRolagemInicial, kRolagemInicial);
+    mScrVertical->setSingleStep(kPassoPequeno);
+    mScrVertical->setPageStep(kPassoGrande);
+    mScrVertical->setTracking(false); // dragging the thumb moves nothing until it is let go
+    mScrVertical->setFocusPolicy(Qt::StrongFocus);
+    coloca(*mScrVertical, kScrVertical.lugar);
+    mScrVertical->hide();
+
+    mOptMeses.push_back(new OpcaoMes(0, kOptMeses, mFrmMeses));
+    mOptMeses.front()->setCaption(u"01"_s);
+    mTxtSelecMes->raise();
+}
+
+void fAux::buildAlunos()
+{
+    mFrmSelecAluno = novoQuadro(kFrmSelecAluno, u"Alunos"_s, this);
+    auto *label = new QLabel(u"Alunos:"_s, mFrmSelecAluno);
+    label->setObjectName(QString::fromUtf16(kLabel1.nome));
+    coloca(*label, kLabel1.lugar);
+    mLstAlunos = new QListWidget(mFrmSelecAluno);
+    mLstAlunos->setObjectName(QString::fromUtf16(kLstAlunos.nome));
+    mLstAlunos->setAccessibleName(u"Alunos"_s);
+    coloca(*mLstAlunos, kLstAlunos.lugar);
+}
+
+void fAux::buildBotoes()
+{
+    mCmdAluno = novoBotao(kCmdAluno, u"cadastro"_s, u"Formulário auxiliar."_s, this);
+    mCmdDesemp = novoBotao(kCmdDesemp, u"desempenho"_s, u"Desempenho do Aluno"_s, this);
+    mCmdInternet = novoBotao(kCmdInternet, u"internet"_s, u"Acesse nossa página"_s, this);
+    mChkSelec = new CaixaMarca(kChkSelec, u"Seleciona Roteiros"_s, this);
+    mChkFig = new CaixaMarca(kChkFig, u"Copiar as Figuras"_s, this);
+    for (QWidget *oculto : std::initializer_list<QWidget *>{mCmdAluno, mCmdDesemp, mChkSelec})
+        oculto->hide();
+}
+
+} // namespace quorel

@@ -1,0 +1,182 @@
+#include "shell/fprincip.h"
+
+#include "catalogue/catalogo.h"
+#include "catalogue/estado.h"
+#include "platform/erro.h"
+#include "shell/aparencia.h"
+#include "shell/blocos_do_mes.h"
+#include "shell/dica.h"
+#include "shell/estado.h"
+#include "shell/faux.h"
+#include "shell/fblocos.h"
+#include "shell/geometria_dica.h"
+#include "shell/imagem.h"
+#include "shell/janelas.h"
+#include "startup/estado.h"
+#include "startup/quorel_zeto.h"
+#include "startup/texto_util.h"
+#include "startup/valor.h"
+
+#include <QMouseEvent>
+#include <QPushButton>
+
+#include <chrono>
+
+namespace quorel {
+
+using namespace Qt::StringLiterals;
+
+static constexpr Lugar kCliente{0, 0, 7920, 8265};
+static constexpr std::chrono::milliseconds kIntervalo{900};
+static constexpr quint8 kRaioDica = 50; // pixels
+
+fPrincip::fPrincip(Janelas &outras) : JanelaBase(outras, u"fPrincip"_s, kCliente)
+{
+    buildLayout();
+    connectEvents();
+}
+
+void fPrincip::connectEvents()
+{
+    for (int i = 1; i <= kNumBlocos; ++i) {
+        connect(&bloco(i), &Imagem::clicked, this, [this, i] { blocoClick(i); });
+        connect(&bloco(i), &Imagem::apontada, this, [i] { gImgApontada = qint16(i); });
+        connect(&bloco(i), &Imagem::deixada, this, &fPrincip::hideTip);
+    }
+    // Kept: over the tip only the tip goes; the picture stays pointed at, and the next tick shows it again.
+    connect(mDica, &Dica::tocada, mDica, &QWidget::hide);
+    mTmrDisc.setInterval(kIntervalo);
+    connect(&mTmrDisc, &QTimer::timeout, this, &fPrincip::tickTmrDisc);
+}
+
+void fPrincip::load()
+{
+    move(0, 0);
+    janelas().painel().garanteMes();
+    const QString dir = gConfig ? gConfig->Config(u"DIRQUOREL"_s) : QString();
+    if (!dir.isEmpty() && gTexto.ArquivoExiste(dir + u"\\exe\\Desenhos.exe"_s))
+        mCmdDesenho->show();
+    setWindowTitle(u"Série: "_s + gNomeNivel);
+}
+
+void fPrincip::activate()
+{
+    ignora([&] {
+        move(0, 0);
+        mTmrDisc.start();
+        mDica->hide();
+        janelas().blocos().setTmrRot(false);
+    });
+}
+
+void fPrincip::unload()
+{
+    janelas().encerra();
+}
+
+void fPrincip::mostra()
+{
+    mShown = true;
+    JanelaBase::mostra();
+    janelas().painel().mostraPedida();
+}
+
+void fPrincip::acertaBotao()
+{
+    const BlocosDoMes visiveis = blocosDoMes(gArquivos, valorNumerico(janelas().painel().selectedMonth()));
+    for (int i = 1; i <= kNumBlocos; ++i) {
+        const int arquivo = visiveis[std::size_t(i)];
+        if (arquivo >= 0)
+            bloco(i).setTag(QString::number(arquivo));
+        bloco(i).setVisible(arquivo >= 0);
+    }
+}
+
+Imagem &fPrincip::bloco(int indice) const
+{
+    if (indice < 1 || indice > kNumBlocos)
+        throw ErroExecucao(kFalhaControle);
+    return *mBlocos[std::size_t(indice - 1)];
+}
+
+void fPrincip::blocoClick(int indice)
+{
+    gDisciplina = qint16(indice);
+    gNomeDisciplina = NomeDisciplina(QString::number(indice));
+    AbreDisciplina(inteiro16(valorNumerico(janelas().painel().selectedMonth())), qint16(indice));
+    mTmrDisc.stop();
+}
+
+// The frame is known only once the desktop has put it round the window; the panel stands at its right edge.
+bool fPrincip::event(QEvent *event)
+{
+    const bool done = JanelaBase::event(event);
+    const int frame = frameGeometry().width() - width();
+    if (isVisible() && frame != mFrameWidth) {
+        mFrameWidth = frame;
+        janelas().painel().acompanhaPrincipal();
+    }
+    return done;
+}
+
+void fPrincip::mouseMoveEvent(QMouseEvent *event)
+{
+    if (isBare(event->position().toPoint()))
+        hideTip();
+}
+
+void fPrincip::hideTip()
+{
+    mDica->hide();
+    gImgApontada = -1;
+}
+
+// A step of a tick that fails forgets the pointed picture, and the next step follows.
+template <typename Step>
+static void tenta(Step &&step)
+{
+    try {
+        step();
+    } catch (const ErroExecucao &) {
+        gImgApontada = -1;
+    }
+}
+
+void fPrincip::tickTmrDisc()
+{
+    if (janelas().blocos().isVisible())
+        return;
+    if (gImgApontada > 0)
+        showTip();
+    else if (mDica->texto().isEmpty())
+        mDica->hide();
+}
+
+// Sizes and rounds the tip for its text; twips.
+static void AjustaDicaDisciplina(Dica &dica, double alturaLinha)
+{
+    if (dica.texto().isEmpty())
+        dica.hide();
+    dica.setAlturaTexto(alturaDicaDisciplina(dica.texto(), TextHeight(dica.texto(), alturaLinha)));
+    ArredondaJanela(dica, dica.lugar(), kRaioDica);
+    dica.raise();
+}
+
+void fPrincip::showTip()
+{
+    mDica->setTexto(QString());
+    mDica->setCor(kAzulClaro);
+    gImgDica = gImgApontada;
+    tenta([&] { mDica->setTexto(ObjetivoDisciplina(ImgDisc(gImgApontada))); });
+    if (mDica->texto().isEmpty()) {
+        mDica->setCor(kVermelhoClaro);
+        mDica->setTexto(u"ROTEIROS NÃO DISPONÍVEIS. ESCOLHA OUTRO MÊS."_s);
+    }
+    AjustaDicaDisciplina(*mDica, alturaDaLinha());
+    // Kept: a number left by fBlocos, 13 to 16, has no block here; the red tip shows where the last one stood.
+    tenta(
+        [&] { mDica->setLugar(lugarDaDica(bloco(gImgApontada).lugar(), mDica->lugar(), cliente(), kRecuoPrincipal)); });
+    mDica->mostra();
+}
+
+} // namespace quorel

@@ -1,0 +1,61 @@
+#pragma once
+
+#include "shell/janela_base.h"
+
+#include <QTimer>
+
+#include <vector>
+
+class QPushButton;
+
+namespace quorel {
+
+class Dica;
+class Imagem;
+
+/// The first window: a picture block for each discipline that has roteiros in the selected month.
+class fPrincip final : public JanelaBase
+{
+    Q_OBJECT
+public:
+    explicit fPrincip(Janelas &janelas);
+
+    void mostra() override; ///< the panel, if it was shown before, appears right after this window
+
+    bool foiMostrada() const { return mShown; } ///< at any time before
+
+    /// Refreshes which blocks are visible for the selected month. Never fails.
+    void acertaBotao();
+
+    /// A block. @throws ErroExecucao 340 for an index other than 1 to 12
+    Imagem &bloco(int indice) const;
+
+protected:
+    void load() override;
+    void activate() override;
+    void unload() override;
+    bool event(QEvent *event) override;
+    void mouseMoveEvent(QMouseEvent *event) override;
+
+private:
+    void buildLayout();
+    void buildBlocos();
+    void buildBotoes();
+    void connectEvents();
+    void blocoClick(int indice);
+    void hideTip();
+    void tickTmrDisc();
+    void showTip();
+
+    std::vector<Imagem *> mBlocos; ///< from 0: block 1 first
+    QPushButton *mCmdDesenho = nullptr;
+    QPushButton *mCmdHelp = nullptr;
+    QPushButton *mCmdArquivos = nullptr;
+    QPushButton *mCommand1 = nullptr;
+    Dica *mDica = nullptr;
+    QTimer mTmrDisc;
+    bool mShown = false;
+    int mFrameWidth = 0; ///< pixels of frame that the panel's place allows for
+};
+
+} // namespace quorel

@@ -1,0 +1,61 @@
+#pragma once
+
+#include "shell/lugar.h"
+
+#include <QPixmap>
+#include <QWidget>
+
+namespace quorel {
+
+class Janelas;
+
+/// What fPrincip, fBlocos and fAux have in common: a client area of fixed size, a Load that runs once at first use, an
+/// Activate, and an unload in the place of Qt's closing.
+class JanelaBase : public QWidget
+{
+    Q_OBJECT
+public:
+    /// Runs the Load handler the first time; what every use of a window by another begins with.
+    void carrega();
+
+    /// Loads, shows, raises and activates the window and runs its Activate handler before it returns.
+    virtual void mostra();
+
+    /// Visible or not. Making a visible one visible does nothing.
+    void setVisivel(bool visivel);
+
+    /// Runs the Unload handler, as the system box does.
+    void descarrega();
+
+    /// The window on the screen, frame included where it is known, in twips.
+    Lugar lugarDaJanela() const;
+
+    const Lugar &cliente() const { return mCliente; } ///< client area; Left and Top are 0; twips
+
+    /// Height in twips of a line of text in the window's font.
+    double alturaDaLinha() const;
+
+protected:
+    JanelaBase(Janelas &janelas, const QString &nome, const Lugar &cliente);
+
+    virtual void load() = 0;
+    virtual void activate() { }
+    virtual void unload() = 0;
+
+    Janelas &janelas() const { return mJanelas; }
+    void setCliente(const Lugar &cliente);
+    void setFundo(const QPixmap &fundo) { mFundo = fundo; }
+    bool isBare(const QPoint &pos) const; ///< whether no control of the window lies there
+
+    bool event(QEvent *event) override;
+    void closeEvent(QCloseEvent *event) override;
+    void paintEvent(QPaintEvent *event) override;
+
+private:
+    Janelas &mJanelas;
+    Lugar mCliente;
+    QPixmap mFundo;
+    bool mLoaded = false;
+};
+
+} // namespace quorel

@@ -1,0 +1,49 @@
+#pragma once
+
+#include "shell/janela_ativa.h"
+
+#include <functional>
+#include <memory>
+
+namespace quorel {
+
+class fAux;
+class fBlocos;
+class fPrincip;
+
+/// What the panel opens of other folders; an empty function opens nothing.
+struct Aberturas
+{
+    std::function<void()> mostraAlunos; ///< shows fAlunos; the panel hides after it
+    std::function<void()> mostraDesempenho; ///< shows FGraficos, modally
+};
+
+/// The windows of the shell, each of which knows the others through this. Making it builds controls and loads none.
+/// Needs a QApplication, and outlives every use of the windows.
+class Janelas final
+{
+    Q_DISABLE_COPY_MOVE(Janelas)
+public:
+    explicit Janelas(Aberturas aberturas = {});
+    ~Janelas();
+
+    fPrincip &principal() { return *mPrincipal; }
+    fBlocos &blocos() { return *mBlocos; }
+    fAux &painel() { return *mPainel; }
+
+    JanelaAtiva &ativa() { return mAtiva; }
+    const Aberturas &aberturas() const { return mAberturas; }
+
+    /// The ordered end of the program. Does not return the first time; while it runs, further calls return at once.
+    void encerra();
+
+private:
+    Aberturas mAberturas;
+    JanelaAtiva mAtiva;
+    std::unique_ptr<fPrincip> mPrincipal;
+    std::unique_ptr<fBlocos> mBlocos;
+    std::unique_ptr<fAux> mPainel;
+    bool mEncerrando = false;
+};
+
+} // namespace quorel

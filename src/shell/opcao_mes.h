@@ -1,0 +1,33 @@
+#pragma once
+
+#include "shell/lugar.h"
+
+#include <QRadioButton>
+
+namespace quorel {
+
+/// A month of the panel: an option with a one-line caption, elided when it is too long, with the whole text as its tip.
+class OpcaoMes final : public QRadioButton
+{
+    Q_OBJECT
+public:
+    OpcaoMes(int indice, const Lugar &lugar, QWidget *parent); ///< hidden
+
+    const Lugar &lugar() const { return mLugar; } ///< twips inside the frame
+    void setTop(double top); ///< twips
+    void setCaption(const QString &texto); ///< as plain text, ampersands included
+
+signals:
+    void focada(); ///< it has received the focus
+
+protected:
+    void paintEvent(QPaintEvent *event) override;
+    void focusInEvent(QFocusEvent *event) override;
+    void keyPressEvent(QKeyEvent *event) override;
+    bool hitButton(const QPoint &pos) const override;
+
+private:
+    Lugar mLugar;
+};
+
+} // namespace quorel
