@@ -35,6 +35,20 @@ CaixaMarca::CaixaMarca(const LinhaLayout &linha, const QString &texto, QWidget *
     coloca(*this, linha.lugar);
 }
 
+// Two lines share the height evenly, which is less than the font's own spacing; the letters have the room.
+void CaixaMarca::drawCaption(QPainter &painter, const QRect &area) const
+{
+    QStringList lines{text()};
+    const qsizetype blank = text().lastIndexOf(u' ');
+    if (blank > 0 && fontMetrics().horizontalAdvance(text()) > area.width())
+        lines = {text().left(blank), text().mid(blank + 1)};
+    const double step = double(area.height()) / double(lines.size());
+    for (qsizetype i = 0; i < lines.size(); ++i) {
+        const double middle = area.top() + (double(i) + 0.5) * step;
+        painter.drawText(QPointF(area.left(), middle + fontMetrics().capHeight() / 2.0), lines[i]);
+    }
+}
+
 void CaixaMarca::paintEvent(QPaintEvent *)
 {
     QPainter painter(this);
@@ -53,7 +67,7 @@ void CaixaMarca::paintEvent(QPaintEvent *)
     }
     const QRect caption = rect().adjusted(kLado + kEspaco, 0, 0, 0);
     painter.setPen(palette().color(QPalette::WindowText));
-    painter.drawText(caption, Qt::AlignVCenter | Qt::AlignLeft | Qt::TextWordWrap | Qt::TextDontClip, text());
+    drawCaption(painter, caption);
     if (hasFocus()) {
         painter.setRenderHint(QPainter::Antialiasing, false);
         painter.setPen(QPen(QColor(0x10, 0x3a, 0x8c), 1, Qt::DotLine));

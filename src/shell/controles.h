@@ -22,6 +22,9 @@ protected:
     void paintEvent(QPaintEvent *event) override;
     bool hitButton(const QPoint &pos) const override;
     void keyPressEvent(QKeyEvent *event) override;
+
+private:
+    void drawCaption(QPainter &painter, const QRect &area) const;
 };
 
 } // namespace quorel

@@ -13,7 +13,7 @@ namespace quorel {
 using namespace Qt::StringLiterals;
 
 static constexpr double kPontos = 9.75;
-static constexpr double kRaioBorda = 20; // pixels; lies inside the rounded region
+static constexpr int kBorda = 2; // pixels
 
 Dica::Dica(const Lugar &frame, const Lugar &box, QWidget *parent)
     : QFrame(parent), mLugar(frame), mLugarTexto(box), mTxtInf(new QPlainTextEdit(this))
@@ -48,7 +48,7 @@ void Dica::setTexto(const QString &texto)
 void Dica::setCor(QRgb cor)
 {
     QPalette paleta = mTxtInf->palette();
-    paleta.setColor(QPalette::Base, QColor::fromRgb(kFundoDica));
+    paleta.setColor(QPalette::Base, Qt::transparent); // the frame's border runs under the corners of the box
     paleta.setColor(QPalette::Text, QColor::fromRgb(cor));
     mTxtInf->setPalette(paleta);
 }
@@ -68,6 +68,12 @@ void Dica::setAlturaTexto(double altura)
     setLugar(frame);
 }
 
+void Dica::arredonda(quint8 raio)
+{
+    mRaio = raio;
+    ArredondaJanela(*this, mLugar, raio);
+}
+
 void Dica::mostra()
 {
     show();
@@ -79,8 +85,9 @@ void Dica::paintEvent(QPaintEvent *)
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
     painter.fillRect(rect(), QColor::fromRgb(kFundoDica));
-    painter.setPen(QPen(QColor(0x8a, 0x86, 0x5a), 2));
-    painter.drawRoundedRect(QRectF(rect()).adjusted(1, 1, -1, -1), kRaioBorda, kRaioBorda);
+    painter.setPen(QPen(QColor(0x8a, 0x86, 0x5a), kBorda));
+    const double raio = mRaio / 2.0 - 1; // the line runs inside the region
+    painter.drawRoundedRect(QRectF(rect()).adjusted(1, 1, -1, -1), raio, raio);
 }
 
 void Dica::mouseMoveEvent(QMouseEvent *)

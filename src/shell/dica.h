@@ -26,6 +26,7 @@ public:
     const Lugar &lugarTexto() const { return mLugarTexto; } ///< of the text box, twips
     void setAlturaTexto(double altura); ///< twips; the frame gets 200 more
 
+    void arredonda(quint8 raio); ///< diameter of the corners' ellipse, pixels; for the present size
     void mostra(); ///< visible and in front
 
 signals:
@@ -41,6 +42,7 @@ private:
     Lugar mLugarTexto;
     QString mTexto;
     QPlainTextEdit *mTxtInf;
+    quint8 mRaio = 0; ///< pixels
 };
 
 } // namespace quorel

@@ -7,7 +7,6 @@
 #include "lessons/mensagens.h"
 #include "platform/erro.h"
 #include "platform/protocolo.h"
-#include "platform/twips.h"
 #include "shell/fblocos.h"
 #include "shell/fprincip.h"
 #include "shell/janelas.h"
@@ -94,6 +93,11 @@ void fAux::unload()
     janelas().principal().descarrega();
 }
 
+void fAux::frameKnown()
+{
+    acompanhaPrincipal();
+}
+
 void fAux::mostra()
 {
     carrega();
@@ -114,7 +118,7 @@ void fAux::mostraPedida()
 void fAux::acompanhaPrincipal()
 {
     const Lugar principal = janelas().principal().lugarDaJanela();
-    move(pixels(principal.Left + principal.Width - kSobreposicao), pixels(principal.Top));
+    vaiPara(principal.Left + principal.Width - kSobreposicao, principal.Top);
 }
 
 void fAux::addMonth(int n, int left, int top)

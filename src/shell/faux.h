@@ -47,6 +47,7 @@ public:
 protected:
     void load() override;
     void unload() override;
+    void frameKnown() override;
     void wheelEvent(QWheelEvent *event) override;
 
 private:

@@ -55,6 +55,10 @@ void fAux::buildLayout()
 void fAux::buildMeses()
 {
     mFrmMeses = novoQuadro(kFrmMeses, u"Temas"_s, this);
+    QPalette fundo = mFrmMeses->palette(); // opaque: the pupil list lies behind
+    fundo.setBrush(QPalette::Window, QBrush(figura(u"fundo_painel"_s)));
+    mFrmMeses->setPalette(fundo);
+    mFrmMeses->setAutoFillBackground(true);
     mTxtSelecMes = new QLineEdit(u"TEMAS"_s, mFrmMeses);
     mTxtSelecMes->setObjectName(QString::fromUtf16(kTxtSelecMes.nome));
     mTxtSelecMes->setAccessibleName(u"Temas"_s);

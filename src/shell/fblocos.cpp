@@ -62,7 +62,7 @@ void fBlocos::connectEvents()
 
 void fBlocos::load()
 {
-    move(0, 0);
+    vaiPara(0, 0);
     InstalaGancho(janelaBlocos());
     janelas().painel().mostra();
     setWindowTitle(u"Série: "_s + gNomeNivel);
@@ -275,8 +275,9 @@ static void AjustaDicaRoteiro(Dica &dica, double alturaLinha)
     if (dica.texto().isEmpty())
         dica.hide();
     dica.setAlturaTexto(alturaDicaRoteiro(dica.texto(), TextHeight(dica.texto(), alturaLinha)));
-    ArredondaJanela(dica, dica.lugar(), kPrimeiroRaio);
-    ArredondaJanela(dica, dica.lugar(), kRaioDica);
+    // Kept: rounded twice; the second shape is the one that stays.
+    dica.arredonda(kPrimeiroRaio);
+    dica.arredonda(kRaioDica);
     dica.raise();
 }
 

@@ -51,7 +51,7 @@ void fPrincip::connectEvents()
 
 void fPrincip::load()
 {
-    move(0, 0);
+    vaiPara(0, 0);
     janelas().painel().garanteMes();
     const QString dir = gConfig ? gConfig->Config(u"DIRQUOREL"_s) : QString();
     if (!dir.isEmpty() && gTexto.ArquivoExiste(dir + u"\\exe\\Desenhos.exe"_s))
@@ -62,7 +62,7 @@ void fPrincip::load()
 void fPrincip::activate()
 {
     ignora([&] {
-        move(0, 0);
+        vaiPara(0, 0);
         mTmrDisc.start();
         mDica->hide();
         janelas().blocos().setTmrRot(false);
@@ -107,16 +107,9 @@ void fPrincip::blocoClick(int indice)
     mTmrDisc.stop();
 }
 
-// The frame is known only once the desktop has put it round the window; the panel stands at its right edge.
-bool fPrincip::event(QEvent *event)
+void fPrincip::frameKnown()
 {
-    const bool done = JanelaBase::event(event);
-    const int frame = frameGeometry().width() - width();
-    if (isVisible() && frame != mFrameWidth) {
-        mFrameWidth = frame;
-        janelas().painel().acompanhaPrincipal();
-    }
-    return done;
+    janelas().painel().acompanhaPrincipal();
 }
 
 void fPrincip::mouseMoveEvent(QMouseEvent *event)
@@ -158,7 +151,7 @@ static void AjustaDicaDisciplina(Dica &dica, double alturaLinha)
     if (dica.texto().isEmpty())
         dica.hide();
     dica.setAlturaTexto(alturaDicaDisciplina(dica.texto(), TextHeight(dica.texto(), alturaLinha)));
-    ArredondaJanela(dica, dica.lugar(), kRaioDica);
+    dica.arredonda(kRaioDica);
     dica.raise();
 }
 

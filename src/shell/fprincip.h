@@ -34,7 +34,7 @@ protected:
     void load() override;
     void activate() override;
     void unload() override;
-    bool event(QEvent *event) override;
+    void frameKnown() override;
     void mouseMoveEvent(QMouseEvent *event) override;
 
 private:
@@ -55,7 +55,6 @@ private:
     Dica *mDica = nullptr;
     QTimer mTmrDisc;
     bool mShown = false;
-    int mFrameWidth = 0; ///< pixels of frame that the panel's place allows for
 };
 
 } // namespace quorel

@@ -7,6 +7,7 @@
 
 #include <QCloseEvent>
 #include <QPainter>
+#include <QWindow>
 
 namespace quorel {
 
@@ -68,6 +69,16 @@ double JanelaBase::alturaDaLinha() const
     return double(fontMetrics().height()) * kTwipsPerPixel;
 }
 
+// Qt's own move() of a shown window takes the frame's place for the client's while the frame is not known.
+void JanelaBase::vaiPara(double left, double top)
+{
+    const QPoint pos(pixels(left), pixels(top));
+    if (windowHandle() && isVisible())
+        windowHandle()->setFramePosition(pos);
+    else
+        move(pos);
+}
+
 void JanelaBase::setCliente(const Lugar &cliente)
 {
     mCliente = cliente;
@@ -82,6 +93,12 @@ bool JanelaBase::isBare(const QPoint &pos) const
 bool JanelaBase::event(QEvent *event)
 {
     const bool done = QWidget::event(event);
+    // The frame is known only once the window is up, and nothing tells of it.
+    const QSize frame = isVisible() ? frameGeometry().size() - size() : mFrame;
+    if (frame != mFrame) {
+        mFrame = frame;
+        frameKnown();
+    }
     if (event->type() == QEvent::WindowActivate && mJanelas.ativa().muda(*this))
         activate();
     return done;

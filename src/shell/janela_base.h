@@ -41,8 +41,10 @@ protected:
     virtual void load() = 0;
     virtual void activate() { }
     virtual void unload() = 0;
+    virtual void frameKnown() { } ///< the desktop has put a frame round the window, or changed it
 
     Janelas &janelas() const { return mJanelas; }
+    void vaiPara(double left, double top); ///< moves the window, frame included; twips
     void setCliente(const Lugar &cliente);
     void setFundo(const QPixmap &fundo) { mFundo = fundo; }
     bool isBare(const QPoint &pos) const; ///< whether no control of the window lies there
@@ -56,6 +58,7 @@ private:
     Lugar mCliente;
     QPixmap mFundo;
     bool mLoaded = false;
+    QSize mFrame; ///< pixels that the frame adds
 };
 
 } // namespace quorel
