@@ -27,6 +27,26 @@ void AbreDisciplina(qint16 mes, qint16 disciplina);
 /// is none. @throws ErroExecucao 9 before MontaCatalogo()
 QString ObjetivoDisciplina(const QString &nome);
 
+/// Numbers the month groups in the order of the files' names.
+class ContadorDeMeses final
+{
+public:
+    /// @param grupo  the two digits of the next file; 00 as the first begins no group
+    /// @return whether a new month begins with it
+    bool next(int grupo)
+    {
+        const bool isNew = grupo != mGrupo;
+        mGrupo = grupo;
+        mMes += isNew ? 1 : 0;
+        return isNew;
+    }
+    int mes() const { return mMes; } ///< running number of the present one, 1-based; 0 before the first
+
+private:
+    int mGrupo = 0;
+    int mMes = 0;
+};
+
 /// What the name and the head of a block file say of it.
 struct CabecaBloco
 {

@@ -1,11 +1,12 @@
 #include "catalogue/estado.h"
 
+#include "catalogue/interno.h"
 #include "catalogue/vistas.h"
-#include "catalogue/vistas_em_uso.h"
 
 namespace quorel {
 
 static Vistas sVistas;
+static quint64 sLeitura = 0;
 
 void usaVistas(const Vistas &vistas)
 {
@@ -33,6 +34,16 @@ VistaPalco &vistaPalco()
 VistaMeses &vistaMeses()
 {
     return present(sVistas.meses);
+}
+
+quint64 comecaLeitura()
+{
+    return ++sLeitura;
+}
+
+quint64 numeroDaLeitura()
+{
+    return sLeitura;
 }
 
 void reiniciaCatalogue()

@@ -9,4 +9,8 @@ VistaRoteiros &vistaRoteiros();
 VistaPalco &vistaPalco();
 VistaMeses &vistaMeses();
 
+/// Begins a reading of the block text into gRoteiros. @return its number
+quint64 comecaLeitura();
+quint64 numeroDaLeitura(); ///< of the newest reading
+
 } // namespace quorel

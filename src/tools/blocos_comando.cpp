@@ -1,0 +1,152 @@
+#include "tools/blocos_comando.h"
+
+#include "platform/caminho.h"
+#include "platform/costuras.h"
+#include "startup/quorel_zeto.h"
+#include "startup/sistema_util.h"
+#include "startup/texto_util.h"
+#include "tools/blocos_lista.h"
+#include "tools/blocos_verifica.h"
+
+#include <QJsonDocument>
+
+namespace quorel::blocos {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+enum Codigo : int { kBem = 0, kAConsertar = 1, kNaoRodou = 2 };
+
+const QString kAjuda = uR"(Uso:
+  quorel-blocos lista ARQUIVO|DIRETÓRIO [--json]
+      mostra o que o programa lê de um arquivo de bloco, ou o catálogo do diretório de um nível
+  quorel-blocos verifica ARQUIVO|DIRETÓRIO... [--cfg ARQUIVO]
+      mostra, um por linha, com arquivo e linha, o que o programa passaria por cima em silêncio
+  quorel-blocos --help
+
+Opções:
+  --json          lista em JSON
+  --cfg ARQUIVO   o zeto_cnf.txt com os diretórios de figuras, sons e aulas HTML; sem ela vale
+                  <windir>\QUOREL2001\zeto_cnf.txt. <windir> é QUOREL_WINDIR, ou o diretório do sistema.
+
+Código de saída: 0 tudo em ordem, 1 há o que consertar, 2 não foi possível executar.
+)"_s;
+
+struct Pedido
+{
+    QString comando;
+    QStringList caminhos;
+    bool json = false;
+    QString cfg;
+};
+
+/// @return nothing for arguments that make no sense
+std::optional<Pedido> parse(const QStringList &argumentos)
+{
+    Pedido pedido;
+    for (qsizetype n = 0; n < argumentos.size(); ++n) {
+        const QString &argumento = argumentos[n];
+        if (argumento == "--json"_L1)
+            pedido.json = true;
+        else if (argumento == "--cfg"_L1 && n + 1 < argumentos.size())
+            pedido.cfg = argumentos[++n];
+        else if (argumento.startsWith(u"--"))
+            return std::nullopt;
+        else if (pedido.comando.isEmpty())
+            pedido.comando = argumento;
+        else
+            pedido.caminhos += argumento;
+    }
+    const bool lista = pedido.comando == "lista"_L1 && pedido.caminhos.size() == 1 && pedido.cfg.isEmpty();
+    const bool verifica = pedido.comando == "verifica"_L1 && !pedido.caminhos.isEmpty() && !pedido.json;
+    return lista || verifica ? std::optional(pedido) : std::nullopt;
+}
+
+int lista(const Pedido &pedido, QTextStream &saida, QTextStream &erros)
+{
+    const QString &caminho = pedido.caminhos.first();
+    const std::optional<QList<ArquivoDeBloco>> arquivos = arquivosDe(caminho);
+    const bool isFile = arquivos && arquivos->size() == 1 && arquivos->first().caminho == caminho;
+    const std::optional<QByteArray> texto = isFile ? leArquivo(caminho) : std::nullopt;
+    if (!arquivos || (isFile && !texto)) {
+        erros << u"Não é um arquivo de bloco nem um diretório com blocos: "_s << caminho << Qt::endl;
+        return kNaoRodou;
+    }
+    if (isFile) {
+        const QJsonObject bloco = jsonDoBloco(*texto);
+        saida << (pedido.json ? QString::fromUtf8(QJsonDocument(bloco).toJson()) : textoDoBloco(bloco));
+    } else {
+        const QJsonArray catalogo = jsonDoDiretorio(*arquivos);
+        saida << (pedido.json ? QString::fromUtf8(QJsonDocument(catalogo).toJson()) : textoDoDiretorio(catalogo));
+    }
+    return kBem;
+}
+
+/// Loads the configuration. @return whether there is one
+bool loadConfig(const Pedido &pedido, QTextStream &erros)
+{
+    const QString padrao = gSistema.DirWindows() + u"\\QUOREL2001\\zeto_cnf.txt"_s;
+    const QString caminho = pedido.cfg.isEmpty() ? padrao : backslashPath(pedido.cfg);
+    if (!gTexto.ArquivoExiste(caminho)) {
+        erros << u"Sem configuração ("_s << nativePath(caminho) << u"): figuras, sons e aulas HTML não são procurados"_s
+              << Qt::endl;
+        return false;
+    }
+    // No register is looked for: a name that no file bears.
+    gConfig.Init(caminho, u"\\*"_s);
+    return true;
+}
+
+int verifica(const Pedido &pedido, QTextStream &saida, QTextStream &erros)
+{
+    const bool comConfig = loadConfig(pedido, erros);
+    if (!comConfig && !pedido.cfg.isEmpty())
+        return kNaoRodou;
+    Verificador verificador(comConfig);
+    int codigo = kBem;
+    for (const QString &caminho : pedido.caminhos) {
+        const std::optional<QList<ArquivoDeBloco>> arquivos = arquivosDe(caminho);
+        if (!arquivos) {
+            erros << u"Não é um arquivo nem um diretório com blocos: "_s << caminho << Qt::endl;
+            codigo = kNaoRodou;
+            continue;
+        }
+        for (const ArquivoDeBloco &arquivo : *arquivos) {
+            const std::optional<QByteArray> texto = leArquivo(arquivo.caminho);
+            if (!texto) {
+                erros << u"Não foi possível ler: "_s << arquivo.caminho << Qt::endl;
+                codigo = kNaoRodou;
+                continue;
+            }
+            for (const Achado &achado : verificador.verifica(arquivo, *texto)) {
+                saida << achado.arquivo << u':' << achado.linha << u": "_s << achado.texto.simplified() << u'\n';
+                codigo = qMax(codigo, int(kAConsertar));
+            }
+        }
+    }
+    return codigo;
+}
+
+} // namespace
+
+int executa(const QStringList &argumentos, QTextStream &saida, QTextStream &erros)
+{
+    if (argumentos.contains("--help"_L1)) {
+        saida << kAjuda;
+        return kBem;
+    }
+    const std::optional<Pedido> pedido = parse(argumentos);
+    if (!pedido) {
+        erros << kAjuda;
+        return kNaoRodou;
+    }
+    // The libraries' boxes have no window here.
+    costuras().box = [&erros](const Caixa &caixa) {
+        erros << caixa.texto << Qt::endl;
+        return caixa.botoes == Botoes::Ok ? Resposta::Ok : Resposta::Nao;
+    };
+    return pedido->comando == "lista"_L1 ? lista(*pedido, saida, erros) : verifica(*pedido, saida, erros);
+}
+
+} // namespace quorel::blocos
