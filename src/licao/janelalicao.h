@@ -1,0 +1,108 @@
+#pragma once
+
+#include "licao/exercicio.h"
+#include "licao/programa.h"
+
+#include <span>
+
+class QHBoxLayout;
+class QPushButton;
+class QScrollArea;
+
+namespace quorel {
+
+class Calculadora;
+class Editor;
+class Faixa;
+class Pagina;
+class Retorno;
+
+/// Where a lesson stands in its Roteiro.
+struct LugarRec
+{
+    bool Primeira = false; ///< there is nothing to go back to
+    bool Ultima = false; ///< going on ends the Roteiro
+};
+
+/// The window of the player: a band with the heading, the lesson with its exercise, what was right or wrong about the
+/// answer, and the buttons to go on, back and out. It knows no shell; it says what the pupil wants.
+class JanelaLicao final : public QWidget
+{
+    Q_OBJECT
+public:
+    JanelaLicao(Programa programa, Midia midia);
+
+    /// Shows a lesson from its first page, in the place of what stood there.
+    void mostraLicao(const LicaoRec &licao, LugarRec lugar);
+
+    /// Shows a message with the button to leave, and with the one to go on where that makes sense.
+    void mostraAviso(const QString &titulo, const QString &texto, bool comProxima);
+
+    /// The program alone, without a shell: what it is for. The drawing tool draws, the calculator calculates.
+    void mostraSozinho();
+
+    /// "A" when the first answer to the lesson was right, "E" when it was wrong, empty while nothing was answered.
+    QString resposta() const { return mResposta; }
+
+    QWidget *interna() const { return mMiolo; } ///< the inner window
+
+signals:
+    void proxima(); ///< past the last page
+    void anterior(); ///< before the first page
+    void sai();
+
+protected:
+    void closeEvent(QCloseEvent *event) override; ///< never closes by itself: closing is leaving
+    void keyPressEvent(QKeyEvent *event) override;
+
+private:
+    enum class Modo { Aviso, Licao, Sozinho };
+
+    void buildLayout();
+    QHBoxLayout *buildButtons();
+    void connectEvents();
+
+    void begin(Modo modo, LicaoRec licao, LugarRec lugar);
+    void showPage();
+    QWidget *buildContent(bool estreita);
+    void showSide();
+    void updateButtons();
+    void focusFirst();
+    void goOn();
+    void goBack();
+    void check();
+    void answerChanged();
+    std::span<const PecaRec> piecesOfPage() const;
+    bool paged() const;
+    bool lastPage() const;
+    bool unchecked() const; // an answer stands there that was not checked yet
+    bool hasEditor() const;
+
+    Programa mPrograma;
+    Midia mMidia;
+    Modo mModo = Modo::Aviso;
+    bool mAvisoProxima = false;
+    LicaoRec mLicao;
+    LugarRec mLugar;
+    int mPagina = 0; // 0-based
+    int mOuvida = -1; // last page whose sound was played by itself
+    QString mResposta;
+    bool mSuja = false; // the answer changed since it was checked
+
+    Exercicio *mExercicio = nullptr; // part of the content; null on pages without one
+    Pagina *mFolha = nullptr; // likewise
+
+    Faixa *mFaixa = nullptr; // children, from buildLayout() on
+    QWidget *mMiolo = nullptr;
+    QScrollArea *mRolagem = nullptr;
+    QHBoxLayout *mColunas = nullptr;
+    Calculadora *mCalculadora = nullptr; // only in the calculator
+    Editor *mEditor = nullptr;
+    Retorno *mRetorno = nullptr;
+    QPushButton *mSai = nullptr;
+    QPushButton *mAnterior = nullptr;
+    QPushButton *mConfere = nullptr;
+    QPushButton *mProxima = nullptr;
+};
+
+} // namespace quorel

@@ -1,0 +1,110 @@
+#include "licao/sessao.h"
+
+#include "platform/som.h"
+
+#include <utility>
+
+using namespace Qt::StringLiterals;
+
+namespace quorel {
+
+Sessao::Sessao(Filho &filho, JanelaLicao &janela) : mFilho(filho), mJanela(janela)
+{
+    connect(&filho, &Filho::aula, this, &Sessao::aula);
+    connect(&filho, &Filho::controle, this, &Sessao::controle);
+    connect(&filho, &Filho::encerra, this, &Sessao::encerra);
+    connect(&janela, &JanelaLicao::proxima, this, &Sessao::proxima);
+    connect(&janela, &JanelaLicao::anterior, this, &Sessao::anterior);
+    connect(&janela, &JanelaLicao::sai, this, &Sessao::sai);
+}
+
+void Sessao::espera()
+{
+    mComGerenciador = true;
+    mJanela.mostraAviso(u"Um momento…"_s, u"A lição já vem."_s, false);
+}
+
+void Sessao::aula(const QString &linha)
+{
+    const LicaoRec licao = leLicao(linha);
+    mAvulsa = licao.Avulsa;
+    mEmLicao = !mAvulsa;
+    mComGerenciador = true;
+    mOrfa = false;
+    mJanela.mostraLicao(licao, std::exchange(mProximoLugar, {}));
+    mJanela.show();
+    mJanela.raise();
+    mJanela.activateWindow();
+}
+
+void Sessao::controle(const QString &palavra)
+{
+    if (palavra == "PRIMEIRA"_L1)
+        mProximoLugar.Primeira = true;
+    else if (palavra == "ULTIMA"_L1)
+        mProximoLugar.Ultima = true;
+    else if (palavra == "ESCONDE"_L1)
+        hide();
+}
+
+/// An answer that no message has taken along yet goes with the last one.
+void Sessao::encerra()
+{
+    if (const QString resposta = takeAnswer(); !resposta.isEmpty())
+        mFilho.sai(resposta);
+    emit fim();
+}
+
+QString Sessao::takeAnswer()
+{
+    stopSound();
+    const bool mine = std::exchange(mEmLicao, false);
+    return mine ? mJanela.resposta() : QString();
+}
+
+void Sessao::hide()
+{
+    mEmLicao = false;
+    stopSound();
+    mJanela.hide();
+}
+
+void Sessao::semGerenciador()
+{
+    mOrfa = true;
+    mJanela.mostraAviso(
+        u"O Quorel foi fechado"_s, u"Para continuar, feche esta janela e abra o Quorel de novo."_s, false);
+}
+
+/// Nothing new for this program means that the Roteiro is over or goes on in another one.
+void Sessao::proxima()
+{
+    if (!mFilho.proxima(takeAnswer()))
+        semGerenciador();
+    else if (!mFilho.aulaPendente())
+        hide();
+}
+
+void Sessao::anterior()
+{
+    if (!mFilho.anterior(takeAnswer()))
+        semGerenciador();
+    else if (!mFilho.aulaPendente())
+        mJanela.mostraAviso(u"Não há lição anterior aqui"_s,
+            u"Se a lição anterior abriu em outra janela, continue nela.\n\nSe o roteiro começa aqui, clique em Próxima."_s,
+            true);
+}
+
+void Sessao::sai()
+{
+    if (mOrfa || !mComGerenciador) {
+        emit fim();
+        return;
+    }
+    const QString resposta = takeAnswer();
+    hide();
+    if (!mAvulsa && !mFilho.sai(resposta) && !mFilho.temGerenciador())
+        emit fim();
+}
+
+} // namespace quorel
