@@ -35,7 +35,7 @@ QPushButton { background: %2; color: %1; border: 2px solid %1; border-radius: 10
 QPushButton:hover { background: #E8EEF7; }
 QPushButton[principal="true"] { background: %1; color: white; }
 QPushButton:focus { border: 3px solid %5; padding: 7px 17px; }
-QPushButton[principal="true"]:focus { border: 3px solid %5; outline: 2px solid white; }
+QPushButton[principal="true"]:focus { border: 3px solid %5; }
 QPushButton:disabled { background: #E5E9EE; color: #5B6673; border: 2px solid #B5BDC7; }
 QLineEdit { background: %2; color: %3; border: 2px solid %4; border-radius: 8px; padding: 8px; font-size: 26px; }
 QLineEdit:focus { border: 3px solid %5; padding: 7px; }

@@ -121,7 +121,7 @@ QWidget *JanelaLicao::buildContent(bool estreita)
         column->addWidget(mExercicio);
         connect(mExercicio, &Exercicio::mudou, this, &JanelaLicao::answerChanged);
     }
-    column->addStretch();
+    column->addStretch(1); // all the room that is left
     return content;
 }
 

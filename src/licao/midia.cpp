@@ -16,7 +16,7 @@ static QString mediaRoot(const QString &cfg)
 {
     const QString installation = windowsDirectory() + u"\\QUOREL2001"_s;
     QFile file(nativePath(cfg));
-    const QString text = file.open(QIODevice::ReadOnly) ? decode1252(file.readAll()) : QString();
+    const QString text = !cfg.isEmpty() && file.open(QIODevice::ReadOnly) ? decode1252(file.readAll()) : QString();
     for (const QStringView line : QStringView(text).tokenize(u"\r\n")) {
         constexpr QStringView kChave = u"ZETO_MM=";
         if (!line.startsWith(kChave, Qt::CaseInsensitive) || line.size() == kChave.size())
