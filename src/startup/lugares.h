@@ -1,0 +1,17 @@
+#pragma once
+
+#include <QString>
+
+namespace quorel {
+
+/// Name of the configuration file, behind a directory.
+inline constexpr char16_t kArquivoCnf[] = u"zeto_cnf.txt";
+
+/// Root of the first optical drive with its backslash; empty when there is none, and paths built on it are then
+/// looked for in the current directory.
+QString opticalRoot();
+
+/// The installation's directory below the Windows directory, without a trailing backslash.
+QString installationDirectory();
+
+} // namespace quorel

@@ -1,0 +1,97 @@
+#include "startup/texto_util.h"
+
+#include "platform/caminho.h"
+#include "platform/codec.h"
+#include "platform/costuras.h"
+#include "platform/sistema.h"
+
+#include <QFile>
+#include <QFileInfo>
+#include <QSaveFile>
+#include <QTemporaryFile>
+
+namespace quorel {
+
+using namespace Qt::StringLiterals;
+
+static bool isFile(const QString &native)
+{
+    return !native.isEmpty() && QFileInfo(native).isFile();
+}
+
+QByteArray TextoUtil::LeBytes(const QString &Caminho) const
+{
+    const QString native = nativePath(Caminho);
+    QFile file(native);
+    return isFile(native) && file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
+QString TextoUtil::LeArquivo(const QString &Caminho, int, int) const
+{
+    return decode1252(LeBytes(Caminho));
+}
+
+bool TextoUtil::ArquivoExiste(const QString &Caminho) const
+{
+    const QString native = nativePath(Caminho);
+    if (native.isEmpty())
+        return false;
+    const QFileInfo info(native);
+    return Caminho.endsWith(u'\\') ? info.isDir() : info.isFile();
+}
+
+QString TextoUtil::ArquivoTemporario(const QString &Prefixo) const
+{
+    const QString pattern = nativePath(temporaryDirectory() + u'\\' + Prefixo);
+    if (pattern.isEmpty())
+        return {};
+    QTemporaryFile file(pattern + u"XXXXXX.TMP"_s);
+    file.setAutoRemove(false);
+    return file.open() ? backslashPath(file.fileName()) : QString();
+}
+
+void TextoUtil::GravaArquivo(const QString &Caminho, const QString &Texto, int, int) const
+{
+    const QString native = nativePath(Caminho);
+    if (native.isEmpty())
+        return;
+    QSaveFile file(native); // a file beside it that takes its name at the end
+    if (!file.open(QIODevice::WriteOnly))
+        return;
+    const QByteArray bytes = encode1252(Texto);
+    if (file.write(bytes) == bytes.size())
+        file.commit();
+}
+
+void TextoUtil::ApagaArquivo(const QString &Caminho) const
+{
+    const QString native = nativePath(Caminho);
+    if (!native.isEmpty())
+        QFile::remove(native);
+}
+
+/// The program and the rest of a command line; no program when no beginning names a file.
+static ProgramRequest splitCommand(const QString &command)
+{
+    if (command.startsWith(u'"')) {
+        const qsizetype quote = command.indexOf(u'"', 1);
+        const QString native = quote < 0 ? QString() : nativePath(command.sliced(1, quote - 1));
+        if (isFile(native))
+            return {.program = native, .arguments = command.sliced(quote + 1)};
+    }
+    for (qsizetype end = command.size(); end > 0; end = command.lastIndexOf(u' ', end - 1)) {
+        const QString native = nativePath(command.first(end));
+        if (isFile(native))
+            return {.program = native, .arguments = command.mid(end + 1)};
+    }
+    return {};
+}
+
+int TextoUtil::Executa(const QString &Comando, int, bool Espera, const QString &) const
+{
+    ProgramRequest request = splitCommand(Comando);
+    request.waitUntilReady = Espera;
+    return !request.program.isEmpty() && startProgram(request) ? 1 : 0;
+}
+
+} // namespace quorel
