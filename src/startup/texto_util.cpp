@@ -1,5 +1,7 @@
 #include "startup/texto_util.h"
 
+#include <QStringList>
+
 #include <algorithm>
 
 namespace quorel {
