@@ -18,7 +18,6 @@
 #include <QFile>
 
 #include <array>
-#include <limits>
 
 namespace quorel {
 
@@ -70,10 +69,7 @@ static int grupoDoNome(const QString &nome)
 static qint16 anoDoNome(const QString &nome)
 {
     const QString atras = gTexto.TextoAntes(nome.sliced(2), u"."_s, true);
-    const double ano = valorNumerico(QString(u"20"_s + atras));
-    if (ano > std::numeric_limits<qint16>::max())
-        throw ErroExecucao(kFalhaEstouro);
-    return qint16(ano);
+    return inteiro16(valorNumerico(QString(u"20"_s + atras)));
 }
 
 static bool holdsBoth(const QByteArray &bytes, QByteArrayView antes, QByteArrayView depois)

@@ -1,11 +1,10 @@
 #include "catalogue/leitor_blocos.h"
 
 #include "catalogue/marcas.h"
-#include "catalogue/numeros.h"
 #include "platform/codec.h"
+#include "startup/valor.h"
 
 #include <algorithm>
-#include <limits>
 #include <optional>
 
 namespace quorel {
@@ -241,9 +240,11 @@ void Leitor::readHead(const Trecho &secao, RoteiroRec &roteiro)
     roteiro.Nome = text(between(secao, mNomeRot, mFimLinha));
     // Kept: without a name the code is not read, so that nothing is logged under it.
     if (!roteiro.Nome.isEmpty()) {
-        const std::optional<qint32> cod = inteiro32(text(between(secao, mCodRot, mFimLinha)));
-        mEnded = mEnded || !cod;
-        roteiro.Cod = cod.value_or(0);
+        try {
+            roteiro.Cod = inteiro32(valorNumerico(text(between(secao, mCodRot, mFimLinha))));
+        } catch (const ErroExecucao &) { // too large
+            mEnded = true;
+        }
     }
     // Kept: compared exactly; with a blank behind the "=" it is an ordinary Roteiro.
     if (!mEnded && roteiro.Nome != "CALC"_L1)
@@ -339,7 +340,7 @@ void Leitor::readAula(const Trecho &secao, AulaRec &aula)
     aula.Tipo = text(tipo);
     aula.Jogo = text(between(secao, mJogo, mFimJogo));
 
-    aula.Cod = textoDoValor(text(codigoDe(linha)));
+    aula.Cod = textoDecimal(valorNumerico(text(codigoDe(linha))));
 }
 
 /// What stands behind the ")" in the first field of a Linha.

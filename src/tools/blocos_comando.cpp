@@ -94,6 +94,7 @@ bool loadConfig(const Pedido &pedido, QTextStream &erros)
         return false;
     }
     // No register is looked for: a name that no file bears.
+    gConfig = Quorel_Zeto();
     gConfig.Init(caminho, u"\\*"_s);
     return true;
 }

@@ -1,7 +1,7 @@
 #include "leitura_literal.h"
 
-#include "catalogue/numeros.h"
 #include "platform/codec.h"
+#include "startup/valor.h"
 
 namespace quorel::teste {
 
@@ -42,7 +42,7 @@ static AulaRec aula(const QByteArray &u)
     a.Tipo = decode1252(tipo);
     if (u.contains("Jogo = "))
         a.Jogo = campo(u, "Jogo = ", "#");
-    a.Cod = textoDoValor(decode1252(depois(antes(encode1252(a.Linha), "<SP\xC7>"), ")")));
+    a.Cod = textoDecimal(valorNumerico(decode1252(depois(antes(encode1252(a.Linha), "<SP\xC7>"), ")"))));
     return a;
 }
 
@@ -51,10 +51,10 @@ static bool cabeca(const QByteArray &t, RoteiroRec &r)
 {
     r.Nome = campo(t, "NomeRot =");
     if (!r.Nome.isEmpty()) {
-        const std::optional<qint32> cod = inteiro32(campo(t, "CODROT:"));
-        if (!cod)
+        const double cod = valorNumerico(campo(t, "CODROT:"));
+        if (cod > 2147483647.0 || cod < -2147483648.0)
             return false;
-        r.Cod = *cod;
+        r.Cod = inteiro32(cod);
     }
     if (r.Nome == QStringLiteral("CALC"))
         return true;

@@ -51,6 +51,7 @@ void TstCatalogo::init()
 {
     failOnWarnings();
     reiniciaCatalogue();
+    gConfig = Quorel_Zeto();
     costuras().endProcess = [](int code) { throw FimDoPrograma{code}; };
     mDir = std::make_unique<QTemporaryDir>();
     QDir(local()).removeRecursively();

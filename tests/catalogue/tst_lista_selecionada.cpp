@@ -37,6 +37,7 @@ void TstListaSelecionada::init()
 {
     failOnWarnings();
     reiniciaCatalogue();
+    gConfig = Quorel_Zeto();
     mDir = std::make_unique<QTemporaryDir>();
     QFile::remove(local());
     QDir().mkpath(QFileInfo(configurado()).path());

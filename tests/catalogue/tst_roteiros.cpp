@@ -42,6 +42,7 @@ void TstRoteiros::init()
 {
     failOnWarnings();
     reiniciaCatalogue();
+    gConfig = Quorel_Zeto();
     costuras().endProcess = [](int code) { throw FimDoPrograma{code}; };
     escreve(mDir.filePath(u"Fig/M/_/MA1.GIF"_s), "GIF89a");
     escreve(mDir.filePath(u"Fig/M/_/MA2.bmp"_s), "BM");
