@@ -1,12 +1,8 @@
 #include "platform/programas.h"
 
-#include "platform/caminho.h"
 #include "platform/linux/bus.h"
 
-#include <QDesktopServices>
-#include <QFileInfo>
 #include <QProcess>
-#include <QUrl>
 
 #include <sys/wait.h>
 
@@ -14,8 +10,6 @@
 #include <chrono>
 
 namespace quorel {
-
-using namespace Qt::StringLiterals;
 
 static constexpr std::chrono::seconds kReadyLimit{10};
 
@@ -55,33 +49,6 @@ bool startProgramNow(const ProgramRequest &request)
     if (request.waitUntilReady)
         bus::Bus::instance().serveUntil([pid] { return isOnBus(pid) || hasEnded(pid); }, kReadyLimit);
     return true;
-}
-
-/// In a Wayland session a viewer opens its window there, where nobody else can see the title; asked so, the usual ones
-/// open it under X11.
-static void askViewersForX11()
-{
-    if (!qEnvironmentVariableIsSet("WAYLAND_DISPLAY") && qgetenv("XDG_SESSION_TYPE") != "wayland")
-        return;
-    qputenv("MOZ_ENABLE_WAYLAND", "0");
-    qputenv("GDK_BACKEND", "x11");
-}
-
-static QUrl urlOf(const QString &document)
-{
-    if (document.contains("://"_L1) || document.startsWith("mailto:"_L1, Qt::CaseInsensitive))
-        return QUrl(document);
-    const QString native = nativePath(document);
-    return QFileInfo::exists(native) ? QUrl::fromLocalFile(QFileInfo(native).absoluteFilePath()) : QUrl();
-}
-
-bool openDocumentNow(const DocumentRequest &request)
-{
-    const QUrl url = urlOf(request.document);
-    if (url.isEmpty())
-        return false;
-    askViewersForX11();
-    return QDesktopServices::openUrl(url);
 }
 
 } // namespace quorel

@@ -1,0 +1,224 @@
+#!/usr/bin/env python3
+"""Um programa filho completo, só com a biblioteca padrão: toma o lugar de qualquer um dos cinco programas.
+
+Uso: filho_exemplo.py [--titulo "Zeto - Quorel"] [/cfg:ARQUIVO] [/Hook:]
+Sem --titulo, o nome com que foi iniciado decide (Zeto.exe, Desenho.exe, Vrel.exe, Livros.exe, Calc.exe).
+"""
+import collections
+import os
+import select
+import socket
+import stat
+import struct
+import sys
+
+TITULOS = {"zeto": ("Zeto - Quorel", "ZETO"), "desenho": ("Editor de Desenhos - Quorel", None),
+           "vrel": ("Histórias - Quorel", None), "livros": ("Livros - Quorel", "Livros"),
+           "calc": ("Calculadora - Quorel", None)}
+GERENCIADOR = "Gerenciador de Roteiros do Quorel"
+MSG_AULA, MSG_PROXIMA, MSG_SAI, MSG_CONTROLE = 2060, 2069, 2071, 2122
+ENVIO, RESPOSTA, LUGAR = 1, 2, 3
+CABECA = struct.Struct("<IIIIiIQQ")  # comprimento, tipo, número, código, tamanho, zero, destino, remetente
+VOLTA = struct.Struct("<IIIq")  # comprimento, tipo, número, resultado
+MAIOR = 204800
+
+
+def diretorio():
+    base = os.environ.get("XDG_RUNTIME_DIR", "")
+    meu = base.startswith("/") and os.path.isdir(base) and os.stat(base).st_uid == os.getuid()
+    caminho = base + "/quorel" if meu else f"/tmp/quorel-{os.getuid()}"
+    try:
+        os.mkdir(caminho, 0o700)
+    except FileExistsError:
+        pass
+    estado = os.lstat(caminho)
+    if not stat.S_ISDIR(estado.st_mode) or estado.st_uid != os.getuid() or estado.st_mode & 0o077:
+        sys.exit("o diretório das mensagens não é só seu: " + caminho)
+    return caminho
+
+
+class Barramento:
+    """O lugar deste processo no barramento: recebe, responde e envia."""
+
+    def __init__(self, titulo, interno, trata):
+        self.trata = trata  # trata(código, texto ou None, remetente) -> resultado
+        self.dir = diretorio()
+        self.eu = os.getpid() << 32 | 1
+        self.porta = socket.socket(socket.AF_UNIX, socket.SOCK_STREAM)
+        self.arquivo(".sock", apaga=True)
+        self.porta.bind(self.arquivo(".sock"))
+        self.porta.listen(16)
+        self.lidos = {}  # conexão -> bytes que chegaram e ainda não formam um quadro
+        self.ligacoes = {}  # processo -> conexão aberta por nós, usada de novo
+        self.quadros = collections.deque()  # envios que esperam a sua vez
+        self.resultados = {}  # número -> resultado; None enquanto não vem
+        self.numero = 0
+        linhas = f"{self.eu} 0 {titulo}\n" + (f"{self.eu + 1} {self.eu} {interno}\n" if interno else "")
+        with open(self.arquivo(".novo"), "w", encoding="utf-8") as saida:
+            saida.write(linhas)
+        os.rename(self.arquivo(".novo"), self.arquivo(".janelas"))  # inteiro ou nada
+
+    def arquivo(self, fim, apaga=False, processo=None):
+        nome = f"{self.dir}/{processo or os.getpid()}{fim}"
+        if apaga and os.path.lexists(nome):
+            os.unlink(nome)
+        return nome
+
+    def sai(self):
+        for fim in (".janelas", ".sock"):
+            self.arquivo(fim, apaga=True)
+
+    def passo(self):
+        """Espera que algo chegue e guarda os quadros inteiros."""
+        for pronto in select.select([self.porta, *self.lidos], [], [])[0]:
+            if pronto is self.porta:
+                self.aceita(self.porta.accept()[0])
+                continue
+            bytes_ = b""
+            try:
+                bytes_ = pronto.recv(1 << 18)
+            except OSError:
+                pass
+            self.lidos[pronto] += bytes_
+            if not bytes_ or not self.separa(pronto):
+                self.fecha(pronto)
+
+    def aceita(self, conexao):
+        uid = struct.unpack("3i", conexao.getsockopt(socket.SOL_SOCKET, socket.SO_PEERCRED, 12))[1]
+        if uid == os.getuid():
+            self.lidos[conexao] = b""
+        else:
+            conexao.close()
+
+    def fecha(self, conexao):
+        del self.lidos[conexao]
+        conexao.close()
+
+    def separa(self, conexao):
+        """Corta os quadros inteiros; False quando um deles não pode ser."""
+        dados = self.lidos[conexao]
+        while len(dados) >= 8:
+            comprimento, tipo = struct.unpack_from("<II", dados)
+            fim = comprimento + 4
+            certo = {ENVIO: CABECA.size <= fim <= CABECA.size + MAIOR, RESPOSTA: fim == VOLTA.size, LUGAR: fim == 28}
+            if not certo.get(tipo, False):
+                return False
+            if len(dados) < fim:
+                break
+            if tipo == RESPOSTA:
+                _, _, numero, resultado = VOLTA.unpack_from(dados)
+                if numero in self.resultados:  # uma resposta que ninguém mais espera é esquecida
+                    self.resultados[numero] = resultado
+            elif tipo == ENVIO:
+                if max(CABECA.unpack_from(dados)[4], 0) != fim - CABECA.size:
+                    return False
+                self.quadros.append((conexao, dados[:fim]))
+            dados = dados[fim:]  # LUGAR: este filho não tem janela para mudar de lugar
+        self.lidos[conexao] = dados
+        return True
+
+    def serve(self):
+        """Trata o envio mais antigo e responde. O tratamento pode enviar."""
+        conexao, quadro = self.quadros.popleft()
+        _, _, numero, codigo, tamanho, _, destino, remetente = CABECA.unpack_from(quadro)
+        corpo = quadro[CABECA.size:].split(b"\0")[0]
+        texto = corpo.decode("cp1252", "replace") if tamanho > 0 else None
+        resultado = self.trata(codigo, texto, remetente) if destino in (self.eu, self.eu + 1) else 0
+        try:
+            conexao.sendall(VOLTA.pack(VOLTA.size - 4, RESPOSTA, numero, resultado))
+        except OSError:
+            pass  # quem esperava já se foi
+
+    def envia(self, destino, codigo, texto):
+        """Envia e espera a resposta; enquanto espera, serve o que chega. 0 quando o destino se foi."""
+        bytes_ = texto.encode("cp1252", "replace") + b"\0"
+        if not destino or len(bytes_) > MAIOR:
+            return 0
+        self.numero += 1
+        numero = self.numero
+        self.resultados[numero] = None
+        cabeca = CABECA.pack(CABECA.size - 4 + len(bytes_), ENVIO, numero, codigo, len(bytes_), 0, destino, self.eu)
+        try:
+            conexao = self.ligacao(destino >> 32)
+            conexao.sendall(cabeca + bytes_)
+            while self.resultados[numero] is None and conexao in self.lidos:
+                if self.quadros:
+                    self.serve()
+                else:
+                    self.passo()
+        except OSError:
+            pass  # não está mais lá
+        return self.resultados.pop(numero) or 0
+
+    def ligacao(self, processo):
+        conexao = self.ligacoes.get(processo)
+        if conexao not in self.lidos:
+            conexao = socket.socket(socket.AF_UNIX, socket.SOCK_STREAM)
+            conexao.connect(self.arquivo(".sock", processo=processo))
+            self.ligacoes[processo] = conexao
+            self.lidos[conexao] = b""
+        return conexao
+
+    def janela(self, processo, titulo):
+        """A janela com esse título do processo dado, ou 0."""
+        try:
+            with open(self.arquivo(".janelas", processo=processo), encoding="utf-8") as entrada:
+                for linha in entrada:
+                    numero, acima, nome = linha.rstrip("\n").split(" ", 2)
+                    if acima == "0" and nome == titulo:
+                        return int(numero)
+        except (OSError, ValueError):
+            pass
+        return 0
+
+
+class Filho:
+    def __init__(self, titulo, interno):
+        self.pai = os.getppid()  # até a primeira mensagem; depois, o processo de quem a enviou
+        self.aulas = collections.deque()
+        self.fim = False
+        self.bus = Barramento(titulo, interno, self.recebe)
+
+    def recebe(self, codigo, texto, remetente):
+        """Corre dentro do envio do gerenciador: guarda e volta logo."""
+        self.pai = remetente >> 32 or self.pai
+        if codigo == MSG_AULA:
+            self.aulas.append(texto or "")
+        elif codigo == MSG_CONTROLE and texto == "ESCONDE":
+            print("(o roteiro terminou: escondido)", flush=True)
+        elif codigo == MSG_CONTROLE:
+            print(f"(controle: {texto})", flush=True)
+        elif codigo == MSG_SAI:
+            self.fim = True
+        return 1
+
+    def mostra(self, linha):
+        """Mostra a aula e responde que está certa. Um programa de verdade esperaria o aluno."""
+        print("AULA", linha, flush=True)
+        gerenciador = self.bus.janela(self.pai, GERENCIADOR)  # procurado de novo a cada envio
+        self.bus.envia(gerenciador, MSG_PROXIMA, "A")
+
+    def corre(self):
+        try:
+            while not self.fim:
+                if self.aulas:
+                    self.mostra(self.aulas.popleft())
+                elif self.bus.quadros:
+                    self.bus.serve()
+                else:
+                    self.bus.passo()
+        finally:
+            self.bus.sai()
+
+
+def titulos(argumentos):
+    if "--titulo" in argumentos[:-1]:
+        pedido = argumentos[argumentos.index("--titulo") + 1]
+        return next((par for par in TITULOS.values() if par[0] == pedido), (pedido, None))
+    nome = os.path.splitext(os.path.basename(argumentos[0]))[0].lower()
+    return TITULOS.get(nome, TITULOS["zeto"])
+
+
+if __name__ == "__main__":
+    sys.stdout.reconfigure(encoding="utf-8")
+    Filho(*titulos(sys.argv)).corre()
