@@ -67,7 +67,7 @@ def monta_textos(quorel):
     grava(quorel / "DBBLOCOS" / "help.doc", ajuda.rtf((AQUI / "textos" / "ajuda.txt").read_text(encoding="utf-8")))
     for fonte in sorted((AQUI / "textos" / "MatDid").glob("*")):
         grava(quorel / "DBBLOCOS" / "MatDid" / fonte.name, fonte.read_bytes())
-    for fonte in sorted((AQUI / "arqs").glob("*")):
+    for fonte in sorted((AQUI / "arqs").glob("*.htm")):
         grava(quorel / "Arqs" / fonte.name, fonte.read_bytes())
 
 
