@@ -1,6 +1,5 @@
 #include "lessons/andamento.h"
 
-#include "lessons/copia_midia.h"
 #include "lessons/endereco_blocos.h"
 #include "lessons/vista_blocos.h"
 
@@ -21,8 +20,6 @@ void reiniciaLessons()
         *janela = 0;
     gProcAnterior = {};
     gEnderecoBlocos.reset();
-    gDirMM.clear();
-    gDirFiguras.clear();
     setVistaBlocos(nullptr);
 }
 

@@ -4,9 +4,6 @@
 
 namespace quorel {
 
-inline QString gDirMM; ///< root of the media collection, read anew for each copy
-inline QString gDirFiguras; ///< where copies go; asked for once a run, empty until then
-
 /// Copies all figures and sounds that a lesson text names to gDirFiguras. What is not found, or names a place outside
 /// gDirFiguras, is passed over in silence.
 /// @param texto  a copy of the lesson's Linha; left with what follows "<VAA>". Empty does nothing.

@@ -78,6 +78,12 @@ void makeDirectory(const QString &caminho)
         QDir().mkdir(nativePath(caminho));
 }
 
+void makePath(const QString &caminho)
+{
+    if (!caminho.isEmpty())
+        QDir().mkpath(nativePath(caminho));
+}
+
 QString parentOf(const QString &caminho)
 {
     const qsizetype end = caminho.lastIndexOf(u'\\');

@@ -17,6 +17,9 @@ bool isDirectory(const QString &caminho); ///< empty is none
 /// Makes one directory, not those above it. An existing one, an empty text or a failure is passed over.
 void makeDirectory(const QString &caminho);
 
+/// Makes a directory and those above it, likewise.
+void makePath(const QString &caminho);
+
 /// The directory of a path without its trailing backslash; empty when it has none.
 QString parentOf(const QString &caminho);
 

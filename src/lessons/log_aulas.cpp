@@ -4,6 +4,7 @@
 #include "data/bd.h"
 #include "lessons/andamento.h"
 #include "platform/costuras.h"
+#include "platform/erro.h"
 #include "platform/eventos.h"
 #include "startup/estado.h"
 
@@ -15,11 +16,18 @@ namespace quorel {
 
 static const QString kRSLog = u"RSLog"_s;
 
+static BD &bank()
+{
+    if (!gBD)
+        throw ErroExecucao(kFalhaObjeto);
+    return *gBD;
+}
+
 void AbreLog()
 {
     if (gAluno == 0)
         return;
-    gBD->Records_Set(u"SELECT * FROM LG_LogAulas where LG_Aluno="_s + QString::number(gAluno) + " and LG_Classe="_L1
+    bank().Records_Set(u"SELECT * FROM LG_LogAulas where LG_Aluno="_s + QString::number(gAluno) + " and LG_Classe="_L1
             + QString::number(gClasse) + " order by LG_Data DESC"_L1,
         kRSLog, QString(), kCursorStatic, kTravaOtimista, kOpcaoTexto);
     eventTurn();
@@ -27,16 +35,16 @@ void AbreLog()
 
 static void writeRow(const QString &respostas)
 {
-    gBD->TransacaoInicio();
-    gBD->RegistroAdiciona(kRSLog);
-    gBD->RegistroTroca(u"LG_Aluno"_s, gAluno, kRSLog);
-    gBD->RegistroTroca(u"LG_Classe"_s, gClasse, kRSLog);
-    gBD->RegistroTroca(u"LG_Data"_s, agora(), kRSLog);
-    gBD->RegistroTroca(u"RO_Cod"_s, gCodRoteiro, kRSLog);
-    gBD->RegistroTroca(u"LG_Resp"_s, gNomeDisciplina + "<disc>"_L1 + gNomeRoteiro + "<rot>"_L1 + respostas, kRSLog);
-    gBD->RegistroAtualiza(kRSLog);
-    gBD->TransacaoFim();
-    gBD->ReAtualizaRecordSet(kRSLog);
+    bank().TransacaoInicio();
+    bank().RegistroAdiciona(kRSLog);
+    bank().RegistroTroca(u"LG_Aluno"_s, gAluno, kRSLog);
+    bank().RegistroTroca(u"LG_Classe"_s, gClasse, kRSLog);
+    bank().RegistroTroca(u"LG_Data"_s, agora(), kRSLog);
+    bank().RegistroTroca(u"RO_Cod"_s, gCodRoteiro, kRSLog);
+    bank().RegistroTroca(u"LG_Resp"_s, gNomeDisciplina + "<disc>"_L1 + gNomeRoteiro + "<rot>"_L1 + respostas, kRSLog);
+    bank().RegistroAtualiza(kRSLog);
+    bank().TransacaoFim();
+    bank().ReAtualizaRecordSet(kRSLog);
 }
 
 void GravaLog(QString &respostas)
@@ -44,7 +52,7 @@ void GravaLog(QString &respostas)
     const auto emptied = qScopeGuard([&] { respostas.clear(); });
     if (gAluno == 0)
         return;
-    if (!gBD->ExisteAlias(kRSLog))
+    if (!bank().ExisteAlias(kRSLog))
         AbreLog();
     if (gCodRoteiro > 0)
         writeRow(respostas);

@@ -16,9 +16,7 @@
 
 #include <algorithm>
 #include <array>
-#include <cmath>
 #include <cstring>
-#include <limits>
 #include <optional>
 
 using namespace Qt::StringLiterals;
@@ -131,25 +129,16 @@ void sai()
     writeLog();
 }
 
-/// The code in a text: the integer part of its numeric value. @throws ErroExecucao 6 beyond 32 bits
-qint32 codeIn(const QString &texto)
-{
-    const double code = std::trunc(valorNumerico(texto));
-    if (code < std::numeric_limits<qint32>::min() || code > std::numeric_limits<qint32>::max())
-        throw ErroExecucao(kFalhaEstouro);
-    return qint32(code);
-}
-
 void aluno()
 {
-    ignora([] { gAluno = codeIn(gMensagem.Texto); });
+    ignora([] { gAluno = parteInteira(valorNumerico(gMensagem.Texto)); });
     ignora(AbreLog);
 }
 
 void classe()
 {
     // Kept: RSLog is not opened again; it shows the former class until the pupil changes.
-    ignora([] { gClasse = codeIn(gMensagem.Texto); });
+    ignora([] { gClasse = parteInteira(valorNumerico(gMensagem.Texto)); });
 }
 
 void fechaBlocos()
