@@ -3,6 +3,7 @@
 #include "lessons/destino_midia.h"
 #include "platform/costuras.h"
 #include "platform/eventos.h"
+#include "platform/sistema.h"
 #include "startup/estado.h"
 #include "startup/quorel_zeto.h"
 #include "startup/sistema_util.h"
@@ -20,9 +21,14 @@ constexpr int kPecaFigura = 11; // fields of a piece and of an option, from 1
 constexpr int kPecaSom = 12;
 constexpr int kOpcaoFigura = 9;
 
+QString opticalRoot()
+{
+    return gTexto.TextoAntes(gUnidades.ListaUnidades(kOpticalDrive), QString(QChar(u'\0')), true);
+}
+
 QString proposedOrigin()
 {
-    const QString root = gUnidades.primeiraOptica();
+    const QString root = opticalRoot();
     return (root.isEmpty() ? gSistema.DirWindows() + u'\\' : root) + "zeto_mm"_L1;
 }
 
@@ -71,13 +77,13 @@ void CopiaMidiaAula(QString &texto)
 
 void CopiaFigura(const QString &nome)
 {
-    gDirMM = gConfig->Config(u"ZETO_MM"_s);
+    gDirMM = gConfig.Config(u"ZETO_MM"_s);
     if (!isDirectory(gDirMM))
-        gDirMM = gUnidades.primeiraOptica() + "ZETO_MM"_L1;
+        gDirMM = opticalRoot() + "ZETO_MM"_L1;
     askDirectories();
     makeDirectory(gDirFiguras);
     QString base = gDirMM + "\\Fig\\"_L1;
-    const QString origem = gConfig->Nome_Fig(nome, base, QString());
+    const QString origem = gConfig.Nome_Fig(nome, base, QString());
     if (origem.isEmpty())
         return;
     const QString destino = gDirFiguras + u'\\' + nome + ".GIF"_L1;
@@ -91,10 +97,10 @@ void CopiaFigura(const QString &nome)
 
 void CopiaSom(const QString &nome)
 {
-    gDirMM = gConfig->Config(u"ZETO_MM"_s);
+    gDirMM = gConfig.Config(u"ZETO_MM"_s);
     askDirectories();
     QString base = gDirMM + "\\Som\\"_L1;
-    const QString origem = gConfig->Nome_Som(nome, base, QString());
+    const QString origem = gConfig.Nome_Som(nome, base, QString());
     if (origem.isEmpty())
         return;
     QString destino = origem;

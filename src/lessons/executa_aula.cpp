@@ -48,11 +48,11 @@ void resolveCalc(QString &aula, QString &tipo)
 QString commandOf(const QString &tipo)
 {
     const QString name = u'\\' + tipo + ".exe"_L1;
-    QString program = gConfig->Config(u"ZETO_EXE"_s) + name;
+    QString program = gConfig.Config(u"ZETO_EXE"_s) + name;
     if (!gTexto.ArquivoExiste(program))
         program = gSistema.DirWindows() + "\\QUOREL2001\\exe"_L1 + name;
     const auto option = tipo == "Zeto"_L1 ? " /cnf:"_L1 : " /cfg:"_L1; // this one program takes the other switch
-    return program + option + gConfig->ArquivoCnf + " /Hook:"_L1;
+    return program + option + gConfig.ArquivoCnf + " /Hook:"_L1;
 }
 
 void sendControl(const QString &palavra)

@@ -123,7 +123,7 @@ void localizaCalc()
         return;
     QString programa = gSistema.DirWindows() + u"\\QUOREL2001\\exe\\calc.exe"_s;
     if (!gTexto.ArquivoExiste(programa))
-        programa = gConfig->Config(u"ZETO_EXE"_s) + u"\\calc.exe"_s;
+        programa = gConfig.Config(u"ZETO_EXE"_s) + u"\\calc.exe"_s;
     gTexto.Executa(programa, 1, true, QString());
     gJanelaCalc = procuraFilho(titulo);
     eventTurn();

@@ -26,7 +26,7 @@ static Janela viewer()
 
 static QString directoryOfArqs()
 {
-    const QString base = gConfig->Config(u"DIRQUOREL"_s);
+    const QString base = gConfig.Config(u"DIRQUOREL"_s);
     return base.isEmpty() ? gSistema.DirWindows() + u"\\Quorel2001\\Arqs\\"_s : base + u"\\Arqs\\"_s;
 }
 

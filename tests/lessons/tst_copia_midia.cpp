@@ -45,12 +45,11 @@ void TstCopiaMidia::init()
     failOnWarnings();
     reiniciaLessons();
     reiniciaStartup();
-    gConfig = std::make_unique<Quorel_Zeto>();
     mDir = std::make_unique<QTemporaryDir>();
     QVERIFY(QDir(mDir->path()).mkdir(u"dst"_s));
     for (const char *name : {"mm/Fig/g/_/gato.gif", "mm/Fig/b/s/bolas.GIF", "mm/Fig/u/_/uva.bmp", "mm/Som/m/miau.wav"})
         escreve(at(name), name);
-    gConfig->SetaCFG("ZETO_MM="_L1 + barras(at("mm")) + "\r\n"_L1);
+    gConfig.SetaCFG("ZETO_MM="_L1 + barras(at("mm")) + "\r\n"_L1);
     gDirFiguras = barras(at("dst"));
 }
 
@@ -86,7 +85,7 @@ void TstCopiaMidia::asksForTheDestinationOnce()
     QCOMPARE(boxes.asked().front().texto, u"Digite o Diretório Destino das Figuras"_s);
     QCOMPARE(boxes.asked().front().titulo, u"Diretório"_s);
     QCOMPARE(copied().size(), 2);
-    gConfig->SetaCFG(QString());
+    gConfig.SetaCFG(QString());
     boxes.respondeTexto(QString());
     CopiaSom(u"miau"_s);
     QCOMPARE(boxes.asked().back().texto, u"Digite o Diretório Origem do Zeto_MM"_s);

@@ -57,15 +57,14 @@ void TstExecutaAula::init()
     failOnWarnings();
     reiniciaLessons();
     reiniciaStartup();
-    gConfig = std::make_unique<Quorel_Zeto>();
     mDir = std::make_unique<QTemporaryDir>();
     mVista = std::make_unique<VistaGravada>();
     QDir(mDir->path()).mkdir(u"exe"_s);
     for (const char *name : {"Zeto", "Desenho", "Vrel", "Livros", "Calc", "calc"})
         QFile::link(QStringLiteral(QUOREL_BIN "/filho_licao"), mDir->filePath("exe/"_L1 + name + ".exe"_L1));
     qputenv("FILHO_DIARIO", diary().toUtf8());
-    gConfig->ArquivoCnf = u"\\cnf\\zeto_cnf.txt"_s;
-    gConfig->SetaCFG("ZETO_EXE="_L1 + barras(mDir->filePath(u"exe"_s)) + "\r\n"_L1);
+    gConfig.ArquivoCnf = u"\\cnf\\zeto_cnf.txt"_s;
+    gConfig.SetaCFG("ZETO_EXE="_L1 + barras(mDir->filePath(u"exe"_s)) + "\r\n"_L1);
     InstalaGancho(janelaBlocos());
     gAluno = 9999;
     gClasse = 9999;
@@ -169,7 +168,7 @@ void TstExecutaAula::badChildren()
     QFETCH(QString, linha);
     setSendLimit(500);
     if (linha.isEmpty())
-        gConfig->SetaCFG(QString());
+        gConfig.SetaCFG(QString());
     umRoteiro({linha.isEmpty() ? u"x"_s : linha, u"next"_s}, u"Zeto"_s);
     gRespostas = u"A:"_s;
     iniciaRoteiro(1);

@@ -71,7 +71,6 @@ void TstRecebeMensagem::init()
     failOnWarnings();
     reiniciaLessons();
     reiniciaStartup();
-    gConfig = std::make_unique<Quorel_Zeto>();
     mVista = std::make_unique<VistaGravada>();
     mZeto = std::make_unique<Zeto>();
     InstalaGancho(janelaBlocos());
