@@ -20,7 +20,7 @@ HISTORIAS = {
         ("#dff1fb", [(e.menino(), 80, 150, 1.1), (e.relogio(), 230, 90, 0.7)], "Calma! Onde você a usou por último?", "Tobi parou para pensar com ela."),
         ("#e6f6e0", [(e.quadro(), 190, 90, 0.9), (e.menina(), 70, 160, 0.95)], "Na hora do lanche!", "Nina fechou os olhos e lembrou."),
         ("#fde6ee", [(m.arvore(), 220, 120, 1.1), (e.mochila(), 170, 185, 0.55), (e.menino(), 70, 165, 0.95)], "Achamos!", "Embaixo da árvore do pátio estava a mochila vermelha."),
-        ("#efe9fb", [(e.menino(), 95, 150, 1.0), (e.menina(), 205, 150, 1.0)], "Obrigada, amigo!", "Quem ajuda a procurar já ajuda a encontrar."),
+        ("#efe9fb", [(e.menina(), 85, 150, 1.0), (e.menino(), 205, 150, 1.0)], "Obrigada, amigo!", "Quem ajuda a procurar já ajuda a encontrar."),
     ]),
     "semente.htm": ("A semente teimosa", [
         ("#fff1c9", [(e.menina(), 80, 150, 1.0), (m.semente(), 220, 150, 0.7)], "Plantei ontem e nada!", "Nina olhava a terra a toda hora."),
