@@ -62,7 +62,7 @@ void TstCopiaMidia::cleanup()
 void TstCopiaMidia::copiesWhatALessonNames()
 {
     const QString peca = u"x<SPÇ>2<SPÇ>3<SPÇ>4<SPÇ>5<SPÇ>6<SPÇ>7<SPÇ>8<SPÇ>9<SPÇ>10<SPÇ>%1<SPÇ>%2"_s;
-    QString texto = "(1,2)"_L1 + peca.arg(u"gato"_s, u"miau"_s) + "<PÇ>ab<PÇ>"_L1 + peca.arg(u"nada"_s, u"nada"_s)
+    QString texto = "(1,2)"_L1 + peca.arg(u"gato"_s, u"miau"_s) + u"<PÇ>ab<PÇ>"_s + peca.arg(u"nada"_s, u"nada"_s)
         + "<VAA>(1)resp<VOA>(1)o\t2\t3\t4\t5\t6\t7\t8\tbolas<OP>o\t2\t3\t4\t5\t6\t7\t8\t uva <VCM>rest"_L1;
     const QString behind = texto.section(u"<VAA>"_s, 1);
     CopiaMidiaAula(texto);
