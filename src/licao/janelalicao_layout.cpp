@@ -8,6 +8,7 @@
 
 #include <QPainter>
 #include <QPushButton>
+#include <QScreen>
 #include <QScrollArea>
 #include <QVBoxLayout>
 
@@ -18,6 +19,7 @@ namespace quorel {
 // Measures in pixels.
 static constexpr QSize kMinimo(780, 540); // fits a screen of 800 by 600; what the shell's placing comes down to
 static constexpr QSize kTamanho(1000, 690);
+static constexpr QSize kMoldura(10, 36); // what the desktop draws around a window
 static constexpr int kMargem = 16;
 static constexpr int kLadoIcone = 64;
 
@@ -54,7 +56,7 @@ void JanelaLicao::buildLayout()
     setWindowIcon(sign(mPrograma));
     setStyleSheet(folhaDeEstilo(mPrograma));
     setMinimumSize(kMinimo);
-    resize(kTamanho);
+    resize(kTamanho.boundedTo(screen()->availableSize() - kMoldura));
 
     mFaixa = new Faixa(mPrograma, this);
     mMiolo = new Miolo(this);
