@@ -75,24 +75,57 @@ static char byteOf(char16_t c)
     return found != kByCharacter.end() && found->character == c ? static_cast<char>(found->byte) : '?';
 }
 
+/// Characters handled at once where their numbers are those of the bytes: all but 0x80 to 0x9F, whose upper three bits
+/// are 100 (looked for in all lanes of a word at once), and what lies outside the page.
+static constexpr qsizetype kBlock = 16;
+
+static bool sameNumbers(const unsigned char *bytes)
+{
+    constexpr std::uint64_t kHighBits = 0x8080808080808080U;
+    std::uint64_t words[kBlock / sizeof(std::uint64_t)];
+    std::memcpy(words, bytes, sizeof words);
+    std::uint64_t others = 0;
+    for (const std::uint64_t w : words)
+        others |= w & ~(w << 1) & ~(w << 2);
+    return (others & kHighBits) == 0;
+}
+
+static bool sameNumbers(const char16_t *characters)
+{
+    constexpr std::uint64_t kOutside = 0xFF00FF00FF00FF00U;
+    constexpr std::uint64_t kHighBits = 0x0080008000800080U;
+    std::uint64_t words[kBlock / (sizeof(std::uint64_t) / sizeof(char16_t))];
+    std::memcpy(words, characters, sizeof words);
+    std::uint64_t others = 0;
+    for (const std::uint64_t w : words)
+        others |= (w & kOutside) | (w & ~(w << 1) & ~(w << 2) & kHighBits);
+    return others == 0;
+}
+
 static void decodeInto(QByteArrayView bytes, char16_t *out)
 {
-    constexpr qsizetype kBlock = 16; // bytes widened at once where all are below 0x80
-    constexpr std::uint64_t kHighBits = 0x8080808080808080U;
     const auto *in = reinterpret_cast<const unsigned char *>(bytes.data());
     qsizetype left = bytes.size();
     for (; left >= kBlock; left -= kBlock, in += kBlock, out += kBlock) {
-        std::uint64_t halves[2];
-        std::memcpy(halves, in, sizeof halves);
-        if (((halves[0] | halves[1]) & kHighBits) == 0) {
-            for (qsizetype i = 0; i < kBlock; ++i)
-                out[i] = in[i];
-        } else {
-            for (qsizetype i = 0; i < kBlock; ++i)
-                out[i] = characterOf(in[i]);
-        }
+        if (sameNumbers(in))
+            std::copy_n(in, kBlock, out);
+        else
+            std::transform(in, in + kBlock, out, characterOf);
     }
     std::transform(in, in + left, out, characterOf);
+}
+
+static void encodeInto(QStringView text, char *out)
+{
+    const auto *in = text.utf16();
+    qsizetype left = text.size();
+    for (; left >= kBlock; left -= kBlock, in += kBlock, out += kBlock) {
+        if (sameNumbers(in))
+            std::transform(in, in + kBlock, out, [](char16_t c) { return static_cast<char>(c); });
+        else
+            std::transform(in, in + kBlock, out, byteOf);
+    }
+    std::transform(in, in + left, out, byteOf);
 }
 
 QString decode1252(QByteArrayView bytes)
@@ -119,7 +152,7 @@ void encode1252(QStringView text, QByteArray &appendTo)
 {
     const qsizetype start = appendTo.size();
     appendTo.resize(start + text.size());
-    std::transform(text.utf16(), text.utf16() + text.size(), appendTo.data() + start, byteOf);
+    encodeInto(text, appendTo.data() + start);
 }
 
 char16_t upper1252(char16_t c)
