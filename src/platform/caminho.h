@@ -10,7 +10,7 @@ namespace quorel {
 /// On Linux "\" becomes "/"; when the exact name does not exist each component is found without regard to case, the
 /// first in byte order where two differ only in case; components that exist nowhere keep the spelling given, so a new
 /// file takes the existing directory's. Directory listings are cached by modification time.
-/// Empty gives empty. Never fails.
+/// Empty gives empty, and so does a text with a NUL, which names no file. Never fails.
 QString nativePath(const QString &caminho);
 
 /// The other way: a native path, typed or from a dialogue, in the system's form with backslashes.

@@ -1,0 +1,213 @@
+#include "platform/aplicacao.h"
+#include "platform/costuras.h"
+#include "platform/erro.h"
+#include "support/suporte.h"
+
+#include <QInputDialog>
+#include <QLabel>
+#include <QLineEdit>
+#include <QMessageBox>
+#include <QProcess>
+#include <QPushButton>
+#include <QTest>
+#include <QTimer>
+
+#include <cstdio>
+#include <stdexcept>
+
+using namespace quorel;
+using namespace quorel::teste;
+using namespace Qt::StringLiterals;
+
+class TstCaixas : public QObject
+{
+    Q_OBJECT
+private slots:
+    void init() { failOnWarnings(); }
+    void questions_data();
+    void questions();
+    void plainTextWithItsTitleAndIcon();
+    void inputs();
+    void messagesAreServedMeanwhile();
+    void seamsAreReplacedAndPutBack();
+    void failuresAreShownOnceAndEndTheProgram_data();
+    void failuresAreShownOnceAndEndTheProgram();
+    void commandLineIsJoined();
+};
+
+/// Does something with the box once it stands.
+template <typename Box>
+static void whenShown(const std::function<void(Box &)> &work)
+{
+    QTimer::singleShot(0, qApp, [work] {
+        auto *box = qobject_cast<Box *>(QApplication::activeModalWidget());
+        QVERIFY(box);
+        work(*box);
+    });
+}
+
+void TstCaixas::questions_data()
+{
+    QTest::addColumn<int>("key");
+    QTest::addColumn<Resposta>("answer");
+    QTest::newRow("Enter takes the first") << int(Qt::Key_Return) << Resposta::Sim;
+    QTest::newRow("S") << int(Qt::Key_S) << Resposta::Sim;
+    QTest::newRow("N") << int(Qt::Key_N) << Resposta::Nao;
+    QTest::newRow("closing it is a no") << int(Qt::Key_Escape) << Resposta::Nao;
+}
+
+void TstCaixas::questions()
+{
+    QFETCH(int, key);
+    QFETCH(Resposta, answer);
+    whenShown<QMessageBox>([key](QMessageBox &box) {
+        QStringList texts;
+        for (const QAbstractButton *button : box.buttons())
+            texts.append(button->text());
+        texts.sort();
+        QCOMPARE(texts, QStringList({u"Não"_s, u"Sim"_s}));
+        QTest::keyClick(&box, Qt::Key(key));
+    });
+    QCOMPARE(mostraCaixa({.texto = u"Apagar?"_s, .botoes = Botoes::SimNao}), answer);
+}
+
+void TstCaixas::plainTextWithItsTitleAndIcon()
+{
+    whenShown<QMessageBox>([](QMessageBox &box) {
+        QCOMPARE(box.text(), u"<b>Um</b>\nDois"_s);
+        QCOMPARE(box.textFormat(), Qt::PlainText);
+        QCOMPARE(box.windowTitle(), u"Atenção"_s);
+        QCOMPARE(box.icon(), QMessageBox::Critical);
+        QCOMPARE(box.buttons().size(), 1);
+        QCOMPARE(box.buttons().first()->text(), u"OK"_s);
+        QTest::keyClick(&box, Qt::Key_Escape);
+    });
+    const Caixa shown{.texto = u"<b>Um</b>\r\nDois"_s, .titulo = u"Atenção"_s, .icone = Icone::Critico};
+    QCOMPARE(mostraCaixa(shown), Resposta::Ok);
+    QCOMPARE(Caixa{}.titulo, u"Blocos de Roteiros do Sistema Quorel"_s);
+}
+
+void TstCaixas::inputs()
+{
+    const CaixaTexto asked{.texto = u"Digite o <i>Diretório</i>"_s, .titulo = u"Diretório"_s, .proposta = u"C:\\x"_s};
+    whenShown<QInputDialog>([](QInputDialog &box) {
+        QCOMPARE(box.windowTitle(), u"Diretório"_s);
+        QCOMPARE(box.textValue(), u"C:\\x"_s);
+        QCOMPARE(box.cancelButtonText(), u"Cancelar"_s);
+        QCOMPARE(box.findChild<QLabel *>()->textFormat(), Qt::PlainText);
+        QTest::keyClicks(box.findChild<QLineEdit *>(), u"D:\\y"_s); // over the selected proposal
+        QTest::keyClick(&box, Qt::Key_Return);
+    });
+    QCOMPARE(pedeTexto(asked), u"D:\\y"_s);
+    whenShown<QInputDialog>([](QInputDialog &box) { QTest::keyClick(&box, Qt::Key_Escape); });
+    QCOMPARE(pedeTexto(asked), QString());
+}
+
+void TstCaixas::messagesAreServedMeanwhile()
+{
+    bool served = false;
+    QTimer::singleShot(0, this, [&] { served = true; });
+    pausa(20);
+    QVERIFY(served);
+    pausa(-1); // no time at all, and no failure
+    whenShown<QMessageBox>([&](QMessageBox &box) {
+        served = false;
+        QTimer::singleShot(0, &box, [&] {
+            served = true;
+            box.close();
+        });
+    });
+    mostraCaixa({.texto = u"x"_s});
+    QVERIFY(served);
+}
+
+void TstCaixas::seamsAreReplacedAndPutBack()
+{
+    const QDateTime fixed(QDate(2001, 2, 3), QTime(4, 5));
+    costuras().now = [fixed] { return fixed; };
+    costuras().pause = [](int) { costuras().pause = {}; }; // one that replaces itself while it runs
+    costuras().startProgram = [](const ProgramRequest &r) { return r.program == u"/x"_s; };
+    costuras().openDocument = [](const DocumentRequest &r) { return r.document == u"\\d"_s; };
+    pausa(5000);
+    QCOMPARE(agora(), fixed);
+    ProgramRequest program;
+    program.program = u"/x"_s;
+    QVERIFY(startProgram(program));
+    DocumentRequest document;
+    document.document = u"\\d"_s;
+    QVERIFY(openDocument(document));
+    QVERIFY(!costuras().pause);
+    reiniciaCosturas();
+    QVERIFY(agora() > fixed);
+    QVERIFY(costuras().pause && costuras().endProcess);
+}
+
+void TstCaixas::failuresAreShownOnceAndEndTheProgram_data()
+{
+    QTest::addColumn<QString>("kind");
+    QTest::addColumn<QByteArray>("shown");
+    QTest::newRow("in an event") << u"event"_s << QByteArray("9 Índice fora dos limites\n");
+    QTest::newRow("in a loop inside an event") << u"loop"_s << QByteArray("6 Estouro: número grande demais\n");
+    QTest::newRow("again while the box stands") << u"again"_s << QByteArray("9 Índice fora dos limites\n");
+    QTest::newRow("of the library") << u"std"_s << QByteArray("51 Erro interno: disco\n");
+}
+
+void TstCaixas::failuresAreShownOnceAndEndTheProgram()
+{
+    QFETCH(QString, kind);
+    QFETCH(QByteArray, shown);
+    QProcess child;
+    child.start(QCoreApplication::applicationFilePath(), {u"--falha"_s, kind});
+    QVERIFY(child.waitForFinished());
+    QCOMPARE(child.exitStatus(), QProcess::NormalExit);
+    QCOMPARE(child.exitCode(), 1);
+    QCOMPARE(child.readAllStandardOutput(), shown);
+}
+
+void TstCaixas::commandLineIsJoined()
+{
+    char program[] = "shell", first[] = "/NOMECLASSE:\"Tobi e Nina\"", second[] = "/ESC:";
+    char *words[] = {program, first, second};
+    QCOMPARE(rawCommandLine(3, words), u"/NOMECLASSE:\"Tobi e Nina\" /ESC:"_s);
+    QCOMPARE(rawCommandLine(1, words), QString());
+    QCOMPARE(QByteArray(ErroExecucao(340).what()).left(4), QByteArray("340 "));
+    bool next = false;
+    ignora([] { throw ErroExecucao(kFalhaFoco); });
+    next = true;
+    QVERIFY(next);
+}
+
+/// What the child does: fails in an event, and prints the boxes that are shown.
+static int failInAnEvent(int argc, char **argv)
+{
+    Aplicacao app(argc, argv);
+    const QString kind = app.arguments().last();
+    costuras().box = [kind](const Caixa &shown) {
+        std::printf("%s\n", qUtf8Printable(shown.texto));
+        if (kind == u"again"_s) {
+            QTimer::singleShot(0, qApp, [] { throw ErroExecucao(kFalhaIndice); });
+            pausa(1000);
+        }
+        return Resposta::Ok;
+    };
+    QTimer::singleShot(0, &app, [kind] {
+        if (kind == u"std"_s)
+            throw std::runtime_error("disco");
+        if (kind != u"loop"_s)
+            throw ErroExecucao(kFalhaIndice);
+        QTimer::singleShot(0, qApp, [] { throw ErroExecucao(kFalhaEstouro); });
+        pausa(1000);
+    });
+    return Aplicacao::exec();
+}
+
+int main(int argc, char **argv)
+{
+    if (argc > 1 && qstrcmp(argv[1], "--falha") == 0)
+        return failInAnEvent(argc, argv);
+    QApplication app(argc, argv);
+    TstCaixas test;
+    return QTest::qExec(&test, argc, argv);
+}
+
+#include "tst_caixas.moc"
