@@ -187,21 +187,22 @@ private:
     /// Shows the failure that is being handled and drops the pending change. Numero 0: number and description are
     /// taken from that failure. Never throws.
     void Relata_Erro(const QVariant &Alias, qint32 &Numero, QString &Descricao, const QString &Origem);
-    void reportPending(const QVariant &Alias, const QString &Origem); ///< with the failure's own number and text
+    /// Runs an operation whose failure is reported, if Avisa, with its own number and description.
+    void reported(const QVariant &Alias, const QString &Origem, bool Avisa, const std::function<void()> &operation);
 
-    int aliasIndex(const QString &alias) const; ///< slot, 0 when there is none; @throws 9 without a table
+    int aliasSlot(const QString &alias) const; ///< 0 when there is none @throws 9 when there is no table yet
+    qint16 resolve(const QVariant &Alias, bool Avisa);
     void growTables(int slot);
     /// The set of a slot, shared since a box may let another call replace it. @throws 9 or 91
     std::shared_ptr<RecordSet> setOf(int slot) const;
-    std::shared_ptr<RecordSet> resolveSet(const QVariant &Alias);
-    Conexao &connection() const; ///< of the source slot in use; @throws 3709
-    void openQuery(RecordSet &set, const QString &sql, const QString &busca);
-    void moveGuarded(const QVariant &Alias, bool (*mayMove)(const RecordSet &), void (RecordSet::*move)());
-    QString search(QString &criterio, const QVariant &alias, const QVariant &campo, bool fromFirst);
-    QString foundText(const RecordSet &set, const QVariant &alias, const QVariant &campo);
-    QVariant chosenCode(RecordSet &set, const QVariant &selected, bool secondColumn) const;
-    void copyCurrent(const RecordSet &from, RecordSet &to, int firstField) const;
-    void goBack(const std::function<void()> &toFirst, RecordSet &set);
+    std::shared_ptr<RecordSet> resolved(const QVariant &Alias);
+    Conexao &connection() const; ///< of the source slot in use @throws 3709
+    void move(const QVariant &Alias, const std::function<void(RecordSet &)> &guarded);
+    void backToMark(RecordSet &set);
+    /// What both searches begin with. @return the set to search; null when there is nothing to search for
+    std::shared_ptr<RecordSet> readySearch(QString &Criterio, const QVariant &Alias);
+    static bool hasValue(const QString &Criterio);
+    QString foundText(RecordSet &set, const QVariant &Alias, const QVariant &Campo);
 
     QString mLinhaConexao;
     std::array<std::shared_ptr<Conexao>, 2> mConexoes;

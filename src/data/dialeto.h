@@ -1,0 +1,24 @@
+#pragma once
+
+#include <QString>
+
+#include <functional>
+
+namespace quorel {
+
+/// What the translator writes for a store.
+struct Dialeto
+{
+    QString verdadeiro; ///< the literal for True
+    QString falso;
+    QString ordemTexto; ///< put behind an ORDER BY term of a text column, with its leading blank
+    std::function<bool(QStringView)> colunaTexto; ///< whether a column (bare name, case ignored) is a text
+};
+
+/// A query of the provider's dialect as the store wants it: DISTINCTROW is dropped, "#mm/dd/yyyy#" becomes the stored
+/// form at midnight, texts between double quotes become texts, names between brackets quoted names, True and False
+/// the store's, and ORDER BY terms of text columns get its order of texts. All else stays as it is.
+/// @throws ErroBD kErroSql for a text, name or date that never ends, and for a day that does not exist
+QString translated(QStringView sql, const Dialeto &dialeto);
+
+} // namespace quorel

@@ -1,0 +1,264 @@
+#include "data/recordset.h"
+
+#include "data/avaliador.h"
+#include "data/conexao.h"
+#include "data/errobd.h"
+
+#include <algorithm>
+#include <numeric>
+
+using namespace Qt::StringLiterals;
+
+namespace quorel {
+
+RecordSet::RecordSet() = default;
+RecordSet::~RecordSet() = default;
+
+void RecordSet::requireOpen() const
+{
+    if (!mConexao)
+        throw ErroBD(kErroFechado);
+}
+
+void RecordSet::open(std::shared_ptr<Conexao> conexao, const QString &sql)
+{
+    if (!conexao)
+        throw ErroBD(kErroSemConexao);
+    mConexao = std::move(conexao);
+    mSql = sql;
+    try {
+        load();
+    } catch (const ErroExecucao &) {
+        mConexao.reset();
+        throw;
+    }
+}
+
+void RecordSet::load()
+{
+    Linhas rows;
+    mColunas = mConexao->query(mSql, rows);
+    mLinhas = std::move(rows);
+    mGravados.clear();
+    mAcrescidas = 0;
+    mExcluidas.clear();
+    mEdicoes.clear();
+    mInclusao.reset();
+    findBase();
+    rebuildOrder();
+    standFrom(0);
+    emit rowsChanged();
+}
+
+/// Writes go to the first table whose key is among the columns, if that is the table of the first column.
+void RecordSet::findBase()
+{
+    mBase.clear();
+    mChave = -1;
+    for (int i = 0; i < fieldCount(); ++i) {
+        const Coluna &column = mColunas[static_cast<size_t>(i)];
+        if (mBase.isEmpty())
+            mBase = column.tabela;
+        if (mChave < 0 && column.chave && column.tabela == mBase)
+            mChave = i;
+    }
+}
+
+void RecordSet::Close()
+{
+    requireOpen();
+    mConexao.reset();
+    mColunas.clear();
+    mLinhas = Linhas();
+    mGravados.clear();
+    mAcrescidas = 0;
+    mExcluidas.clear();
+    mEdicoes.clear();
+    mInclusao.reset();
+    mFiltro.reset();
+    mOrdenacao.clear();
+    rebuildOrder();
+    stand(Lugar::Inicio);
+    emit rowsChanged();
+}
+
+void RecordSet::setCacheSize(int linhas)
+{
+    requireOpen();
+    if (linhas < 1)
+        throw ErroBD(kErroCriterio);
+}
+
+void RecordSet::Requery()
+{
+    requireOpen();
+    if (mInclusao || !mEdicoes.empty())
+        throw ErroBD(kErroContexto);
+    load();
+}
+
+int RecordSet::fieldCount() const
+{
+    return static_cast<int>(mColunas.size());
+}
+
+const Coluna &RecordSet::field(int number) const
+{
+    requireOpen();
+    if (number < 0 || number >= fieldCount())
+        throw ErroBD(kErroNome);
+    return mColunas[static_cast<size_t>(number)];
+}
+
+int RecordSet::fieldNumber(const QVariant &nome) const
+{
+    requireOpen();
+    if (nome.typeId() == QMetaType::QString)
+        return columnNumber(mColunas, nome.toString());
+    bool isNumber = false;
+    const int number = nome.toInt(&isNumber);
+    if (!isNumber)
+        throw ErroBD(kErroNome);
+    field(number);
+    return number;
+}
+
+bool RecordSet::deleted(qsizetype row) const
+{
+    return !mExcluidas.empty() && mExcluidas.contains(row);
+}
+
+bool RecordSet::matches(const Avaliador &avaliador, qsizetype row) const
+{
+    if (row >= mLinhas.rowCount() || (!mGravados.empty() && mGravados.contains(row)))
+        return avaliador.matches(storedValue(row, avaliador.column()));
+    return avaliador.matches(mLinhas, row);
+}
+
+void RecordSet::rebuildOrder()
+{
+    mOrdem.clear();
+    mComoLidas = !mFiltro && mOrdenacao.empty();
+    mExcluidasEmOrdem = mComoLidas ? std::ssize(mExcluidas) : 0;
+    if (mComoLidas)
+        return;
+    const auto avaliador = mFiltro ? std::make_optional<Avaliador>(*mFiltro, mColunas) : std::nullopt;
+    for (qsizetype row = 0; row < rowCount(); ++row) {
+        if (!deleted(row) && (!avaliador || matches(*avaliador, row)))
+            mOrdem.push_back(row);
+    }
+    std::vector<std::pair<int, bool>> terms;
+    for (const TermoOrdem &term : mOrdenacao)
+        terms.emplace_back(columnNumber(mColunas, term.coluna), term.decrescente);
+    std::ranges::stable_sort(mOrdem, [&](qsizetype a, qsizetype b) {
+        for (const auto &[column, descending] : terms) {
+            const int order = compareValues(storedValue(a, column), storedValue(b, column));
+            if (order != 0)
+                return descending ? order > 0 : order < 0;
+        }
+        return false;
+    });
+}
+
+QVariant RecordSet::storedValue(qsizetype row, int column) const
+{
+    if (!mGravados.empty()) {
+        if (const auto written = mGravados.find(row); written != mGravados.end()) {
+            if (const auto value = written->second.find(column); value != written->second.end())
+                return value->second;
+        }
+    }
+    if (row >= mLinhas.rowCount())
+        return QVariant(QMetaType::fromType<QString>());
+    return cellValue(mLinhas, row, column, mColunas[static_cast<size_t>(column)].tipo);
+}
+
+qsizetype RecordSet::currentRow() const
+{
+    requireOpen();
+    if (mLugar != Lugar::Linha || deleted(rowAt(mPonto)))
+        throw ErroBD(kErroSemRegistro);
+    return rowAt(mPonto);
+}
+
+QVariant RecordSet::value(const QVariant &nome) const
+{
+    const int column = fieldNumber(nome);
+    if (mLugar == Lugar::Novo) {
+        const auto value = mInclusao->valores.find(column);
+        return value == mInclusao->valores.end() ? QVariant(QMetaType::fromType<QString>()) : value->second;
+    }
+    const qsizetype row = currentRow();
+    if (const auto edit = mEdicoes.find(row); edit != mEdicoes.end()) {
+        if (const auto value = edit->second.valores.find(column); value != edit->second.valores.end())
+            return value->second;
+    }
+    return storedValue(row, column);
+}
+
+bool RecordSet::BOF() const
+{
+    requireOpen();
+    return mLugar == Lugar::Inicio || (mLugar == Lugar::Fim && visibleCount() == 0);
+}
+
+bool RecordSet::EOF_() const
+{
+    requireOpen();
+    return mLugar == Lugar::Fim || (mLugar == Lugar::Inicio && visibleCount() == 0);
+}
+
+qint32 RecordSet::RecordCount() const
+{
+    requireOpen();
+    return static_cast<qint32>(visibleCount() + (mInclusao ? 1 : 0));
+}
+
+qint32 RecordSet::AbsolutePosition() const
+{
+    requireOpen();
+    if (mLugar == Lugar::Novo || (mLugar != Lugar::Linha && visibleCount() == 0))
+        return kPosicaoDesconhecida;
+    if (mLugar == Lugar::Inicio)
+        return kPosicaoInicio;
+    if (mLugar == Lugar::Fim)
+        return kPosicaoFim;
+    if (deleted(rowAt(mPonto)))
+        return kPosicaoDesconhecida;
+    qsizetype position = mPonto + 1;
+    if (mExcluidasEmOrdem > 0) {
+        for (qsizetype place = 0; place < mPonto; ++place)
+            position -= deleted(rowAt(place)) ? 1 : 0;
+    }
+    return static_cast<qint32>(position);
+}
+
+qint32 RecordSet::Bookmark() const
+{
+    requireOpen();
+    if (mLugar == Lugar::Novo)
+        return static_cast<qint32>(rowCount() + 1);
+    if (mLugar != Lugar::Linha)
+        throw ErroBD(kErroSemRegistro);
+    return static_cast<qint32>(rowAt(mPonto) + 1);
+}
+
+std::vector<qint32> RecordSet::visibleBookmarks() const
+{
+    std::vector<qint32> marks;
+    for (qsizetype place = 0; place < placeCount(); ++place) {
+        if (!deleted(rowAt(place)))
+            marks.push_back(static_cast<qint32>(rowAt(place) + 1));
+    }
+    return marks;
+}
+
+QVariant RecordSet::valueAt(qint32 marca, int coluna) const
+{
+    const qsizetype row = qsizetype(marca) - 1;
+    if (row < 0 || row >= rowCount() || coluna < 0 || coluna >= fieldCount())
+        return {};
+    return storedValue(row, coluna);
+}
+
+} // namespace quorel

@@ -1,0 +1,155 @@
+#include "data/sqlite_base.h"
+
+#include "data/datas.h"
+
+#include <QVariant>
+
+#include <sqlite3.h>
+
+#include <array>
+#include <utility>
+
+using namespace Qt::StringLiterals;
+
+namespace quorel {
+
+void FechaSqlite::operator()(sqlite3 *db) const noexcept
+{
+    sqlite3_close_v2(db);
+}
+
+void FechaComando::operator()(sqlite3_stmt *stmt) const noexcept
+{
+    sqlite3_finalize(stmt);
+}
+
+static QString descriptionOf(int code)
+{
+    static const std::array<std::pair<int, QString>, 20> kTexts{{
+        {SQLITE_BUSY, u"O banco de dados está em uso por outro programa. Tente novamente."_s},
+        {SQLITE_LOCKED, u"A tabela está em uso. Tente novamente."_s},
+        {SQLITE_READONLY, u"O banco de dados só pode ser lido; nada foi gravado."_s},
+        {SQLITE_FULL, u"Não há espaço em disco para gravar no banco de dados."_s},
+        {SQLITE_IOERR, u"Falha de leitura ou gravação no arquivo do banco de dados."_s},
+        {SQLITE_CORRUPT, u"O arquivo do banco de dados está danificado."_s},
+        {SQLITE_NOTADB, u"O arquivo não é um banco de dados, ou está danificado."_s},
+        {SQLITE_FORMAT, u"O formato do arquivo do banco de dados não é conhecido."_s},
+        {SQLITE_CANTOPEN, u"O arquivo do banco de dados não pôde ser aberto."_s},
+        {SQLITE_PERM, u"Não há permissão para usar o arquivo do banco de dados."_s},
+        {SQLITE_AUTH, u"A operação não é permitida neste banco de dados."_s},
+        {SQLITE_NOMEM, u"Não há memória suficiente para a operação."_s},
+        {SQLITE_CONSTRAINT, u"O valor repete uma chave ou fere uma regra da tabela; nada foi gravado."_s},
+        {SQLITE_MISMATCH, u"O valor não é do tipo da coluna."_s},
+        {SQLITE_TOOBIG, u"O valor é grande demais para o banco de dados."_s},
+        {SQLITE_PROTOCOL, u"O arquivo do banco de dados não pôde ser reservado."_s},
+        {SQLITE_SCHEMA, u"As tabelas do banco de dados mudaram. Tente novamente."_s},
+        {SQLITE_NOLFS, u"O sistema de arquivos não aceita um arquivo tão grande."_s},
+        {SQLITE_INTERRUPT, u"A operação foi interrompida."_s},
+        {SQLITE_ABORT, u"A operação foi desfeita."_s},
+    }};
+    for (const auto &[known, text] : kTexts) {
+        if (known == code)
+            return text;
+    }
+    return u"Falha %1 do banco de dados."_s.arg(code);
+}
+
+/// The name behind a fixed beginning of the store's own message.
+static bool nameBehind(const QString &message, QLatin1StringView beginning, QString &name)
+{
+    if (!message.startsWith(beginning))
+        return false;
+    name = message.sliced(beginning.size());
+    return true;
+}
+
+ErroBD sqliteError(sqlite3 *db, int code)
+{
+    const int primary = code & 0xff;
+    if (primary != SQLITE_ERROR || !db)
+        return ErroBD(kErroArmazem, descriptionOf(primary));
+    const QString message = QString::fromUtf8(sqlite3_errmsg(db));
+    QString name;
+    if (nameBehind(message, "no such table: "_L1, name))
+        return ErroBD(kErroTabela, u"Não existe a tabela ou consulta \"%1\"."_s.arg(name));
+    if (nameBehind(message, "no such column: "_L1, name))
+        return ErroBD(kErroSql, u"Não existe a coluna \"%1\"."_s.arg(name));
+    return ErroBD(kErroSql);
+}
+
+BancoSqlite openDatabase(const QString &native, int flags)
+{
+    sqlite3 *raw = nullptr;
+    const int code = sqlite3_open_v2(
+        native.toUtf8().constData(), &raw, flags | SQLITE_OPEN_EXRESCODE | SQLITE_OPEN_PRIVATECACHE, nullptr);
+    BancoSqlite db(raw);
+    if (code != SQLITE_OK)
+        throw sqliteError(raw, code);
+    return db;
+}
+
+Comando::Comando(sqlite3 *db, const QString &sql) : mDb(db)
+{
+    const QByteArray text = sql.toUtf8();
+    if (text.contains('\0'))
+        throw ErroBD(kErroSql);
+    sqlite3_stmt *raw = nullptr;
+    const char *rest = nullptr;
+    const int code = sqlite3_prepare_v2(db, text.constData(), static_cast<int>(text.size()) + 1, &raw, &rest);
+    mStmt.reset(raw);
+    if (code != SQLITE_OK)
+        throw sqliteError(db, code);
+    if (!raw || !QByteArray(rest).trimmed().isEmpty())
+        throw ErroBD(kErroSql);
+}
+
+void Comando::bind(int number, const QVariant &valor)
+{
+    sqlite3_stmt *stmt = mStmt.get();
+    int code = SQLITE_OK;
+    if (!valor.isValid() || valor.isNull()) {
+        code = sqlite3_bind_null(stmt, number);
+    } else if (valor.typeId() == QMetaType::Double) {
+        code = sqlite3_bind_double(stmt, number, valor.toDouble());
+    } else if (valor.typeId() == QMetaType::QByteArray) {
+        const QByteArray bytes = valor.toByteArray();
+        code = sqlite3_bind_blob64(
+            stmt, number, bytes.constData(), static_cast<sqlite3_uint64>(bytes.size()), SQLITE_TRANSIENT);
+    } else if (valor.typeId() == QMetaType::QString || valor.typeId() == QMetaType::QDateTime) {
+        const bool isDate = valor.typeId() == QMetaType::QDateTime;
+        const QByteArray text = (isDate ? storedDate(valor.toDateTime()) : valor.toString()).toUtf8();
+        code = sqlite3_bind_text64(
+            stmt, number, text.constData(), static_cast<sqlite3_uint64>(text.size()), SQLITE_TRANSIENT, SQLITE_UTF8);
+    } else {
+        code = sqlite3_bind_int64(stmt, number, valor.toLongLong());
+    }
+    if (code != SQLITE_OK)
+        throw sqliteError(mDb, code);
+}
+
+bool Comando::step()
+{
+    const int code = sqlite3_step(mStmt.get());
+    if (code == SQLITE_ROW)
+        return true;
+    if (code != SQLITE_DONE)
+        throw sqliteError(mDb, code);
+    return false;
+}
+
+void Comando::run()
+{
+    while (step()) { }
+}
+
+void execute(sqlite3 *db, const QString &sql)
+{
+    Comando(db, sql).run();
+}
+
+QString quotedName(const QString &nome)
+{
+    return u'"' + QString(nome).replace(u'"', "\"\""_L1) + u'"';
+}
+
+} // namespace quorel

@@ -1,0 +1,58 @@
+#pragma once
+
+#include "data/errobd.h"
+
+#include <QByteArray>
+#include <QString>
+
+#include <memory>
+
+struct sqlite3;
+struct sqlite3_stmt;
+
+namespace quorel {
+
+struct FechaSqlite
+{
+    void operator()(sqlite3 *db) const noexcept;
+};
+struct FechaComando
+{
+    void operator()(sqlite3_stmt *stmt) const noexcept;
+};
+
+/// An open database; closing rolls back what is open.
+using BancoSqlite = std::unique_ptr<sqlite3, FechaSqlite>;
+
+/// Opens a file that exists. @param native  path as the system has it @throws ErroBD
+BancoSqlite openDatabase(const QString &native, int flags);
+
+/// The failure that the last call on `db` ended with, in Portuguese. @param code  its extended result code
+ErroBD sqliteError(sqlite3 *db, int code);
+
+/// A prepared statement, finished at the end of its scope.
+class Comando final
+{
+    Q_DISABLE_COPY_MOVE(Comando)
+public:
+    /// @throws ErroBD when it can't be prepared, or holds more than one statement
+    Comando(sqlite3 *db, const QString &sql);
+    ~Comando() = default;
+
+    sqlite3_stmt *get() const { return mStmt.get(); }
+    void bind(int number, const class QVariant &valor); ///< parameter from 1; dates in the stored form
+    bool step(); ///< whether there is a row @throws ErroBD
+    void run(); ///< to its end @throws ErroBD
+
+private:
+    sqlite3 *mDb;
+    std::unique_ptr<sqlite3_stmt, FechaComando> mStmt;
+};
+
+/// Runs one statement without parameters. @throws ErroBD
+void execute(sqlite3 *db, const QString &sql);
+
+/// A name as an identifier of SQL.
+QString quotedName(const QString &nome);
+
+} // namespace quorel
