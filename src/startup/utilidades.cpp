@@ -70,7 +70,9 @@ bool ArquivoUtil::Copia(const QString &Origem, const QString &Destino) const
     QSaveFile to(target);
     if (!from.open(QIODevice::ReadOnly) || !to.open(QIODevice::WriteOnly) || !copyBytes(from, to))
         return false;
-    return to.setPermissions(from.permissions()) && to.commit();
+    // Without the bits of the present user: an administrator may write everything, and the copy would become writable.
+    const auto permissions = from.permissions() & ~(QFile::ReadUser | QFile::WriteUser | QFile::ExeUser);
+    return to.setPermissions(permissions) && to.commit();
 }
 
 bool ArquivoUtil::TiraSomenteLeitura(const QString &Caminho) const
