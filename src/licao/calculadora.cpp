@@ -98,7 +98,7 @@ QPushButton *Calculadora::addKey(const QString &face, const QString &nome, char1
     if (!nome.isEmpty())
         button->setAccessibleName(nome);
     button->setProperty("principal", tecla == u'=');
-    button->setStyleSheet(u"padding: 4px; font-size: 24px; min-height: 34px;"_s);
+    button->setStyleSheet(u"padding: 4px; font-size: 24px; min-height: 30px;"_s);
     button->setFocusPolicy(Qt::TabFocus);
     connect(button, &QPushButton::clicked, this, [this, tecla] { press(tecla); });
     return button;
