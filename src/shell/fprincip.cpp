@@ -53,7 +53,7 @@ void fPrincip::load()
 {
     vaiPara(0, 0);
     janelas().painel().garanteMes();
-    const QString dir = gConfig ? gConfig->Config(u"DIRQUOREL"_s) : QString();
+    const QString dir = gConfig.Config(u"DIRQUOREL"_s);
     if (!dir.isEmpty() && gTexto.ArquivoExiste(dir + u"\\exe\\Desenhos.exe"_s))
         mCmdDesenho->show();
     setWindowTitle(u"Série: "_s + gNomeNivel);

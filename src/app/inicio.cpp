@@ -1,0 +1,74 @@
+#include "app/inicio.h"
+
+#include "catalogue/catalogo.h"
+#include "catalogue/lista_selecionada.h"
+#include "catalogue/vistas.h"
+#include "data/bd.h"
+#include "data/cadastros.h"
+#include "lessons/andamento.h"
+#include "lessons/vista_blocos.h"
+#include "platform/costuras.h"
+#include "platform/eventos.h"
+#include "platform/fim.h"
+#include "platform/protocolo.h"
+#include "shell/faux.h"
+#include "shell/fblocos.h"
+#include "shell/fprincip.h"
+#include "shell/janelas.h"
+#include "startup/estado.h"
+#include "startup/parametros.h"
+#include "startup/sistema_util.h"
+
+namespace quorel {
+
+using namespace Qt::StringLiterals;
+
+static constexpr int kModoBusca = 2;
+
+static void askFirstInstance()
+{
+    if (gSistema.ProcuraJanela(QString::fromUtf16(kTituloGerenciador), kModoBusca, false) == 0)
+        return;
+    const Resposta resposta =
+        caixa({.texto = u"Este programa já está sendo executado.\r\nDeseja executá-lo mesmo assim"_s,
+            .titulo = u"Atenção"_s,
+            .icone = Icone::Informacao,
+            .botoes = Botoes::SimNao});
+    if (resposta == Resposta::Nao)
+        encerraPrograma();
+}
+
+static void openRegister()
+{
+    gBD = std::make_unique<BD>();
+    gBD2 = std::make_unique<BD>();
+    AbreBDAlunos();
+    CopiaCadastros();
+}
+
+static void connectViews(Janelas &janelas)
+{
+    usaVistas({.roteiros = &janelas.blocos(), .palco = &janelas.blocos(), .meses = &janelas.painel()});
+    setVistaBlocos(&janelas.blocos());
+}
+
+void iniciaPrograma(const QString &linhaDeComando, Janelas &janelas)
+{
+    holdUserInput(true); // windows appear before the start is over
+    askFirstInstance();
+    LeParametros(linhaDeComando);
+    openRegister();
+    gRotAtual = 1;
+    gAulaAtual = 1;
+    connectViews(janelas);
+    MontaCatalogo();
+    janelas.blocos().carrega();
+    leListaSelecionada();
+    gAluno = kGenerico;
+    gClasse = kGenerico; // Kept: /CLASSE: has done its work in the register's opening and ends here
+    janelas.principal().acertaBotao();
+    janelas.principal().mostra();
+    holdUserInput(false);
+}
+
+} // namespace quorel
