@@ -6,8 +6,8 @@ set -euo pipefail
 compila="build-essential cmake ninja-build ccache pkg-config python3
     qt6-base-dev qt6-base-dev-tools libsqlite3-dev libxcb1-dev libxcb-ewmh-dev libxcb-icccm4-dev"
 fontes="fonts-liberation fonts-dejavu-core"
-testa="$fontes git xvfb xauth openbox clang-format"
-mostra="$fontes xvfb xauth openbox xdotool imagemagick"
+mostra="$fontes xvfb xauth openbox xdotool x11-utils imagemagick procps"
+testa="$mostra git clang-format"
 mede="libbenchmark-dev"
 
 pacotes=
