@@ -70,7 +70,8 @@ const Caixa &BoxScript::last() const
 
 void failOnWarnings()
 {
-    QTest::failOnWarning(QRegularExpression(QStringLiteral("^(?!This plugin does not support|Cannot create accessible)")));
+    QTest::failOnWarning(
+        QRegularExpression(QStringLiteral("^(?!This plugin does not support|Cannot create accessible)")));
 }
 
 } // namespace quorel::teste
