@@ -14,6 +14,8 @@
 #include <QStyle>
 #include <QVBoxLayout>
 
+#include <algorithm>
+
 using namespace Qt::StringLiterals;
 
 namespace quorel {
@@ -107,18 +109,30 @@ std::span<const PecaRec> JanelaLicao::piecesOfPage() const
     return paged() ? all.subspan(size_t(mPagina), 1) : all;
 }
 
+/// Whether a picture and the options written beside it share the width: below it they would be out of sight.
+bool JanelaLicao::sideBySide() const
+{
+    const auto pieces = piecesOfPage();
+    return pieces.size() == 1 && !pieces.front().Fig.isEmpty() && !mLicao.Opcoes.empty()
+        && std::ranges::all_of(mLicao.Opcoes, [](const OpcaoRec &each) { return each.Fig.isEmpty(); });
+}
+
 QWidget *JanelaLicao::buildContent(bool estreita)
 {
     auto *content = new QWidget;
     auto *column = new QVBoxLayout(content);
     column->setContentsMargins(0, 0, estreita ? 0 : 8, 8);
     column->setSpacing(18);
-    mFolha = new Pagina(piecesOfPage(), mMidia, true, estreita, content);
-    column->addWidget(mFolha);
     mExercicio =
         lastPage() && temResposta(mLicao) ? criaExercicio(mLicao, mMidia, carater(mPrograma).cor, content) : nullptr;
+    const bool beside = mExercicio && !estreita && sideBySide();
+    mFolha = new Pagina(piecesOfPage(), mMidia, true, estreita || beside, content);
+    auto *parts = new QBoxLayout(beside ? QBoxLayout::LeftToRight : QBoxLayout::TopToBottom);
+    parts->setSpacing(18);
+    parts->addWidget(mFolha, beside ? 1 : 0);
+    column->addLayout(parts);
     if (mExercicio) {
-        column->addWidget(mExercicio);
+        parts->addWidget(mExercicio, beside ? 1 : 0, beside ? Qt::AlignTop : Qt::Alignment());
         connect(mExercicio, &Exercicio::mudou, this, &JanelaLicao::answerChanged);
     }
     column->addStretch(1); // all the room that is left

@@ -64,6 +64,7 @@ private:
 
     void begin(Modo modo, LicaoRec licao, LugarRec lugar);
     void showPage();
+    bool sideBySide() const;
     QWidget *buildContent(bool estreita);
     void showSide();
     void updateButtons();
