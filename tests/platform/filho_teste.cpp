@@ -5,6 +5,7 @@
 #include "platform/linux/busdirectory.h"
 #include "platform/linux/frame.h"
 #include "platform/preparo.h"
+#include "platform/programas.h"
 
 #include "filho_teste.h"
 
@@ -17,6 +18,7 @@
 
 using namespace quorel;
 using namespace quorel::teste;
+using namespace Qt::StringLiterals;
 
 static constexpr int kFlood = 3000;
 static constexpr QSize kLeast{120, 80};
@@ -70,6 +72,8 @@ static qintptr answer(Janela shell, const CopyData &data)
             | qintptr(gCorpo->height());
     case kIsTopmost:
         return gCorpo->windowFlags().testFlag(Qt::WindowStaysOnTopHint) ? 2 : 1;
+    case kOpenDocument:
+        return openDocumentNow({me, u"OPEN"_s, QString::fromUtf8(bytes), u"C:\\"_s}) ? 2 : 1;
     default:
         return 0;
     }

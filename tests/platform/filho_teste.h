@@ -17,6 +17,7 @@ enum TestCode : quint32 {
     kFloodDrop, ///< one of those
     kGeometry, ///< x, y, width, height of the body, 16 bits each
     kIsTopmost, ///< 2 when it is, else 1
+    kOpenDocument, ///< whose path is the text; answers 2 when it could, else 1
 };
 
 } // namespace quorel::teste

@@ -5,8 +5,10 @@
 
 #include <xcb/xcb.h>
 
+#include <algorithm>
 #include <array>
 #include <cstdlib>
+#include <cstring>
 #include <memory>
 #include <optional>
 #include <vector>
@@ -16,6 +18,8 @@ namespace quorel::x11 {
 using namespace Qt::StringLiterals;
 
 static constexpr quint32 kLongestProperty = 16 * 1024; ///< in units of four bytes
+/// The least size of a window whose program names none: still to be seen, and to be drawn larger.
+static constexpr quint32 kLeastWidth = 112, kLeastHeight = 27;
 static constexpr quint32 kSourcePager = 2; ///< window managers obey a pager where they would hold an application back
 
 struct Freed
@@ -39,6 +43,7 @@ public:
     QString titleOf(xcb_window_t window) const;
     void placeByManager(xcb_window_t window, Ordem ordem, unsigned flags);
     void placeDirectly(xcb_window_t window, Ordem ordem, unsigned flags);
+    void forgetErrors();
 
 private:
     enum Name { ClientList, NetName, Utf8, Check, State, Above, Active, MoveResize, NameCount };
@@ -50,6 +55,7 @@ private:
     QByteArray property(xcb_window_t window, xcb_atom_t name, xcb_atom_t type) const;
     std::vector<xcb_window_t> windowsIn(xcb_window_t window, Name name) const;
     std::vector<xcb_window_t> mappedChildren() const;
+    std::array<quint32, 2> leastSizeOf(xcb_window_t window) const;
     void tellManager(xcb_window_t window, Name message, const std::array<quint32, 5> &data);
 
     int mScreenNumber = 0;
@@ -122,13 +128,33 @@ std::vector<xcb_window_t> Display::mappedChildren() const
     return windows;
 }
 
+/// Viewers put a long dash between the document's title and their own.
+static QString withShortDashes(QString title)
+{
+    return title.replace(u'\u2013', u'-').replace(u'\u2014', u'-');
+}
+
 QString Display::titleOf(xcb_window_t window) const
 {
     QString title = QString::fromUtf8(property(window, mAtoms[NetName], mAtoms[Utf8]));
     if (title.isEmpty())
-        title = QString::fromLatin1(property(window, XCB_ATOM_WM_NAME, XCB_ATOM_STRING));
-    // Viewers put a long dash between the document's title and their own.
-    return title.replace(u'\u2013', u'-').replace(u'\u2014', u'-');
+        title = QString::fromLatin1(property(window, XCB_ATOM_WM_NAME, XCB_GET_PROPERTY_TYPE_ANY));
+    return withShortDashes(title);
+}
+
+/// As the program gives it in its size hints.
+std::array<quint32, 2> Display::leastSizeOf(xcb_window_t window) const
+{
+    static constexpr quint32 kHasLeast = 1 << 4;
+    static constexpr std::size_t kFlags = 0, kWidth = 5, kHeight = 6;
+    std::array<quint32, kHeight + 1> hints{};
+    const QByteArray bytes = property(window, XCB_ATOM_WM_NORMAL_HINTS, XCB_ATOM_WM_SIZE_HINTS);
+    if (std::size_t(bytes.size()) < sizeof hints)
+        return {kLeastWidth, kLeastHeight};
+    std::memcpy(hints.data(), bytes.constData(), sizeof hints);
+    if ((hints[kFlags] & kHasLeast) == 0)
+        return {kLeastWidth, kLeastHeight};
+    return {std::max(hints[kWidth], kLeastWidth), std::max(hints[kHeight], kLeastHeight)};
 }
 
 void Display::tellManager(xcb_window_t window, Name message, const std::array<quint32, 5> &data)
@@ -146,12 +172,15 @@ void Display::tellManager(xcb_window_t window, Name message, const std::array<qu
 void Display::placeByManager(xcb_window_t window, Ordem ordem, unsigned flags)
 {
     // Bits of the message's first field: gravity, then which of x, y, width, height hold, then who asks.
-    static constexpr quint32 kNorthWest = 1, kPosition = 3 << 8, kSize = 12 << 8, kFromPager = kSourcePager << 12;
-    quint32 what = kNorthWest | kFromPager;
+    static constexpr quint32 kFrame = 1, kStatic = 10, kPosition = 3 << 8, kSize = 12 << 8,
+                             kFromPager = kSourcePager << 12;
+    // The corner is the frame's; but a window that keeps its place would be moved into its frame's corner by that.
+    quint32 what = ((flags & kKeepPosition) == 0 ? kFrame : kStatic) | kFromPager;
     what |= (flags & kKeepPosition) == 0 ? kPosition : 0;
     what |= (flags & kKeepSize) == 0 ? kSize : 0;
+    const auto [width, height] = leastSizeOf(window);
     if ((what & (kPosition | kSize)) != 0)
-        tellManager(window, MoveResize, {what, 0, 0, 1, 1}); // the least size that there is
+        tellManager(window, MoveResize, {what, 0, 0, width, height});
     if (ordem != Ordem::Top)
         tellManager(window, State, {ordem == Ordem::Topmost ? 1u : 0u, mAtoms[Above], 0, kSourcePager, 0});
     if (ordem != Ordem::NoTopmost)
@@ -169,7 +198,8 @@ void Display::placeDirectly(xcb_window_t window, Ordem ordem, unsigned flags)
     }
     if ((flags & kKeepSize) == 0) {
         mask |= XCB_CONFIG_WINDOW_WIDTH | XCB_CONFIG_WINDOW_HEIGHT;
-        values.insert(values.end(), {1, 1});
+        const auto least = leastSizeOf(window);
+        values.insert(values.end(), least.begin(), least.end());
     }
     if (ordem != Ordem::NoTopmost) {
         mask |= XCB_CONFIG_WINDOW_STACK_MODE;
@@ -177,6 +207,12 @@ void Display::placeDirectly(xcb_window_t window, Ordem ordem, unsigned flags)
     }
     xcb_configure_window(mConnection, window, mask, values.data());
     xcb_flush(mConnection);
+}
+
+/// Those of windows that went meanwhile; nobody else takes them, or anything, out of the queue.
+void Display::forgetErrors()
+{
+    while (Answer<xcb_generic_event_t>(xcb_poll_for_event(mConnection))) { }
 }
 
 /// The display in use; made at the first need, and anew where the server came up or went down meanwhile.
@@ -198,12 +234,13 @@ Janela findWindow(QStringView titulo, bool parcial)
     const Display *screen = display();
     if (!screen)
         return 0;
+    const QString wanted = withShortDashes(titulo.toString());
     xcb_window_t beginning = 0;
     for (const xcb_window_t window : screen->topLevels()) {
         const QString title = screen->titleOf(window);
-        if (title == titulo)
+        if (title == wanted)
             return window;
-        if (beginning == 0 && parcial && title.startsWith(titulo))
+        if (beginning == 0 && parcial && title.startsWith(wanted))
             beginning = window;
     }
     return beginning;
@@ -214,6 +251,7 @@ void placeWindow(quint32 window, Ordem ordem, unsigned flags)
     Display *screen = display();
     if (!screen)
         return;
+    screen->forgetErrors();
     if (screen->hasWindowManager())
         screen->placeByManager(window, ordem, flags);
     else
