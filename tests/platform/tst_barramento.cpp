@@ -85,6 +85,7 @@ class TstBarramento : public QObject
 {
     Q_OBJECT
 private slots:
+    void initTestCase() { preparePlatform(); }
     void init();
     void sizeAndBytesTravelApart_data();
     void sizeAndBytesTravelApart();
@@ -112,6 +113,7 @@ private slots:
 
 void TstBarramento::init()
 {
+    failOnWarnings();
     setSendLimit(5000);
 }
 
