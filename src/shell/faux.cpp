@@ -7,6 +7,7 @@
 #include "lessons/mensagens.h"
 #include "platform/erro.h"
 #include "platform/protocolo.h"
+#include "shell/comandos.h"
 #include "shell/fblocos.h"
 #include "shell/fprincip.h"
 #include "shell/janelas.h"
@@ -53,6 +54,7 @@ void fAux::connectEvents()
         if (const auto &mostraDesempenho = janelas().aberturas().mostraDesempenho)
             mostraDesempenho();
     });
+    connect(mCmdInternet, &QPushButton::clicked, this, [this] { acessaPagina(janelas()); });
 }
 
 void fAux::connectMonth(int indice)

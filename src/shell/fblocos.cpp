@@ -11,6 +11,7 @@
 #include "platform/caminho.h"
 #include "platform/costuras.h"
 #include "platform/erro.h"
+#include "shell/comandos.h"
 #include "shell/dica.h"
 #include "shell/estado.h"
 #include "shell/faux.h"
@@ -54,6 +55,11 @@ void fBlocos::connectEvents()
     connect(mDica, &Dica::tocada, mDica, &QWidget::hide);
     mTmrRot.setInterval(kIntervalo);
     connect(&mTmrRot, &QTimer::timeout, this, &fBlocos::tickTmrRot);
+    for (int k = 0; k <= kNumJogos; ++k) {
+        QPushButton *jogo = mJogos[std::size_t(k)];
+        connect(jogo, &QPushButton::clicked, this, [jogo] { abreJogo(jogo->property("Tag").toString()); });
+    }
+    connect(mCmdManual, &QPushButton::clicked, this, &abreAjuda);
     connect(mCmdVoltar, &QPushButton::clicked, this, [this] {
         mTmrRot.stop();
         descarrega();

@@ -5,6 +5,7 @@
 #include "platform/erro.h"
 #include "shell/aparencia.h"
 #include "shell/blocos_do_mes.h"
+#include "shell/comandos.h"
 #include "shell/dica.h"
 #include "shell/estado.h"
 #include "shell/faux.h"
@@ -43,6 +44,10 @@ void fPrincip::connectEvents()
         connect(&bloco(i), &Imagem::apontada, this, [i] { gImgApontada = qint16(i); });
         connect(&bloco(i), &Imagem::deixada, this, &fPrincip::hideTip);
     }
+    connect(mCmdHelp, &QPushButton::clicked, this, &abreAjuda);
+    connect(mCmdDesenho, &QPushButton::clicked, this, &abreDesenho);
+    connect(mCmdArquivos, &QPushButton::clicked, this, &abreMaterialDidatico);
+    connect(mCommand1, &QPushButton::clicked, this, [this] { chamaQuorel(janelas()); });
     // Kept: over the tip only the tip goes; the picture stays pointed at, and the next tick shows it again.
     connect(mDica, &Dica::tocada, mDica, &QWidget::hide);
     mTmrDisc.setInterval(kIntervalo);

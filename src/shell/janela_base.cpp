@@ -73,7 +73,8 @@ double JanelaBase::alturaDaLinha() const
 void JanelaBase::vaiPara(double left, double top)
 {
     const QPoint pos(pixels(left), pixels(top));
-    if (windowHandle() && isVisible())
+    const bool framed = frameGeometry() != geometry();
+    if (windowHandle() && isVisible() && !framed)
         windowHandle()->setFramePosition(pos);
     else
         move(pos);

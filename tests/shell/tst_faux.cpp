@@ -1,0 +1,201 @@
+#include "cenario.h"
+
+#include "catalogue/estado.h"
+#include "platform/erro.h"
+#include "shell/estado.h"
+#include "shell/faux.h"
+#include "shell/fblocos.h"
+#include "shell/fprincip.h"
+#include "shell/imagem.h"
+#include "shell/opcao_mes.h"
+#include "support/suporte.h"
+
+#include <QCheckBox>
+#include <QPushButton>
+#include <QScrollBar>
+#include <QWheelEvent>
+
+using namespace quorel;
+using namespace quorel::teste;
+using namespace Qt::StringLiterals;
+
+/// The panel: months, their scrolling, the mode boxes.
+class TstFAux : public QObject
+{
+    Q_OBJECT
+private slots:
+    void layoutIsInTwips_data();
+    void layoutIsInTwips();
+    void monthChangesTheBlocks();
+    void arrowKeysChooseTheMonth();
+    void captionsArePlainAndElided();
+    void scrollBarComesWithTheEleventh();
+    void focusScrollsTheMonths();
+    void wheelScrollsTheMonths();
+    void barWithoutMonthsAboveIsNoMaximum();
+    void listIsAskedForAtTheEndOfSelection_data();
+    void listIsAskedForAtTheEndOfSelection();
+    void buttonsOpenTheOtherWindows();
+};
+
+void TstFAux::layoutIsInTwips_data()
+{
+    QTest::addColumn<QString>("nome");
+    QTest::addColumn<QRect>("lugar"); // pixels
+    QTest::newRow("months") << u"FrmMeses"_s << QRect(0, 0, 217, 441);
+    QTest::newRow("heading") << u"txtSelecMes"_s << QRect(-6, 0, 217, 19);
+    QTest::newRow("template") << u"OptMeses(0)"_s << QRect(0, 0, 201, 14);
+    QTest::newRow("second month") << u"OptMeses(2)"_s << QRect(1, 60, 201, 14);
+    QTest::newRow("bar") << u"scrVertical"_s << QRect(204, 18, 14, 421);
+    QTest::newRow("pupils") << u"FrmSelecAluno"_s << QRect(0, 0, 109, 321);
+    QTest::newRow("pupil list") << u"LstAlunos"_s << QRect(4, 20, 101, 290);
+    QTest::newRow("register") << u"CmdAluno"_s << QRect(42, 446, 49, 49);
+    QTest::newRow("internet") << u"CmdInternet"_s << QRect(130, 446, 49, 49);
+    QTest::newRow("selection") << u"chkSelec"_s << QRect(4, 502, 101, 33);
+    QTest::newRow("copying") << u"ChkFig"_s << QRect(112, 506, 101, 33);
+}
+
+void TstFAux::layoutIsInTwips()
+{
+    QFETCH(QString, nome);
+    QFETCH(QRect, lugar);
+    Cenario c;
+    QCOMPARE(c.painel().width(), 218);
+    QCOMPARE(child<QWidget>(c.painel(), nome).geometry(), lugar);
+}
+
+void TstFAux::monthChangesTheBlocks()
+{
+    Cenario c;
+    QCOMPARE(c.painel().selectedMonth(), u"1"_s);
+    QVERIFY(c.painel().opcao(1).isChecked());
+    QTest::mouseClick(&c.painel().opcao(2), Qt::LeftButton);
+    QCOMPARE(c.painel().selectedMonth(), u"2"_s);
+    QVERIFY(!c.principal().bloco(9).isVisible());
+    QVERIFY(c.principal().bloco(2).isVisible());
+    QVERIFY(c.principal().isVisible()); // fBlocos is not up: nothing is opened
+}
+
+void TstFAux::arrowKeysChooseTheMonth()
+{
+    Cenario c(3);
+    c.painel().activateWindow();
+    QVERIFY(QTest::qWaitForWindowActive(&c.painel()));
+    c.painel().opcao(1).setFocus();
+    QTest::keyClick(&c.painel().opcao(1), Qt::Key_Down);
+    QCOMPARE(c.painel().selectedMonth(), u"2"_s);
+    QVERIFY(c.painel().opcao(2).hasFocus());
+    QTest::keyClick(&c.painel().opcao(2), Qt::Key_Up);
+    QCOMPARE(c.painel().selectedMonth(), u"1"_s);
+}
+
+void TstFAux::captionsArePlainAndElided()
+{
+    Cenario c;
+    QCOMPARE(c.painel().opcao(1).text(), u"Números & cores"_s);
+    QVERIFY(c.painel().opcao(1).shortcut().isEmpty());
+    QVERIFY(c.painel().opcao(1).toolTip().isEmpty());
+    QCOMPARE(c.painel().opcao(2).toolTip(), u"O tema de um mês que não cabe na largura do painel"_s);
+    QCOMPARE(c.painel().opcao(2).accessibleName(), u"O tema de um mês que não cabe na largura do painel"_s);
+}
+
+void TstFAux::scrollBarComesWithTheEleventh()
+{
+    Cenario dez(10);
+    QVERIFY(!child<QScrollBar>(dez.painel(), u"scrVertical"_s).isVisible());
+    Cenario onze(11);
+    const auto &barra = child<QScrollBar>(onze.painel(), u"scrVertical"_s);
+    QVERIFY(barra.isVisible());
+    QCOMPARE(barra.minimum(), 675);
+    QCOMPARE(barra.maximum(), 2700);
+    QCOMPARE(barra.singleStep(), 500);
+    QCOMPARE(barra.pageStep(), 1000);
+}
+
+void TstFAux::focusScrollsTheMonths()
+{
+    Cenario c(12);
+    c.painel().activateWindow();
+    QVERIFY(QTest::qWaitForWindowActive(&c.painel()));
+    const auto &barra = child<QScrollBar>(c.painel(), u"scrVertical"_s);
+    QCOMPARE(barra.maximum(), 3150);
+    c.painel().opcao(12).setFocus();
+    QCOMPARE(barra.value(), 3150);
+    QCOMPARE(c.painel().opcao(12).lugar().Top, 5400.0 - 2475);
+    QCOMPARE(c.painel().opcao(0).lugar().Top, -2475.0); // the template moves with them
+    c.painel().opcao(1).setFocus(); // Top 450 - 2475: 2025 above the frame
+    QCOMPARE(barra.value(), 3150 - 2055);
+    QCOMPARE(c.painel().opcao(1).lugar().Top, 30.0);
+}
+
+void TstFAux::wheelScrollsTheMonths()
+{
+    Cenario c(12);
+    const auto &barra = child<QScrollBar>(c.painel(), u"scrVertical"_s);
+    const QPointF meio(100, 200);
+    QWheelEvent roda(meio, c.painel().mapToGlobal(meio), QPoint(), QPoint(0, -120), Qt::NoButton, Qt::NoModifier,
+        Qt::NoScrollPhase, false);
+    QApplication::sendEvent(&c.painel(), &roda);
+    QVERIFY(barra.value() > 675);
+    QCOMPARE(c.painel().opcao(1).lugar().Top, 450.0 - (barra.value() - 675));
+}
+
+void TstFAux::barWithoutMonthsAboveIsNoMaximum()
+{
+    Cenario c;
+    QVERIFY_EXCEPTION_THROWN(c.painel().setScrollMaximum(32768), ErroExecucao);
+    QVERIFY_EXCEPTION_THROWN(c.painel().opcao(3), ErroExecucao);
+}
+
+void TstFAux::listIsAskedForAtTheEndOfSelection_data()
+{
+    QTest::addColumn<QString>("lista");
+    QTest::addColumn<QString>("texto");
+    QTest::addColumn<QString>("titulo");
+    QTest::addColumn<bool>("grava");
+    QTest::newRow("nothing chosen, yes empties the file")
+        << QString() << u"Confirma a exclusão da lista dos Roteiros Selecionado"_s << u"Exclusão da Lista"_s << true;
+    QTest::newRow("chosen, yes writes") << u"7\r\n"_s << u"Confirma a substituição da lista dos Roteiros Selecionado"_s
+                                        << u"Substituição da Lista"_s << true;
+    QTest::newRow("chosen, no restores") << u"7\r\n"_s << u"Confirma a substituição da lista dos Roteiros Selecionado"_s
+                                         << u"Substituição da Lista"_s << false;
+}
+
+void TstFAux::listIsAskedForAtTheEndOfSelection()
+{
+    QFETCH(QString, lista);
+    QFETCH(QString, texto);
+    QFETCH(QString, titulo);
+    QFETCH(bool, grava);
+    Cenario c;
+    const QString arquivo = noWindows(u"QUOREL2001/RotSelec.cfg"_s);
+    escreve(arquivo, "31\r\n");
+    gRotSelec = u"31\r\n"_s;
+    auto &caixaSelec = child<QCheckBox>(c.painel(), u"chkSelec"_s);
+    QTest::mouseClick(&caixaSelec, Qt::LeftButton);
+    QVERIFY(gSelecionando);
+    QVERIFY(gRotSelec.isEmpty());
+    gRotSelec = lista;
+    BoxScript boxes{grava ? Resposta::Sim : Resposta::Nao};
+    QTest::keyClick(&caixaSelec, Qt::Key_Space);
+    QCOMPARE(boxes.last(), (Caixa{texto, titulo, Icone::Informacao, Botoes::SimNao}));
+    QVERIFY(!gSelecionando);
+    const QString agora = grava ? lista : u"31\r\n"_s;
+    QCOMPARE(gRotSelec, agora);
+    QCOMPARE(le(arquivo), agora.toLatin1());
+}
+
+void TstFAux::buttonsOpenTheOtherWindows()
+{
+    Cenario c;
+    QVERIFY(!child<QPushButton>(c.painel(), u"CmdDesemp"_s).isVisible()); // several users
+    child<QPushButton>(c.painel(), u"CmdDesemp"_s).click();
+    QCOMPARE(c.desempenhos, 1);
+    QVERIFY(c.painel().isVisible());
+    QTest::mouseClick(&child<QPushButton>(c.painel(), u"CmdAluno"_s), Qt::LeftButton);
+    QCOMPARE(c.alunos, 1);
+    QVERIFY(!c.painel().isVisible());
+}
+
+QTEST_MAIN(TstFAux)
+#include "tst_faux.moc"
