@@ -52,6 +52,9 @@ private:
     void aulaType(const AulaRec &a, const LugarBloco &secao, const QString &qual);
     void html(const AulaRec &a, const LugarBloco &secao, const QString &qual);
 
+    /// Whether a failure ended the reading before this Roteiro.
+    bool isBehindStop(int i) const { return i > mBloco.lidos && mBloco.lidos < mBloco.roteiros.upperBound(); }
+    qint64 placeOfStop() const;
     qint64 placeOf(const LugarBloco &secao, QByteArrayView marca) const;
     int lineOf(qint64 lugar);
     void add(qint64 lugar, const QString &texto) { mAchados.push_back({mArquivo.caminho, lineOf(lugar), texto}); }
@@ -84,6 +87,14 @@ qint64 Exame::placeOf(const LugarBloco &secao, QByteArrayView marca) const
     return at < 0 ? -1 : secao.begin + at;
 }
 
+qint64 Exame::placeOfStop() const
+{
+    if (mPlanta.secoes.empty())
+        return 0;
+    const LugarBloco &last = mPlanta.secoes.back();
+    return qMax(last.begin, last.aula == 0 ? placeOf(last, "CODROT:") : -1);
+}
+
 std::vector<Achado> Exame::run()
 {
     nameAndLineEnds();
@@ -91,13 +102,15 @@ std::vector<Achado> Exame::run()
     missingNumbers();
     order();
     for (const LugarBloco &secao : mPlanta.secoes) {
+        if (isBehindStop(secao.roteiro))
+            continue;
         if (secao.aula == 0)
             roteiro(secao.roteiro, secao);
         else
             aula(secao);
     }
-    if (mBloco.lidos < mBloco.roteiros.upperBound())
-        add(mPlanta.secoes.empty() ? 0 : mPlanta.secoes.back().begin,
+    if (isBehindStop(mBloco.lidos + 1))
+        add(placeOfStop(),
             u"a leitura acaba no Roteiro %1: código que não cabe em 32 bits, ou seções que se sobrepõem demais"_s.arg(
                 mBloco.lidos + 1));
     std::stable_sort(
@@ -139,8 +152,8 @@ void Exame::openings()
                 u"marca [<%1> sem número de Aula, ou sem ] e fim de linha atrás dele"_s.arg(marca.roteiro));
         else if (mOpened.contains({marca.roteiro, marca.aula}))
             add(marca.begin, qual + u" aparece outra vez: só vale a primeira"_s);
-        else if (!read.contains({marca.roteiro, marca.aula}))
-            add(marca.begin, qual + u" nunca é lido pelo programa"_s);
+        else if (!read.contains({marca.roteiro, marca.aula}) && !isBehindStop(marca.roteiro))
+            add(marca.begin, qual + u": o programa nunca lê esta seção"_s);
         mOpened.insert({marca.roteiro, marca.aula});
     }
 }
