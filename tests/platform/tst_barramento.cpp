@@ -5,7 +5,7 @@
 #include "platform/preparo.h"
 #include "support/suporte.h"
 
-#include "filho_teste.h"
+#include "filho_em_teste.h"
 
 #include <QDir>
 #include <QProcess>
@@ -24,62 +24,6 @@ using namespace Qt::StringLiterals;
 
 static constexpr int kShortLimit = 1000; ///< ms; instead of the 5 s, where a test has to wait for it
 static constexpr uid_t kNobody = 65534;
-
-/// A child in its event loop; it ends with its scope.
-class Filho
-{
-public:
-    explicit Filho(const QStringList &titles)
-    {
-        mProcess.setProcessChannelMode(QProcess::ForwardedChannels);
-        mProcess.start(QStringLiteral(QUOREL_BIN "/filho_teste"), titles);
-        if (!mProcess.waitForStarted()
-            || !QTest::qWaitFor([&] { return findWindow(titles.last(), false) != 0; }, 20000))
-            qFatal("the child does not come up");
-        mJanela = findWindow(titles.first(), false);
-    }
-    ~Filho() { kill(); }
-    void kill()
-    {
-        mProcess.kill();
-        mProcess.waitForFinished();
-    }
-    Janela janela() const { return mJanela; }
-    qint64 pid() const { return mProcess.processId(); }
-
-private:
-    QProcess mProcess;
-    Janela mJanela = 0;
-};
-
-/// The shell's place on the bus, with what came to it.
-struct Casa
-{
-    Casa()
-    {
-        endereco.replaceProc([this](Janela, quint32, quintptr sender, qintptr data) {
-            const auto &copy = *reinterpret_cast<const CopyData *>(data);
-            const QByteArray bytes(static_cast<const char *>(copy.bytes), copy.bytes ? qsizetype(copy.size) : 0);
-            came.append(bytes);
-            ++running;
-            deepest = std::max(deepest, running);
-            const qintptr result = handler ? handler(sender, quint32(copy.code)) : 1;
-            --running;
-            return result;
-        });
-        endereco.publish(u"Casa"_s);
-    }
-    qintptr send(Janela to, quint32 code, qint32 size = 0, QByteArrayView bytes = {})
-    {
-        return sendCopyData(to, endereco.handle(), code, size, bytes);
-    }
-
-    Endereco endereco;
-    std::function<qintptr(Janela, quint32)> handler;
-    QList<QByteArray> came;
-    int running = 0;
-    int deepest = 0;
-};
 
 class TstBarramento : public QObject
 {
@@ -101,12 +45,6 @@ private slots:
     void aFloodIsServedOneByOne();
     void aPeerThatNeverReadsIsGivenUp();
     void whatAPeerSentBeforeItsEndIsStillServed();
-    void titlesAreFoundInFourPasses();
-    void equalTitlesOwnFirstThenLowestHandle();
-    void aKilledProcessLeavesNoEntry();
-    void aChangedTitleIsFound();
-    void placingReachesTheBody();
-    void thePublishedWindowOfASender();
     void anotherUserIsRefused();
     void aDirectoryOpenToOthersIsNotUsed();
 };
@@ -359,98 +297,6 @@ void TstBarramento::whatAPeerSentBeforeItsEndIsStillServed()
         writeRaw(raw, sendFrame(casa.endereco.handle(), 1, 1, QByteArrayView("E", 1)));
     }
     QTRY_COMPARE(casa.came, (QList<QByteArray>{"A"_ba, "E"_ba}));
-}
-
-void TstBarramento::titlesAreFoundInFourPasses()
-{
-    Filho livros({u"Livros - Quorel"_s, u"Livros"_s});
-    const Janela inner = findWindow(u"Livros", true);
-    QVERIFY(inner != 0 && inner != livros.janela());
-    QCOMPARE(findWindow(u"Livros - Quorel", true), livros.janela());
-    QCOMPARE(findWindow(u"Livros - Q", true), livros.janela());
-    QCOMPARE(findWindow(u"Livros - Q", false), Janela(0));
-    QCOMPARE(findWindow(u"LIVROS", true), Janela(0));
-    QCOMPARE(findWindow(u"Liv", true), livros.janela());
-    QCOMPARE(findWindow(u"", true), Janela(0));
-    Casa casa;
-    QCOMPARE(casa.send(inner, kSizePlus1000), 1000); // to the same procedure
-}
-
-void TstBarramento::equalTitlesOwnFirstThenLowestHandle()
-{
-    Filho um({u"Casa"_s}), dois({u"Casa"_s, u"dois"_s});
-    QCOMPARE(findWindow(u"Casa", false), std::min(um.janela(), findWindow(u"Casa", false)));
-    {
-        Casa casa;
-        QCOMPARE(findWindow(u"Casa", false), casa.endereco.handle());
-        QWidget janela;
-        janela.setWindowTitle(u"Uma janela"_s);
-        QCOMPARE(findWindow(u"Uma", true), Janela(0)); // not made yet
-        janela.show();
-        QCOMPARE(findWindow(u"Uma", true), handleOf(&janela));
-    }
-    QVERIFY(findWindow(u"Casa", false) != 0);
-}
-
-void TstBarramento::aKilledProcessLeavesNoEntry()
-{
-    Filho filho({u"Some"_s});
-    const QDir directory(qEnvironmentVariable("XDG_RUNTIME_DIR") + u"/quorel"_s);
-    const QStringList its{QString::number(filho.pid()) + u".*"_s};
-    QCOMPARE(directory.entryList(its, QDir::AllEntries | QDir::System).size(), 2);
-    filho.kill();
-    QCOMPARE(findWindow(u"Some", true), Janela(0));
-    QCOMPARE(directory.entryList(its, QDir::AllEntries | QDir::System).size(), 0);
-}
-
-void TstBarramento::aChangedTitleIsFound()
-{
-    Casa casa;
-    Filho filho({u"Antes"_s});
-    for (const QString &title : {u"Histórias - Quorel"_s, u"com\nquebra"_s, u"Depois"_s}) {
-        const QByteArray utf8 = title.toUtf8();
-        QCOMPARE(casa.send(filho.janela(), kSetTitle, qint32(utf8.size()), utf8), 1);
-        QCOMPARE(findWindow(QString(title).replace(u'\n', u' '), false), filho.janela());
-    }
-    QCOMPARE(findWindow(u"Antes", true), Janela(0));
-}
-
-void TstBarramento::placingReachesTheBody()
-{
-    Casa casa;
-    Filho filho({u"Corpo"_s, u"dentro"_s});
-    const auto geometry = [](qintptr x, qintptr y, qintptr w, qintptr h) { return x << 48 | y << 32 | w << 16 | h; };
-    placeWindow(filho.janela(), Ordem::Topmost, kKeepSize | kKeepPosition);
-    QCOMPARE(casa.send(filho.janela(), kGeometry), geometry(300, 200, 400, 300));
-    QCOMPARE(casa.send(filho.janela(), kIsTopmost), 2);
-    placeWindow(filho.janela(), Ordem::NoTopmost, kKeepSize | kKeepPosition);
-    QCOMPARE(casa.send(filho.janela(), kIsTopmost), 1);
-    placeWindow(filho.janela(), Ordem::Top, kKeepSize);
-    QCOMPARE(casa.send(filho.janela(), kGeometry), geometry(0, 0, 400, 300));
-    placeWindow(findWindow(u"dentro", true), Ordem::Top, kKeepPosition);
-    QCOMPARE(casa.send(filho.janela(), kGeometry), geometry(0, 0, 120, 80)); // the least size instead of 0
-    filho.kill();
-    placeWindow(filho.janela(), Ordem::Top, 0);
-    QWidget own;
-    own.setGeometry(50, 60, 70, 80);
-    placeWindow(handleOf(&own), Ordem::Top, kKeepSize);
-    QCOMPARE(own.geometry(), QRect(0, 0, 70, 80));
-}
-
-void TstBarramento::thePublishedWindowOfASender()
-{
-    Casa casa;
-    Filho filho({u"Um"_s, u"Dois"_s});
-    const Janela inner = findWindow(u"Dois", true);
-    QCOMPARE(publishedWindowOf(inner, u"Um"), filho.janela());
-    QCOMPARE(publishedWindowOf(inner, u"Casa"), Janela(0));
-    QWidget janela;
-    QCOMPARE(publishedWindowOf(handleOf(&janela), u"Casa"), casa.endereco.handle());
-    QCOMPARE(publishedWindowOf(1234, u"Casa"), Janela(0));
-    QCOMPARE(publishedWindowOfParent(u"Casa"), Janela(0));
-    leaveBus();
-    QCOMPARE(publishedWindowOf(handleOf(&janela), u"Casa"), Janela(0));
-    QCOMPARE(casa.send(filho.janela(), kSizePlus1000), 1000); // a send needs no address of its own
 }
 
 void TstBarramento::anotherUserIsRefused()
