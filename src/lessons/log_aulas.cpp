@@ -29,7 +29,7 @@ void AbreLog()
         return;
     bank().Records_Set(u"SELECT * FROM LG_LogAulas where LG_Aluno="_s + QString::number(gAluno) + " and LG_Classe="_L1
             + QString::number(gClasse) + " order by LG_Data DESC"_L1,
-        kRSLog, QString(), kCursorStatic, kTravaOtimista, kOpcaoTexto);
+        kRSLog, QString(), kCursorKeyset, kTravaOtimista, kOpcaoTexto);
     eventTurn();
 }
 
