@@ -23,6 +23,7 @@ private slots:
     void places();
     void macros_data();
     void macros();
+    void emptyPathAndDriveRoot();
     void networkPathStandsForTheWholeDirectory();
     void emptyOnesAreTold_data();
     void emptyOnesAreTold();
@@ -92,6 +93,15 @@ void TstConfiguracao::macros()
     QFETCH(QString, expanded);
     QVERIFY2(driveRoots(kOpticalDrive).isEmpty(), "this table is for a machine without a disc in it");
     QCOMPARE(load(text), expanded.replace(u"%W"_s, at(u"\\win"_s)));
+}
+
+void TstConfiguracao::emptyPathAndDriveRoot()
+{
+    BoxScript boxes{Resposta::Ok, Resposta::Ok};
+    gConfig.Init(QString(), QString::fromUtf16(kNomeCadastro));
+    QCOMPARE(gConfig.ArquivoCnf, barras(QCoreApplication::applicationDirPath()) + u"\\ZETO_CNF.TXT"_s);
+    gConfig.Init(u"q:\\"_s, QString::fromUtf16(kNomeCadastro));
+    QCOMPARE(gConfig.ArquivoCnf, u"q:\\ZETO_CNF.TXT"_s);
 }
 
 void TstConfiguracao::networkPathStandsForTheWholeDirectory()
