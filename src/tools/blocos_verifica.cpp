@@ -8,6 +8,7 @@
 #include "startup/quorel_zeto.h"
 #include "startup/sistema_util.h"
 #include "startup/texto_util.h"
+#include "startup/valor.h"
 
 #include <QSet>
 
@@ -22,6 +23,8 @@ namespace {
 
 constexpr std::array<QStringView, 8> kTipos{
     u"Zeto", u"Desenho", u"Vrel", u"Livros", u"Dicionario", u"Calc", u"Calculadora", u"HTML"};
+
+constexpr qsizetype kMinimoDeAula = 6; ///< a shorter Linha of the calculator is a code
 
 QString nameOf(const LugarBloco &lugar)
 {
@@ -51,6 +54,7 @@ private:
     void aula(const LugarBloco &secao);
     void aulaType(const AulaRec &a, const LugarBloco &secao, const QString &qual);
     void html(const AulaRec &a, const LugarBloco &secao, const QString &qual);
+    bool calcHolds(const QString &codigo) const;
 
     /// Whether a failure ended the reading before this Roteiro.
     bool isBehindStop(int i) const { return i > mBloco.lidos && mBloco.lidos < mBloco.roteiros.upperBound(); }
@@ -244,6 +248,9 @@ void Exame::aula(const LugarBloco &secao)
         add(qMax(secao.begin, lugar),
             lugar < 0 ? qual + u" sem Linha"_s
                       : qual + u": a Linha está vazia ou nunca acaba (falta CR LF TAB e \"Tipo = \")"_s);
+    } else if (a.Tipo == "Calc"_L1 && a.Linha.size() < kMinimoDeAula) {
+        if (!calcHolds(a.Linha))
+            add(placeOf(secao, "Linha ="), qual + u": o último Roteiro não tem a Aula de código %1"_s.arg(a.Linha));
     } else if (a.Cod == "0"_L1) {
         add(placeOf(secao, "Linha ="), qual + u" com código ausente ou 0 no começo da Linha"_s);
     } else if (r.Nome == "CALC"_L1) {
@@ -252,6 +259,17 @@ void Exame::aula(const LugarBloco &secao)
         mCodigosCalc.insert(a.Cod);
     }
     aulaType(a, secao, qual);
+}
+
+/// Whether the last Roteiro, where the launcher looks a calculator's code up, has an Aula of that code.
+bool Exame::calcHolds(const QString &codigo) const
+{
+    const Vetor<AulaRec> &aulas = mBloco.roteiros[mBloco.roteiros.upperBound()].Aulas;
+    for (int j = 1; aulas.isDimensioned() && j <= aulas.upperBound(); ++j) {
+        if (valorNumerico(aulas[j].Cod) == valorNumerico(codigo))
+            return true;
+    }
+    return false;
 }
 
 void Exame::aulaType(const AulaRec &a, const LugarBloco &secao, const QString &qual)
