@@ -47,6 +47,7 @@ void fAux::buildLayout()
     paleta.setColor(QPalette::Window, QColor::fromRgb(kLaranjaPalido));
     setPalette(paleta);
     setFundo(figura(u"fundo_painel"_s));
+    setWindowTitle(u" "_s); // no caption; Qt would put the program's name in the place of an empty one
     buildAlunos();
     buildMeses();
     buildBotoes();

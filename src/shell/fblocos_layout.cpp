@@ -1,4 +1,3 @@
-#include "platform/protocolo.h"
 #include "shell/aparencia.h"
 #include "shell/controles.h"
 #include "shell/dica.h"
@@ -37,7 +36,6 @@ static constexpr Lugar kTxtInf{120, 120, 4155, 315};
 void fBlocos::buildLayout()
 {
     setFundo(figura(u"fundo_blocos"_s));
-    setWindowTitle(QString::fromUtf16(kTituloGerenciador));
     mLblTitulo = new QLabel(u"Roteiros de Português"_s, this);
     mLblTitulo->setObjectName(QString::fromUtf16(kLblTitulo.nome));
     mLblTitulo->setTextFormat(Qt::PlainText);
