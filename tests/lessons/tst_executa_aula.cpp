@@ -46,6 +46,7 @@ private slots:
     void childLeadsThroughARoteiro();
     void eachTypeHasItsProgram_data();
     void eachTypeHasItsProgram();
+    void theChildOfThePageLeadsThroughARoteiro();
     void badChildren_data();
     void badChildren();
     void unknownTypeSaysSo();
@@ -153,6 +154,20 @@ void TstExecutaAula::eachTypeHasItsProgram()
     QCOMPARE(
         lines(), (QStringList{pidFirst() + u' ' + programa + " /cfg:\\cnf\\zeto_cnf.txt /Hook:"_L1, linha, linha}));
     QVERIFY(gJanelaFilha != 0);
+}
+
+void TstExecutaAula::theChildOfThePageLeadsThroughARoteiro()
+{
+    const QString zeto = mDir->filePath(u"exe/Zeto.exe"_s);
+    QVERIFY(QFile::remove(zeto));
+    QVERIFY(QFile::copy(QStringLiteral(QUOREL_SOURCE "/docs/filho_exemplo.py"), zeto));
+    QVERIFY(QFile::setPermissions(zeto, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner));
+    umRoteiro({u"um"_s, u"dois"_s, u"três"_s}, u"Zeto"_s);
+    iniciaRoteiro(1);
+    QVERIFY(gJanelaZeto != 0);
+    QTRY_VERIFY_WITH_TIMEOUT(!gEmRoteiro, kPatience);
+    QCOMPARE(gAulaAtual, qint16(4));
+    QCOMPARE(mVista->largest, u"A:A:"_s);
 }
 
 void TstExecutaAula::badChildren_data()
