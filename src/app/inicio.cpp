@@ -40,8 +40,7 @@ static void askFirstInstance()
 
 static void openRegister()
 {
-    gBD = std::make_unique<BD>();
-    gBD2 = std::make_unique<BD>();
+    criaBD();
     AbreBDAlunos();
     CopiaCadastros();
 }

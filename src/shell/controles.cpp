@@ -9,6 +9,7 @@
 namespace quorel {
 
 static constexpr double kPontosMarca = 11.25;
+static constexpr double kPontosTitulo = 14.25;
 static constexpr int kLado = 14; // pixels of the box
 static constexpr int kEspaco = 5; // pixels between box and caption
 
@@ -24,6 +25,20 @@ QPushButton *novoBotao(const LinhaLayout &linha, const QString &nomeFace, const 
     botao->setAccessibleName(tip);
     botao->setAutoDefault(true); // Enter presses it as Space does
     return botao;
+}
+
+QLabel *novoTitulo(const LinhaLayout &linha, const QString &texto, const QString &nome, QWidget *parent)
+{
+    auto *titulo = new QLabel(texto, parent);
+    titulo->setObjectName(QString::fromUtf16(linha.nome));
+    titulo->setAccessibleName(nome);
+    titulo->setTextFormat(Qt::PlainText);
+    titulo->setFont(fonte(Tipo::Arial, kPontosTitulo));
+    QPalette paleta = titulo->palette();
+    paleta.setColor(QPalette::WindowText, QColor::fromRgb(kAzul));
+    titulo->setPalette(paleta);
+    coloca(*titulo, linha.lugar);
+    return titulo;
 }
 
 CaixaMarca::CaixaMarca(const LinhaLayout &linha, const QString &texto, QWidget *parent) : QCheckBox(texto, parent)

@@ -3,8 +3,10 @@
 #include "catalogue/catalogo.h"
 #include "catalogue/estado.h"
 #include "catalogue/lista_selecionada.h"
+#include "data/bd.h"
 #include "lessons/gancho.h"
 #include "lessons/mensagens.h"
+#include "platform/codec.h"
 #include "platform/erro.h"
 #include "platform/protocolo.h"
 #include "shell/comandos.h"
@@ -21,6 +23,7 @@
 #include <QCheckBox>
 #include <QFrame>
 #include <QLineEdit>
+#include <QListView>
 #include <QPushButton>
 #include <QScrollBar>
 #include <QWheelEvent>
@@ -46,14 +49,18 @@ void fAux::connectEvents()
     connect(mScrVertical, &QScrollBar::valueChanged, this, &fAux::scrollChange);
     connect(mChkSelec, &QCheckBox::toggled, this, &fAux::selecChange);
     connect(mCmdAluno, &QPushButton::clicked, this, [this] {
-        if (const auto &mostraAlunos = janelas().aberturas().mostraAlunos)
-            mostraAlunos();
+        const auto &mostraAlunos = janelas().aberturas().mostraAlunos;
+        if (!mostraAlunos)
+            return; // the register brings the panel back; without it the panel stays
+        mostraAlunos();
         hide();
     });
     connect(mCmdDesemp, &QPushButton::clicked, this, [this] {
         if (const auto &mostraDesempenho = janelas().aberturas().mostraDesempenho)
             mostraDesempenho();
     });
+    connect(mLstAlunos, &QListView::clicked, this, &fAux::alunoClick);
+    connect(mLstAlunos, &QListView::activated, this, &fAux::alunoClick);
     connect(mCmdInternet, &QPushButton::clicked, this, [this] { acessaPagina(janelas()); });
 }
 
@@ -88,6 +95,25 @@ void fAux::reportGeneric()
     // The register's window is not loaded yet; the shell's address stands in for its handle.
     EnviaTexto(gerenciador, janelaBlocos(), MSG_ALUNO, QString::number(gAluno));
     EnviaTexto(gerenciador, janelaBlocos(), MSG_CLASSE, QString::number(gClasse));
+}
+
+// Nothing fills the list or brings it forward; the register's window is where pupils are chosen.
+void fAux::alunoClick()
+{
+    const QString alias = u"RSAluno"_s;
+    const QString nome = mLstAlunos->currentIndex().data().toString();
+    gAluno = nome.isEmpty() ? 0 : inteiro32(valorNumerico(gBD->List_Cod(*mLstAlunos, alias).toString()));
+    setWindowTitle(u"ALUNO: "_s + upper1252(nome));
+    if (gClasse == 0) {
+        QString criterio = u"AL_Cod = "_s + QString::number(gAluno);
+        gClasse = inteiro32(valorNumerico(gBD->Pesquisa(criterio, alias, u"CL_Cod"_s)));
+    }
+    const Janela gerenciador = gSistema.ProcuraJanela(QString::fromUtf16(kTituloGerenciador), kModoBusca, true);
+    const Janela remetente = handleOf(&janelas().principal());
+    EnviaTexto(gerenciador, remetente, MSG_CLASSE, QString::number(gClasse));
+    EnviaTexto(gerenciador, remetente, MSG_ALUNO, QString::number(gAluno));
+    mFrmSelecAluno->hide();
+    mFrmMeses->show();
 }
 
 void fAux::unload()

@@ -8,7 +8,7 @@
 class QCheckBox;
 class QFrame;
 class QLineEdit;
-class QListWidget;
+class QListView;
 class QPushButton;
 class QScrollBar;
 
@@ -61,13 +61,14 @@ private:
     void CorrigeScroll();
     void scrollChange(int value);
     void selecChange();
+    void alunoClick();
     void reportGeneric();
 
     QFrame *mFrmMeses = nullptr;
     QLineEdit *mTxtSelecMes = nullptr;
     QScrollBar *mScrVertical = nullptr;
     QFrame *mFrmSelecAluno = nullptr;
-    QListWidget *mLstAlunos = nullptr;
+    QListView *mLstAlunos = nullptr;
     QPushButton *mCmdAluno = nullptr;
     QPushButton *mCmdDesemp = nullptr;
     QPushButton *mCmdInternet = nullptr;

@@ -7,7 +7,7 @@
 #include <QFrame>
 #include <QLabel>
 #include <QLineEdit>
-#include <QListWidget>
+#include <QListView>
 #include <QScrollBar>
 
 namespace quorel {
@@ -94,7 +94,7 @@ void fAux::buildAlunos()
     auto *label = new QLabel(u"Alunos:"_s, mFrmSelecAluno);
     label->setObjectName(QString::fromUtf16(kLabel1.nome));
     coloca(*label, kLabel1.lugar);
-    mLstAlunos = new QListWidget(mFrmSelecAluno);
+    mLstAlunos = new QListView(mFrmSelecAluno);
     mLstAlunos->setObjectName(QString::fromUtf16(kLstAlunos.nome));
     mLstAlunos->setAccessibleName(u"Alunos"_s);
     coloca(*mLstAlunos, kLstAlunos.lugar);

@@ -19,6 +19,7 @@
 #include "shell/geometria_dica.h"
 #include "shell/imagem.h"
 #include "shell/janelas.h"
+#include "shell/tique.h"
 #include "startup/estado.h"
 #include "startup/valor.h"
 
@@ -254,17 +255,6 @@ void fBlocos::copyMedia()
     }
     caixa({u"Fim da cópia das figuras\r\nForam copiadas no diretório: "_s + nativePath(gDirFiguras)});
     janelas().painel().desmarcaCopia();
-}
-
-// A step of a tick that fails forgets the pointed picture, and the next step follows.
-template <typename Step>
-static void tenta(Step &&step)
-{
-    try {
-        step();
-    } catch (const ErroExecucao &) {
-        gImgApontada = -1;
-    }
 }
 
 void fBlocos::tickTmrRot()

@@ -26,7 +26,6 @@ static constexpr double kEsquerdaJogoZero = 60; // twips
 static constexpr double kPontosJogo = 12;
 static constexpr std::array<QRgb, kJogosPorBotao> kCoresJogos{0xffffffc0, 0xffc0ffc0, 0xffffe0c0};
 
-static constexpr double kPontosTitulo = 14.25;
 static constexpr LinhaLayout kLblTitulo{u"LblTitulo", {0, 0, 8100, 330}};
 static constexpr LinhaLayout kCmdManual{u"CmdManual", {3720, 7740, 495, 495}};
 static constexpr LinhaLayout kCmdVoltar{u"cmdVoltar", {7320, 0, 495, 495}};
@@ -36,14 +35,7 @@ static constexpr Lugar kTxtInf{120, 120, 4155, 315};
 void fBlocos::buildLayout()
 {
     setFundo(figura(u"fundo_blocos"_s));
-    mLblTitulo = new QLabel(u"Roteiros de Português"_s, this);
-    mLblTitulo->setObjectName(QString::fromUtf16(kLblTitulo.nome));
-    mLblTitulo->setTextFormat(Qt::PlainText);
-    mLblTitulo->setFont(fonte(Tipo::Arial, kPontosTitulo));
-    QPalette paleta = mLblTitulo->palette();
-    paleta.setColor(QPalette::WindowText, QColor::fromRgb(kAzul));
-    mLblTitulo->setPalette(paleta);
-    coloca(*mLblTitulo, kLblTitulo.lugar);
+    mLblTitulo = novoTitulo(kLblTitulo, u"Roteiros de Português"_s, QString(), this);
     buildBotoes();
     buildJogos();
     mCmdManual = novoBotao(kCmdManual, u"manual"_s, u"Manual"_s, this);

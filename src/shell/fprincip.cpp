@@ -13,6 +13,7 @@
 #include "shell/geometria_dica.h"
 #include "shell/imagem.h"
 #include "shell/janelas.h"
+#include "shell/tique.h"
 #include "startup/estado.h"
 #include "startup/quorel_zeto.h"
 #include "startup/texto_util.h"
@@ -127,17 +128,6 @@ void fPrincip::hideTip()
 {
     mDica->hide();
     gImgApontada = -1;
-}
-
-// A step of a tick that fails forgets the pointed picture, and the next step follows.
-template <typename Step>
-static void tenta(Step &&step)
-{
-    try {
-        step();
-    } catch (const ErroExecucao &) {
-        gImgApontada = -1;
-    }
 }
 
 void fPrincip::tickTmrDisc()

@@ -5,8 +5,6 @@
 #include "shell/fprincip.h"
 #include "shell/imagem.h"
 
-#include <QLabel>
-
 #include <array>
 
 namespace quorel {
@@ -40,17 +38,8 @@ void fPrincip::buildLayout()
     setFont(fonte(Tipo::Arial, kPontosTitulo));
     setFundo(figura(u"fundo_principal"_s));
     setWindowTitle(u"Blocos de Roteiros do Sistema Quorel"_s);
-    const std::array titulos{std::pair{kLblTitulo, u"Disciplinas"_s}, std::pair{kLblMes, QString()}};
-    for (const auto &[linha, texto] : titulos) {
-        auto *label = new QLabel(texto, this);
-        label->setObjectName(QString::fromUtf16(linha.nome));
-        label->setTextFormat(Qt::PlainText);
-        label->setFont(fonte(Tipo::Arial, kPontosTitulo));
-        QPalette paleta = label->palette();
-        paleta.setColor(QPalette::WindowText, QColor::fromRgb(kAzul));
-        label->setPalette(paleta);
-        coloca(*label, linha.lugar);
-    }
+    novoTitulo(kLblTitulo, u"Disciplinas"_s, u"Disciplinas"_s, this);
+    novoTitulo(kLblMes, QString(), u"Mês"_s, this);
     buildBlocos();
     buildBotoes();
     mDica = new Dica(kFrmTip, kTxtInf, this);

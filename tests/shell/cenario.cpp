@@ -56,16 +56,16 @@ static void instala(int meses)
     imagem.save(figura, "PNG");
 }
 
-static void configura()
+static void configura(bool escolas)
 {
     gConfig.SetaCFG(u"[zeto]\r\nZETO_EXE=%1\\exe\r\nZETO_MM=%1\\zeto_mm\r\nDIRQUOREL=%1\r\nDBBLOCOS=%1\\DBBLOCOS"_s.arg(
         barras(noWindows(u"QUOREL2001"_s))));
     gNivel = u"F1"_s;
     gNomeNivel = u"Fundamental I"_s;
-    gEscolas = true;
+    gEscolas = escolas;
 }
 
-Cenario::Cenario(int meses, const QStringList &arquivos)
+Cenario::Cenario(int meses, const QStringList &arquivos, bool escolas)
 {
     failOnWarnings();
     reiniciaStartup();
@@ -76,7 +76,7 @@ Cenario::Cenario(int meses, const QStringList &arquivos)
     instala(meses);
     for (const QString &arquivo : arquivos)
         escreve(noWindows(u"QUOREL2001/"_s + arquivo), "x");
-    configura();
+    configura(escolas);
     mJanelas = std::make_unique<Janelas>(Aberturas{[this] { ++alunos; }, [this] { ++desempenhos; }});
     usaVistas({&blocos(), &blocos(), &painel()});
     setVistaBlocos(&blocos());

@@ -10,14 +10,14 @@
 
 namespace quorel::teste {
 
-/// A small installation of level F1 below the test's Windows directory, of several users, without a register:
+/// A small installation of level F1 below the test's Windows directory, without a register unless one is open:
 /// month 1 with Matemática (roteiros 261, 12610 and 7) and Português, month 2 with Ciências, and as many more months
 /// as asked for. Then the windows, through the same steps as the start of the program.
 class Cenario final
 {
 public:
-    /// @param arquivos  more files to put below QUOREL2001
-    explicit Cenario(int meses = 2, const QStringList &arquivos = {});
+    /// @param arquivos  more files to put below QUOREL2001; @param escolas  of several users
+    explicit Cenario(int meses = 2, const QStringList &arquivos = {}, bool escolas = true);
     ~Cenario();
 
     Janelas &janelas() { return *mJanelas; }

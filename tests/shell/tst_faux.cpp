@@ -10,7 +10,14 @@
 #include "shell/opcao_mes.h"
 #include "support/suporte.h"
 
+#include "apoio.h"
+#include "data/bd.h"
+#include "lessons/andamento.h"
+#include "platform/protocolo.h"
+#include "startup/estado.h"
+
 #include <QCheckBox>
+#include <QListView>
 #include <QPushButton>
 #include <QScrollBar>
 #include <QWheelEvent>
@@ -36,6 +43,8 @@ private slots:
     void listIsAskedForAtTheEndOfSelection_data();
     void listIsAskedForAtTheEndOfSelection();
     void buttonsOpenTheOtherWindows();
+    void singleUserIsTheGenericPupil();
+    void dormantPupilListTellsTheHook();
 };
 
 void TstFAux::layoutIsInTwips_data()
@@ -195,6 +204,46 @@ void TstFAux::buttonsOpenTheOtherWindows()
     QTest::mouseClick(&child<QPushButton>(c.painel(), u"CmdAluno"_s), Qt::LeftButton);
     QCOMPARE(c.alunos, 1);
     QVERIFY(!c.painel().isVisible());
+}
+
+void TstFAux::singleUserIsTheGenericPupil()
+{
+    Registro registro;
+    registro.open();
+    Cenario c(2, {}, false);
+    QCOMPARE(gAluno, 9999);
+    QCOMPARE(gClasse, 9999);
+    QVERIFY(gBD->ExisteAlias(u"RSLog"_s)); // the pupil's message opened the log
+    QCOMPARE(gMensagem.Codigo, qint32(MSG_CLASSE)); // and the class's came last
+    QVERIFY(child<QPushButton>(c.painel(), u"CmdDesemp"_s).isVisible());
+    QVERIFY(!child<QPushButton>(c.painel(), u"CmdAluno"_s).isVisible());
+    QVERIFY(!child<QCheckBox>(c.painel(), u"chkSelec"_s).isVisible());
+}
+
+void TstFAux::dormantPupilListTellsTheHook()
+{
+    Registro registro;
+    registro.sql(u"INSERT INTO AL_Alunos (AL_Cod, AL_Nome) VALUES (12, 'Iná'), (13, 'Rui')"_s);
+    registro.sql(u"INSERT INTO CLxAL (AL_Cod, CL_Cod) VALUES (12, 5), (13, 6)"_s);
+    registro.open();
+    Cenario c;
+    const QString alias = u"RSAluno"_s;
+    gBD->Records_Set(u"SELECT AL_Alunos.AL_Cod, AL_Nome, CL_Cod FROM AL_Alunos INNER JOIN CLxAL "
+                     "ON AL_Alunos.AL_Cod = CLxAL.AL_Cod ORDER BY AL_Nome"_s,
+        alias);
+    auto &lista = child<QListView>(c.painel(), u"LstAlunos"_s);
+    QString campo = u"AL_Nome"_s;
+    gBD->List_Set(lista, alias, campo);
+    gClasse = 0;
+    const QModelIndex rui = lista.model()->index(1, 0);
+    lista.setCurrentIndex(rui);
+    emit lista.clicked(rui); // it lies behind the months, out of the mouse's reach
+    QCOMPARE(gAluno, 13);
+    QCOMPARE(gClasse, 6);
+    QCOMPARE(gMensagem.Codigo, qint32(MSG_ALUNO));
+    QCOMPARE(gMensagem.Texto, u"13"_s);
+    QCOMPARE(c.painel().windowTitle(), u"ALUNO: RUI"_s);
+    QVERIFY(!child<QWidget>(c.painel(), u"FrmSelecAluno"_s).isVisible());
 }
 
 QTEST_MAIN(TstFAux)
