@@ -163,7 +163,7 @@ Bus::Peer Bus::connectionTo(pid_t process)
 
 Bus::Peer Bus::adopt(UnixFd socket, pid_t process)
 {
-    const auto peer = std::make_shared<Connection>(std::move(socket), process, mPool);
+    auto peer = std::make_shared<Connection>(std::move(socket), process, mPool);
     mConnections.push_back(peer);
     const std::weak_ptr<Connection> weak = peer;
     peer->watch(
@@ -180,7 +180,8 @@ Bus::Peer Bus::adopt(UnixFd socket, pid_t process)
 
 void Bus::drop(const Peer &peer)
 {
-    const Peer keep = peer; // the argument may lie in the list
+    // The argument may lie in the list.
+    const Peer keep = peer; // NOLINT(performance-unnecessary-copy-initialization)
     keep->close();
     std::erase(mConnections, keep);
     endSendsOn(keep);

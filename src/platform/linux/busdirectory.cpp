@@ -22,7 +22,7 @@ static constexpr int kHandleShift = 32;
 static constexpr mode_t kPrivate = 0700;
 static constexpr mode_t kOthers = 077;
 static constexpr int kBacklog = 128;
-static constexpr qsizetype kLargestEntryFile = 64 * 1024;
+static constexpr qsizetype kLargestEntryFile = qsizetype{64} * 1024;
 /// A directory's time moves in steps of the kernel's tick: a listing read within this time of the last change may have
 /// missed one.
 static constexpr qint64 kTimeStepNs = 50'000'000;

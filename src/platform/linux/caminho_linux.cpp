@@ -109,7 +109,7 @@ QString nativePath(const QString &caminho)
 {
     if (caminho.isEmpty() || caminho.contains(QChar::Null))
         return {};
-    const QString plain = QString(caminho).replace(u'\\', u'/');
+    QString plain = QString(caminho).replace(u'\\', u'/');
     const QByteArray path = QFile::encodeName(plain);
     if (path.size() >= PATH_MAX || exists(path))
         return plain;
