@@ -6,7 +6,7 @@ cd "$(dirname "$0")"
 uso=(compila mostra)
 scripts/instala.sh "${uso[@]}"
 cmake --preset release >/dev/null
-cmake --build --preset release
+cmake --build --preset release --target quorel exemplo
 
 raiz=$PWD/build/release
 export QUOREL_WINDIR=$raiz/instalacao/windows
