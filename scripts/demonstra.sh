@@ -20,6 +20,7 @@ trap limpa EXIT
 foto() { import -window root "$saida/$1.png" && echo "  $saida/$1.png"; }
 desiste() {
     echo "demonstra: $*" >&2
+    cat "$casa"/*.log >&2 2>/dev/null || true
     foto falha || true
     exit 1
 }

@@ -95,7 +95,8 @@ std::vector<xcb_window_t> Display::windowsIn(xcb_window_t window, Name name) con
 {
     const QByteArray bytes = property(window, mAtoms[name], XCB_ATOM_WINDOW);
     std::vector<xcb_window_t> windows(std::size_t(bytes.size()) / sizeof(xcb_window_t));
-    std::memcpy(windows.data(), bytes.constData(), windows.size() * sizeof(xcb_window_t));
+    if (!windows.empty())
+        std::memcpy(windows.data(), bytes.constData(), windows.size() * sizeof(xcb_window_t));
     return windows;
 }
 
