@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""Lays out the sample installation: monta.py [--licao PROGRAMA] [--cadastro ARQUIVO] DESTINO
+"""Lays out the sample installation: monta.py [--licao PROGRAMA] DESTINO
 
 DESTINO/windows becomes the directory that QUOREL_WINDIR is set to. What the shell or a teacher left there (register,
 configuration, chosen list) stays; everything that comes from the sources is written anew when it differs.
@@ -83,7 +83,7 @@ def monta_programas(exe, licao):
             shutil.copy2(licao, alvo)
 
 
-def monta(destino, licao=None, cadastro=None):
+def monta(destino, licao=None):
     windows = Path(destino) / "windows"
     quorel = windows / "QUOREL2001"
     for pasta in ("exe", "cfg", "zeto_mm", "DBBLOCOS", "Arqs"):
@@ -94,18 +94,15 @@ def monta(destino, licao=None, cadastro=None):
     monta_textos(quorel)
     if licao:
         monta_programas(quorel / "exe", Path(licao))
-    if cadastro:
-        shutil.copyfile(cadastro, windows / "Cadastros.mdb")
 
 
 def main():
     args = argparse.ArgumentParser(description="Monta a instalação de exemplo.")
     args.add_argument("destino", help="diretório da instalação; windows/ fica dentro dele")
     args.add_argument("--licao", metavar="PROGRAMA", help="programa que faz as vezes dos programas de exercícios")
-    args.add_argument("--cadastro", metavar="ARQUIVO", help="cadastro a copiar como Cadastros.mdb")
     opcoes = args.parse_args()
     try:
-        monta(opcoes.destino, opcoes.licao, opcoes.cadastro)
+        monta(opcoes.destino, opcoes.licao)
     except (OSError, blocos.ErroFonte, UnicodeError) as erro:
         sys.exit(f"monta.py: {erro}")
 

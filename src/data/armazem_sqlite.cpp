@@ -25,10 +25,6 @@ constexpr auto kBusyLimit = 1s; ///< three waits of one logged row stay below a 
 constexpr int kShortestPauseMs = 1;
 constexpr int kLongestPauseMs = 6; ///< exclusive
 
-/// A file of the provider's own format tells its name from byte 4 on.
-constexpr int kJetNamePlace = 4;
-constexpr int kHeaderSize = 100;
-
 const QString kOrderName = u"QUOREL"_s;
 
 /// Waits for another program's lock, by pauses of random length so that two programs don't keep in step.
@@ -74,7 +70,6 @@ public:
 private:
     sqlite3 *db() const { return mDb.get(); }
     void prepareConnection();
-    void checkHeader();
     void readSchema();
     std::vector<Coluna> columnsOf(sqlite3_stmt *stmt) const;
 
@@ -96,32 +91,9 @@ int waitForLock(void *espera, int tries)
 
 ArmazemSqlite::ArmazemSqlite(const QString &caminho) : mDb(openDatabase(nativePath(caminho), SQLITE_OPEN_READWRITE))
 {
-    checkHeader();
+    checkRegisterFile(db());
     prepareConnection();
     readSchema();
-}
-
-/// Looks through the store's own descriptor: closing a second one would drop its locks.
-void ArmazemSqlite::checkHeader()
-{
-    sqlite3_file *file = nullptr;
-    sqlite3_file_control(db(), "main", SQLITE_FCNTL_FILE_POINTER, &file);
-    sqlite3_int64 size = 0;
-    if (!file || !file->pMethods)
-        throw sqliteError(db(), SQLITE_CANTOPEN);
-    if (file->pMethods->xFileSize(file, &size) != SQLITE_OK)
-        throw sqliteError(db(), SQLITE_IOERR);
-    if (size == 0)
-        throw ErroBD(kErroArmazem, u"O arquivo do banco de dados está vazio."_s);
-    if (size < kHeaderSize)
-        throw sqliteError(db(), SQLITE_NOTADB);
-    QByteArray header(kHeaderSize, '\0');
-    if (file->pMethods->xRead(file, header.data(), kHeaderSize, 0) != SQLITE_OK)
-        throw sqliteError(db(), SQLITE_IOERR);
-    const QByteArray name = header.sliced(kJetNamePlace);
-    if (name.startsWith("Standard Jet DB") || name.startsWith("Standard ACE DB"))
-        throw ErroBD(kErroArmazem,
-            u"O arquivo do banco de dados está no formato antigo (Jet) e não pode ser aberto. Crie um cadastro novo com o programa quorel-cadastro."_s);
 }
 
 void ArmazemSqlite::prepareConnection()

@@ -88,6 +88,33 @@ BancoSqlite openDatabase(const QString &native, int flags)
     return db;
 }
 
+/// A file of the provider's own format tells its name from byte 4 on.
+static constexpr int kJetNamePlace = 4;
+static constexpr int kHeaderSize = 100;
+
+// Looks through the store's own descriptor: closing a second one would drop its locks.
+void checkRegisterFile(sqlite3 *db)
+{
+    sqlite3_file *file = nullptr;
+    sqlite3_file_control(db, "main", SQLITE_FCNTL_FILE_POINTER, &file);
+    sqlite3_int64 size = 0;
+    if (!file || !file->pMethods)
+        throw sqliteError(db, SQLITE_CANTOPEN);
+    if (file->pMethods->xFileSize(file, &size) != SQLITE_OK)
+        throw sqliteError(db, SQLITE_IOERR);
+    if (size == 0)
+        throw ErroBD(kErroArmazem, u"O arquivo do banco de dados está vazio."_s);
+    if (size < kHeaderSize)
+        throw sqliteError(db, SQLITE_NOTADB);
+    QByteArray header(kHeaderSize, '\0');
+    if (file->pMethods->xRead(file, header.data(), kHeaderSize, 0) != SQLITE_OK)
+        throw sqliteError(db, SQLITE_IOERR);
+    const QByteArray name = header.sliced(kJetNamePlace);
+    if (name.startsWith("Standard Jet DB") || name.startsWith("Standard ACE DB"))
+        throw ErroBD(kErroArmazem,
+            u"O arquivo do banco de dados está no formato antigo (Jet) e não pode ser aberto. Crie um cadastro novo com o programa quorel-cadastro."_s);
+}
+
 Comando::Comando(sqlite3 *db, const QString &sql) : mDb(db)
 {
     const QByteArray text = sql.toUtf8();

@@ -27,6 +27,10 @@ using BancoSqlite = std::unique_ptr<sqlite3, FechaSqlite>;
 /// Opens a file that exists. @param native  path as the system has it @throws ErroBD
 BancoSqlite openDatabase(const QString &native, int flags);
 
+/// Looks at the header of a file just opened. @throws ErroBD for an empty one, one in the old Jet format, one that
+/// can't be read; other damage shows at the first query
+void checkRegisterFile(sqlite3 *db);
+
 /// The failure that the last call on `db` ended with, in Portuguese. @param code  its extended result code
 ErroBD sqliteError(sqlite3 *db, int code);
 

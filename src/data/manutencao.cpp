@@ -1,0 +1,229 @@
+#include "data/manutencao.h"
+
+#include "data/campos.h"
+#include "data/schema.h"
+#include "data/sqlite_base.h"
+#include "platform/caminho.h"
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QMap>
+
+#include <sqlite3.h>
+
+#include <filesystem>
+
+using namespace Qt::StringLiterals;
+
+namespace quorel {
+
+static constexpr int kBusyMs = 10000; ///< for others' locks
+static constexpr int kMaxFindings = 100; ///< of the store's own check
+
+/// Tables with their columns in upper case; the type and whether it is the key, in one text.
+using Esquema = QMap<QString, QMap<QString, QString>>;
+
+static QString textOf(const Comando &command, int column)
+{
+    return QString::fromUtf8(reinterpret_cast<const char *>(sqlite3_column_text(command.get(), column)));
+}
+
+static Esquema schemaOf(sqlite3 *db)
+{
+    Esquema schema;
+    Comando columns(db,
+        u"SELECT t.name, c.name, c.type, c.pk FROM sqlite_schema t JOIN pragma_table_info(t.name) c "
+        "WHERE t.type = 'table' AND t.name NOT LIKE 'sqlite%'"_s);
+    while (columns.step()) {
+        const int type = static_cast<int>(typeOfDeclaration(textOf(columns, 2)));
+        schema[textOf(columns, 0).toUpper()][textOf(columns, 1).toUpper()] =
+            QString::number(type) + (sqlite3_column_int(columns.get(), 3) ? u" chave"_s : QString());
+    }
+    return schema;
+}
+
+static void runScript(sqlite3 *db, const QByteArray &script)
+{
+    const int code = sqlite3_exec(db, script.constData(), nullptr, nullptr, nullptr);
+    if (code != SQLITE_OK)
+        throw sqliteError(db, code);
+}
+
+static Esquema wantedSchema()
+{
+    const BancoSqlite memory = openDatabase(u":memory:"_s, SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE);
+    runScript(memory.get(), registerSchema());
+    return schemaOf(memory.get());
+}
+
+static BancoSqlite openForCare(const QString &caminho)
+{
+    BancoSqlite db = openDatabase(nativePath(caminho), SQLITE_OPEN_READWRITE);
+    checkRegisterFile(db.get());
+    sqlite3_busy_timeout(db.get(), kBusyMs);
+    execute(db.get(), u"PRAGMA trusted_schema=OFF"_s);
+    return db;
+}
+
+void createRegister(const QString &caminho)
+{
+    const QString native = nativePath(caminho);
+    QFile file(native);
+    if (!file.open(QIODevice::WriteOnly | QIODevice::NewOnly))
+        throw ErroBD(kErroArmazem, u"O arquivo já existe ou não pode ser criado."_s);
+    file.close();
+    try {
+        const BancoSqlite db = openDatabase(native, SQLITE_OPEN_READWRITE);
+        runScript(db.get(), "BEGIN;" + registerSchema() + "COMMIT;");
+    } catch (const ErroExecucao &) {
+        QFile::remove(native);
+        throw;
+    }
+}
+
+static void findDamage(sqlite3 *db, QStringList &findings)
+{
+    Comando check(db, u"PRAGMA integrity_check(%1)"_s.arg(kMaxFindings));
+    while (check.step()) {
+        const QString text = textOf(check, 0);
+        if (text != "ok"_L1)
+            findings << u"dano no arquivo: "_s + text.simplified();
+    }
+}
+
+/// @return whether all tables and columns are there
+static bool findMissing(sqlite3 *db, QStringList &findings)
+{
+    const qsizetype before = findings.size();
+    const Esquema found = schemaOf(db);
+    const Esquema wanted = wantedSchema();
+    for (auto table = wanted.begin(); table != wanted.end(); ++table) {
+        if (!found.contains(table.key())) {
+            findings << u"falta a tabela %1"_s.arg(table.key());
+            continue;
+        }
+        for (auto column = table->begin(); column != table->end(); ++column) {
+            const QString there = found[table.key()].value(column.key());
+            if (there.isEmpty())
+                findings << u"falta a coluna %1 da tabela %2"_s.arg(column.key(), table.key());
+            else if (there != *column)
+                findings << u"a coluna %1 da tabela %2 é de outro tipo"_s.arg(column.key(), table.key());
+        }
+    }
+    return findings.size() == before;
+}
+
+/// Adds the text, with the query's number in the place of %1, unless that is 0.
+static void findRows(sqlite3 *db, const QString &sql, const QString &text, QStringList &findings)
+{
+    Comando count(db, sql);
+    const qint64 number = count.step() ? sqlite3_column_int64(count.get(), 0) : 0;
+    if (number > 0)
+        findings << QString(text).replace("%1"_L1, QString::number(number));
+}
+
+static void findLooseRows(sqlite3 *db, QStringList &findings)
+{
+    findRows(db, u"SELECT NOT EXISTS (SELECT 1 FROM CL_Classes WHERE CL_Cod = 9999)"_s,
+        u"falta a classe genérica 9999; o programa a cria ao iniciar"_s, findings);
+    findRows(db, u"SELECT NOT EXISTS (SELECT 1 FROM AL_Alunos WHERE AL_Cod = 9999)"_s,
+        u"falta o aluno genérico 9999; o programa o cria ao iniciar"_s, findings);
+    findRows(db, u"SELECT NOT EXISTS (SELECT 1 FROM CLxAL WHERE AL_Cod = 9999)"_s,
+        u"falta a ligação do aluno genérico 9999; o programa a cria ao iniciar"_s, findings);
+    findRows(db, u"SELECT count(*) FROM CLxAL WHERE AL_Cod NOT IN (SELECT AL_Cod FROM AL_Alunos) OR AL_Cod IS NULL"_s,
+        u"ligações sem aluno na tabela CLxAL: %1"_s, findings);
+    findRows(db, u"SELECT count(*) FROM CLxAL WHERE CL_Cod NOT IN (SELECT CL_Cod FROM CL_Classes) OR CL_Cod IS NULL"_s,
+        u"ligações sem classe na tabela CLxAL: %1"_s, findings);
+    findRows(db,
+        u"SELECT count(*) FROM LG_LogAulas WHERE LG_Aluno NOT IN (SELECT AL_Cod FROM AL_Alunos) OR LG_Aluno IS NULL"_s,
+        u"aulas registradas sem aluno na tabela LG_LogAulas: %1"_s, findings);
+}
+
+QStringList registerFindings(const QString &caminho)
+{
+    const BancoSqlite db = openForCare(caminho);
+    QStringList findings;
+    try {
+        findDamage(db.get(), findings);
+        if (findMissing(db.get(), findings))
+            findLooseRows(db.get(), findings);
+    } catch (const ErroBD &erro) {
+        findings << erro.descricao();
+    }
+    return findings;
+}
+
+std::vector<ContagemTabela> registerCounts(const QString &caminho)
+{
+    const BancoSqlite db = openForCare(caminho);
+    QStringList tables;
+    Comando names(
+        db.get(), u"SELECT name FROM sqlite_schema WHERE type = 'table' AND name NOT LIKE 'sqlite%' ORDER BY name"_s);
+    while (names.step())
+        tables << textOf(names, 0);
+    std::vector<ContagemTabela> counts;
+    for (const QString &table : tables) {
+        Comando count(db.get(), u"SELECT count(*) FROM "_s + quotedName(table));
+        count.step();
+        counts.push_back({table, sqlite3_column_int64(count.get(), 0)});
+    }
+    return counts;
+}
+
+static void backup(sqlite3 *from, sqlite3 *to)
+{
+    sqlite3_backup *work = sqlite3_backup_init(to, "main", from, "main");
+    if (!work)
+        throw sqliteError(to, sqlite3_extended_errcode(to));
+    int code = SQLITE_OK;
+    for (int waited = 0; waited < kBusyMs; waited += 10) {
+        code = sqlite3_backup_step(work, -1); // all at once: one moment's state
+        if (code != SQLITE_BUSY && code != SQLITE_LOCKED)
+            break;
+        sqlite3_sleep(10);
+    }
+    const int end = sqlite3_backup_finish(work);
+    if (code != SQLITE_DONE)
+        throw sqliteError(to, code);
+    if (end != SQLITE_OK)
+        throw sqliteError(to, end);
+}
+
+static void writeChecked(const QString &origem, const QString &native)
+{
+    const BancoSqlite from = openForCare(origem);
+    const BancoSqlite to = openDatabase(native, SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE);
+    execute(to.get(), u"PRAGMA synchronous=EXTRA"_s);
+    backup(from.get(), to.get());
+    QStringList damage;
+    findDamage(to.get(), damage);
+    if (!damage.isEmpty())
+        throw ErroBD(kErroArmazem, u"A cópia foi conferida e está danificada: "_s + damage.first());
+}
+
+void copyRegister(const QString &origem, const QString &destino, bool sobrescreve)
+{
+    const QString target = nativePath(destino);
+    const QFileInfo there(target);
+    if (there.exists() && there.canonicalFilePath() == QFileInfo(nativePath(origem)).canonicalFilePath())
+        throw ErroBD(kErroArmazem, u"A origem e o destino são o mesmo arquivo."_s);
+    if (there.exists() && !sobrescreve)
+        throw ErroBD(kErroArmazem, u"O arquivo de destino já existe."_s);
+    const QString unfinished = target + u".parcial"_s;
+    QFile::remove(unfinished);
+    try {
+        writeChecked(origem, unfinished);
+    } catch (const ErroExecucao &) {
+        QFile::remove(unfinished);
+        throw;
+    }
+    std::error_code failure;
+    std::filesystem::rename(unfinished.toStdU16String(), target.toStdU16String(), failure);
+    if (failure) {
+        QFile::remove(unfinished);
+        throw ErroBD(kErroArmazem, u"A cópia não pôde receber o nome do destino."_s);
+    }
+}
+
+} // namespace quorel

@@ -1,0 +1,138 @@
+#include "tools/cadastro_comando.h"
+
+#include "data/bd.h"
+#include "data/manutencao.h"
+#include "platform/caminho.h"
+#include "platform/costuras.h"
+#include "platform/erro.h"
+#include "tools/cadastro_importa.h"
+
+#include <array>
+
+namespace quorel::cadastro {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+enum Codigo : int { kBem = 0, kAConsertar = 1, kNaoRodou = 2 };
+
+const QString kAjuda = uR"(Uso:
+  quorel-cadastro cria ARQUIVO
+      cria um cadastro vazio; um arquivo que existe fica como está
+  quorel-cadastro importa ARQUIVO LISTA
+      acrescenta classes e alunos de um texto, um por linha, na página de código 1252:
+          classe<TAB>nome<TAB>professor<TAB>senha
+          aluno<TAB>nome                         (vai para a classe acima)
+  quorel-cadastro verifica ARQUIVO
+      confere o arquivo, as tabelas e colunas, os registros genéricos e as ligações; mostra um achado por linha
+  quorel-cadastro conta ARQUIVO
+      mostra quantas linhas há em cada tabela
+  quorel-cadastro copia ARQUIVO DESTINO [--sobrescreve]
+      copia o cadastro, mesmo em uso, e confere a cópia; um destino que existe só é trocado com --sobrescreve
+  quorel-cadastro --help
+
+Código de saída: 0 tudo em ordem, 1 há o que consertar, 2 não foi possível executar.
+)"_s;
+
+struct Pedido
+{
+    QStringList caminhos; ///< with backslashes
+    bool sobrescreve = false;
+};
+
+int cria(const Pedido &pedido, QTextStream &)
+{
+    createRegister(pedido.caminhos[0]);
+    return kBem;
+}
+
+int importaLista(const Pedido &pedido, QTextStream &)
+{
+    importa(pedido.caminhos[0], pedido.caminhos[1]);
+    return kBem;
+}
+
+int verifica(const Pedido &pedido, QTextStream &saida)
+{
+    const QStringList findings = registerFindings(pedido.caminhos[0]);
+    for (const QString &finding : findings)
+        saida << finding << u'\n';
+    return findings.isEmpty() ? kBem : kAConsertar;
+}
+
+int conta(const Pedido &pedido, QTextStream &saida)
+{
+    for (const ContagemTabela &each : registerCounts(pedido.caminhos[0]))
+        saida << each.tabela << u'\t' << each.linhas << u'\n';
+    return kBem;
+}
+
+int copia(const Pedido &pedido, QTextStream &)
+{
+    copyRegister(pedido.caminhos[0], pedido.caminhos[1], pedido.sobrescreve);
+    return kBem;
+}
+
+struct Comando
+{
+    QLatin1StringView nome;
+    int arquivos; ///< how many names of files it takes
+    int (*executa)(const Pedido &, QTextStream &saida);
+};
+
+constexpr std::array kComandos{Comando{"cria"_L1, 1, cria}, Comando{"importa"_L1, 2, importaLista},
+    Comando{"verifica"_L1, 1, verifica}, Comando{"conta"_L1, 1, conta}, Comando{"copia"_L1, 2, copia}};
+
+/// @return null for arguments that make no sense
+const Comando *parse(const QStringList &argumentos, Pedido &pedido)
+{
+    QString name;
+    for (const QString &argument : argumentos) {
+        if (argument == "--sobrescreve"_L1)
+            pedido.sobrescreve = true;
+        else if (argument.startsWith("--"_L1))
+            return nullptr;
+        else if (name.isEmpty())
+            name = argument;
+        else
+            pedido.caminhos << backslashPath(argument);
+    }
+    for (const Comando &command : kComandos) {
+        const bool optionFits = !pedido.sobrescreve || command.executa == copia;
+        if (name == command.nome && pedido.caminhos.size() == command.arquivos && optionFits)
+            return &command;
+    }
+    return nullptr;
+}
+
+} // namespace
+
+int executa(const QStringList &argumentos, QTextStream &saida, QTextStream &erros)
+{
+    if (argumentos.contains("--help"_L1)) {
+        saida << kAjuda;
+        return kBem;
+    }
+    Pedido pedido;
+    const Comando *command = parse(argumentos, pedido);
+    if (!command) {
+        erros << kAjuda;
+        return kNaoRodou;
+    }
+    bool boxed = false; // what the libraries show in a box is a failure here
+    costuras().box = [&](const Caixa &caixa) {
+        boxed = true;
+        erros << caixa.texto << Qt::endl;
+        return caixa.botoes == Botoes::Ok ? Resposta::Ok : Resposta::Nao;
+    };
+    try {
+        const int code = command->executa(pedido, saida);
+        return boxed ? kNaoRodou : code;
+    } catch (const ErroExecucao &erro) {
+        erros << nativePath(pedido.caminhos[0]) << u": "_s << erro.descricao() << Qt::endl;
+        return kNaoRodou;
+    }
+}
+
+} // namespace quorel::cadastro

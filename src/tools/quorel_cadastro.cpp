@@ -1,0 +1,13 @@
+#include "tools/cadastro_comando.h"
+
+#include <QCoreApplication>
+
+#include <cstdio>
+
+int main(int argc, char **argv)
+{
+    QCoreApplication app(argc, argv);
+    QTextStream saida(stdout);
+    QTextStream erros(stderr);
+    return quorel::cadastro::executa(QCoreApplication::arguments().sliced(1), saida, erros);
+}
