@@ -305,15 +305,23 @@ void TstBarramento::anotherUserIsRefused()
     struct stat st = {};
     QCOMPARE(::stat(qgetenv("XDG_RUNTIME_DIR") + "/quorel", &st), 0);
     QCOMPARE(st.st_mode & 07777, 0700u);
-    if (::getuid() != 0) // nobody else can be played then, and nobody else gets past the directory
+    QCOMPARE(st.st_uid, ::getuid());
+    const QByteArray frame = sendFrame(casa.endereco.handle(), 1, 0);
+    const bus::UnixFd own(rawConnection());
+    writeRaw(own, frame);
+    QCOMPARE(readRaw(own, bus::kReplyBytes).size(), qsizetype(bus::kReplyBytes));
+    casa.came.clear();
+    if (::getuid() != 0) { // nobody else can be played, and the kernel keeps this user from becoming somebody
+        QVERIFY(::seteuid(kNobody) != 0);
         return;
+    }
     QCOMPARE(::seteuid(kNobody), 0);
     ::setfsuid(0); // past the directory, as no real other user would come
     bus::UnixFd raw(rawConnection());
     QCOMPARE(::seteuid(0), 0);
     ::setfsuid(0);
     QVERIFY(raw);
-    ::send(raw.get(), sendFrame(casa.endereco.handle(), 1, 0).constData(), bus::kSendHeadBytes, MSG_NOSIGNAL);
+    ::send(raw.get(), frame.constData(), bus::kSendHeadBytes, MSG_NOSIGNAL);
     QCOMPARE(readRaw(raw, 1), "closed"_ba);
     QVERIFY(casa.came.isEmpty());
 }
