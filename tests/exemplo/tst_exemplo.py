@@ -1,7 +1,9 @@
 #!/usr/bin/env python3
 """The sample installation is complete: read back from the block files that were laid out, not from the sources."""
 
+import os
 import re
+import subprocess
 import sys
 import tempfile
 import unittest
@@ -20,8 +22,12 @@ class Exemplo(unittest.TestCase):
         cls.pasta = tempfile.TemporaryDirectory()
         licao = Path(cls.pasta.name, "licao")
         licao.write_bytes(b"player")
-        monta.monta(cls.pasta.name, licao, licao)
+        monta.monta(cls.pasta.name, licao)
         cls.windows = Path(cls.pasta.name, "windows")
+        exemplo = Path(monta.__file__).parent
+        subprocess.run([os.environ["CMAKE"], "-DFERRAMENTA=" + os.environ["QUOREL_CADASTRO"],
+                        f"-DLISTA={exemplo / 'cadastro.txt'}", f"-DCADASTRO={cls.windows / 'Cadastros.mdb'}",
+                        "-P", str(exemplo / "cadastro.cmake")], check=True)
         cls.quorel = cls.windows / "QUOREL2001"
         cls.textos = {p.name: p.read_bytes() for p in sorted(cls.quorel.glob("DBBLOCOS/*/*.edb"))}
         cls.midia = {str(p.relative_to(cls.quorel)).upper() for p in cls.quorel.rglob("*.*")}
