@@ -23,8 +23,6 @@ namespace quorel {
 
 using namespace Qt::StringLiterals;
 
-static constexpr int kModoBusca = 2;
-
 static void askFirstInstance()
 {
     if (gSistema.ProcuraJanela(QString::fromUtf16(kTituloGerenciador), kModoBusca, false) == 0)

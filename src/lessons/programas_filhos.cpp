@@ -91,7 +91,7 @@ Janela findOrStart(const QString &titulo, const QString &comando)
 
 Janela procuraFilho(const QString &titulo)
 {
-    return gSistema.ProcuraJanela(titulo, 2, true);
+    return gSistema.ProcuraJanela(titulo, kModoBusca, true);
 }
 
 bool enviaAoFilho(const QString &tipo, const QString &comando, const QString &aula)

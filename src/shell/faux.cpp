@@ -34,7 +34,6 @@ using namespace Qt::StringLiterals;
 
 static constexpr Lugar kCliente{0, 0, 3270, 8160};
 static constexpr double kSobreposicao = 10; // twips that the panel overlaps fPrincip
-static constexpr int kModoBusca = 2;
 
 fAux::fAux(Janelas &outras) : JanelaBase(outras, u"fAux"_s, kCliente), mAnterior(kRolagemInicial)
 {

@@ -13,8 +13,6 @@
 
 namespace quorel {
 
-static constexpr int kModoBusca = 2;
-
 void encerraSessao(Janelas &janelas)
 {
     const Janela gerenciador = gSistema.ProcuraJanela(QString::fromUtf16(kTituloGerenciador), kModoBusca, true);

@@ -6,6 +6,9 @@
 
 namespace quorel {
 
+/// The usual `Modo` of ProcuraJanela.
+inline constexpr int kModoBusca = 2;
+
 /// The desktop and the system's own directory.
 class SistemaUtil final
 {
