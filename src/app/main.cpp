@@ -2,8 +2,8 @@
 
 #include "platform/aplicacao.h"
 #include "platform/erro.h"
-#include "shell/aparencia.h"
 #include "shell/janelas.h"
+#include "visual/aparencia.h"
 
 using namespace quorel;
 

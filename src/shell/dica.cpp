@@ -1,7 +1,7 @@
 #include "shell/dica.h"
 
-#include "shell/aparencia.h"
 #include "shell/geometria_dica.h"
+#include "visual/aparencia.h"
 
 #include <QEvent>
 #include <QPainter>

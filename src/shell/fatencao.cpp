@@ -1,8 +1,8 @@
 #include "shell/fatencao.h"
 
 #include "platform/twips.h"
-#include "shell/aparencia.h"
-#include "shell/lugar.h"
+#include "visual/aparencia.h"
+#include "visual/lugar.h"
 
 #include <QLabel>
 #include <QPushButton>

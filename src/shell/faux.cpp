@@ -35,7 +35,8 @@ using namespace Qt::StringLiterals;
 static constexpr Lugar kCliente{0, 0, 3270, 8160};
 static constexpr double kSobreposicao = 10; // twips that the panel overlaps fPrincip
 
-fAux::fAux(Janelas &outras) : JanelaBase(outras, u"fAux"_s, kCliente), mAnterior(kRolagemInicial)
+fAux::fAux(Janelas &outras)
+    : JanelaBase(outras.ativa(), u"fAux"_s, kCliente), mJanelas(outras), mAnterior(kRolagemInicial)
 {
     setAttribute(Qt::WA_ShowWithoutActivating);
     buildLayout();
@@ -48,19 +49,19 @@ void fAux::connectEvents()
     connect(mScrVertical, &QScrollBar::valueChanged, this, &fAux::scrollChange);
     connect(mChkSelec, &QCheckBox::toggled, this, &fAux::selecChange);
     connect(mCmdAluno, &QPushButton::clicked, this, [this] {
-        const auto &mostraAlunos = janelas().aberturas().mostraAlunos;
+        const auto &mostraAlunos = mJanelas.aberturas().mostraAlunos;
         if (!mostraAlunos)
             return; // the register brings the panel back; without it the panel stays
         mostraAlunos();
         hide();
     });
     connect(mCmdDesemp, &QPushButton::clicked, this, [this] {
-        if (const auto &mostraDesempenho = janelas().aberturas().mostraDesempenho)
+        if (const auto &mostraDesempenho = mJanelas.aberturas().mostraDesempenho)
             mostraDesempenho();
     });
     connect(mLstAlunos, &QListView::clicked, this, &fAux::alunoClick);
     connect(mLstAlunos, &QListView::activated, this, &fAux::alunoClick);
-    connect(mCmdInternet, &QPushButton::clicked, this, [this] { acessaPagina(janelas()); });
+    connect(mCmdInternet, &QPushButton::clicked, this, [this] { acessaPagina(mJanelas); });
 }
 
 void fAux::connectMonth(int indice)
@@ -71,9 +72,9 @@ void fAux::connectMonth(int indice)
 
 void fAux::load()
 {
-    janelas().principal().carrega();
+    mJanelas.principal().carrega();
     acompanhaPrincipal();
-    setCliente({0, 0, cliente().Width, janelas().principal().cliente().Height});
+    setCliente({0, 0, cliente().Width, mJanelas.principal().cliente().Height});
     if (gEscolas) {
         mCmdAluno->show();
         mChkSelec->show();
@@ -108,7 +109,7 @@ void fAux::alunoClick()
         gClasse = inteiro32(valorNumerico(gBD->Pesquisa(criterio, alias, u"CL_Cod"_s)));
     }
     const Janela gerenciador = gSistema.ProcuraJanela(QString::fromUtf16(kTituloGerenciador), kModoBusca, true);
-    const Janela remetente = handleOf(&janelas().principal());
+    const Janela remetente = handleOf(&mJanelas.principal());
     EnviaTexto(gerenciador, remetente, MSG_CLASSE, QString::number(gClasse));
     EnviaTexto(gerenciador, remetente, MSG_ALUNO, QString::number(gAluno));
     mFrmSelecAluno->hide();
@@ -117,7 +118,7 @@ void fAux::alunoClick()
 
 void fAux::unload()
 {
-    janelas().principal().descarrega();
+    mJanelas.principal().descarrega();
 }
 
 void fAux::frameKnown()
@@ -128,7 +129,7 @@ void fAux::frameKnown()
 void fAux::mostra()
 {
     carrega();
-    if (!janelas().principal().foiMostrada()) {
+    if (!mJanelas.principal().foiMostrada()) {
         mPedida = true;
         return;
     }
@@ -144,7 +145,7 @@ void fAux::mostraPedida()
 
 void fAux::acompanhaPrincipal()
 {
-    const Lugar principal = janelas().principal().lugarDaJanela();
+    const Lugar principal = mJanelas.principal().lugarDaJanela();
     vaiPara(principal.Left + principal.Width - kSobreposicao, principal.Top);
 }
 
@@ -214,10 +215,10 @@ OpcaoMes &fAux::opcao(int indice) const
 void fAux::monthClick(int indice)
 {
     mTag = QString::number(indice);
-    janelas().principal().acertaBotao();
-    if (janelas().principal().isVisible())
+    mJanelas.principal().acertaBotao();
+    if (mJanelas.principal().isVisible())
         return;
-    janelas().blocos().setVisivel(false);
+    mJanelas.blocos().setVisivel(false);
     AbreDisciplina(inteiro16(valorNumerico(mTag)), gDisciplina);
 }
 

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "catalogue/vistas.h"
-#include "shell/janela_base.h"
+#include "visual/janela_base.h"
 
 #include <vector>
 
@@ -14,6 +14,7 @@ class QScrollBar;
 
 namespace quorel {
 
+class Janelas;
 class OpcaoMes;
 
 /// The panel at the right of fPrincip and fBlocos: months, mode boxes, and the pupil list that lies behind the months.
@@ -64,6 +65,7 @@ private:
     void alunoClick();
     void reportGeneric();
 
+    Janelas &mJanelas;
     QFrame *mFrmMeses = nullptr;
     QLineEdit *mTxtSelecMes = nullptr;
     QScrollBar *mScrVertical = nullptr;

@@ -1,8 +1,8 @@
-#include "shell/aparencia.h"
-#include "shell/controles.h"
 #include "shell/faux.h"
 #include "shell/opcao_mes.h"
 #include "shell/rolagem.h"
+#include "visual/aparencia.h"
+#include "visual/controles.h"
 
 #include <QFrame>
 #include <QLabel>

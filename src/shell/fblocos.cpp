@@ -40,7 +40,7 @@ static constexpr std::chrono::milliseconds kIntervalo{1000};
 static constexpr quint8 kPrimeiroRaio = 80; // pixels
 static constexpr quint8 kRaioDica = 40; // pixels
 
-fBlocos::fBlocos(Janelas &outras) : JanelaBase(outras, u"fBlocos"_s, kCliente)
+fBlocos::fBlocos(Janelas &outras) : JanelaBase(outras.ativa(), u"fBlocos"_s, kCliente), mJanelas(outras)
 {
     buildLayout();
     connectEvents();
@@ -71,7 +71,7 @@ void fBlocos::load()
 {
     vaiPara(0, 0);
     InstalaGancho(janelaBlocos());
-    janelas().painel().mostra();
+    mJanelas.painel().mostra();
     setWindowTitle(u"Série: "_s + gNomeNivel);
 }
 
@@ -89,13 +89,13 @@ void fBlocos::activate()
 // Unloading only hides: the window stays to the end of the program.
 void fBlocos::unload()
 {
-    janelas().painel().setVisivel(true);
+    mJanelas.painel().setVisivel(true);
     for (Imagem *imagem : mBotoes) {
         imagem->setPicture(QPixmap());
         imagem->hide();
     }
-    janelas().principal().setVisivel(true);
-    janelas().painel().garanteMes();
+    mJanelas.principal().setVisivel(true);
+    mJanelas.painel().garanteMes();
     hide();
 }
 
@@ -138,7 +138,7 @@ void fBlocos::showButton(int n)
 
 void fBlocos::hidePrincip()
 {
-    janelas().principal().setVisivel(false);
+    mJanelas.principal().setVisivel(false);
 }
 
 void fBlocos::showBlocos()
@@ -185,7 +185,7 @@ void fBlocos::unloadBlocos()
 
 Janela fBlocos::handlePrincip()
 {
-    return handleOf(&janelas().principal());
+    return handleOf(&mJanelas.principal());
 }
 
 Janela fBlocos::handleActive()
@@ -200,7 +200,7 @@ void fBlocos::keyPressEvent(QKeyEvent *event)
         return;
     }
     event->accept();
-    AbreDisciplina(inteiro16(valorNumerico(janelas().painel().selectedMonth())), gDisciplina);
+    AbreDisciplina(inteiro16(valorNumerico(mJanelas.painel().selectedMonth())), gDisciplina);
 }
 
 void fBlocos::mouseMoveEvent(QMouseEvent *event)
@@ -228,7 +228,7 @@ void fBlocos::botaoClick(int indice)
     }
     gRotAtual = qint16(indice);
     gAulaAtual = 1;
-    if (janelas().painel().copiaFiguras()) {
+    if (mJanelas.painel().copiaFiguras()) {
         copyMedia();
         return;
     }
@@ -254,7 +254,7 @@ void fBlocos::copyMedia()
         });
     }
     caixa({u"Fim da cópia das figuras\r\nForam copiadas no diretório: "_s + nativePath(gDirFiguras)});
-    janelas().painel().desmarcaCopia();
+    mJanelas.painel().desmarcaCopia();
 }
 
 void fBlocos::tickTmrRot()

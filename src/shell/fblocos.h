@@ -2,7 +2,7 @@
 
 #include "catalogue/vistas.h"
 #include "lessons/vista_blocos.h"
-#include "shell/janela_base.h"
+#include "visual/janela_base.h"
 
 #include <QTimer>
 
@@ -13,6 +13,7 @@ class QPushButton;
 
 namespace quorel {
 
+class Janelas;
 class Dica;
 class Imagem;
 
@@ -63,6 +64,7 @@ private:
     void tickTmrRot();
     void showTip();
 
+    Janelas &mJanelas;
     std::vector<Imagem *> mBotoes; ///< from 0: picture 1 first
     std::vector<QPushButton *> mJogos; ///< from 0
     QLabel *mLblTitulo = nullptr;

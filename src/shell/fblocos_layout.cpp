@@ -1,8 +1,8 @@
-#include "shell/aparencia.h"
-#include "shell/controles.h"
 #include "shell/dica.h"
 #include "shell/fblocos.h"
 #include "shell/imagem.h"
+#include "visual/aparencia.h"
+#include "visual/controles.h"
 
 #include <QLabel>
 

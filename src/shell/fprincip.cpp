@@ -3,7 +3,6 @@
 #include "catalogue/catalogo.h"
 #include "catalogue/estado.h"
 #include "platform/erro.h"
-#include "shell/aparencia.h"
 #include "shell/blocos_do_mes.h"
 #include "shell/comandos.h"
 #include "shell/dica.h"
@@ -18,6 +17,7 @@
 #include "startup/quorel_zeto.h"
 #include "startup/texto_util.h"
 #include "startup/valor.h"
+#include "visual/aparencia.h"
 
 #include <QMouseEvent>
 #include <QPushButton>
@@ -32,7 +32,7 @@ static constexpr Lugar kCliente{0, 0, 7920, 8265};
 static constexpr std::chrono::milliseconds kIntervalo{900};
 static constexpr quint8 kRaioDica = 50; // pixels
 
-fPrincip::fPrincip(Janelas &outras) : JanelaBase(outras, u"fPrincip"_s, kCliente)
+fPrincip::fPrincip(Janelas &outras) : JanelaBase(outras.ativa(), u"fPrincip"_s, kCliente), mJanelas(outras)
 {
     buildLayout();
     connectEvents();
@@ -48,7 +48,7 @@ void fPrincip::connectEvents()
     connect(mCmdHelp, &QPushButton::clicked, this, &abreAjuda);
     connect(mCmdDesenho, &QPushButton::clicked, this, &abreDesenho);
     connect(mCmdArquivos, &QPushButton::clicked, this, &abreMaterialDidatico);
-    connect(mCommand1, &QPushButton::clicked, this, [this] { chamaQuorel(janelas()); });
+    connect(mCommand1, &QPushButton::clicked, this, [this] { chamaQuorel(mJanelas); });
     // Kept: over the tip only the tip goes; the picture stays pointed at, and the next tick shows it again.
     connect(mDica, &Dica::tocada, mDica, &QWidget::hide);
     mTmrDisc.setInterval(kIntervalo);
@@ -58,7 +58,7 @@ void fPrincip::connectEvents()
 void fPrincip::load()
 {
     vaiPara(0, 0);
-    janelas().painel().garanteMes();
+    mJanelas.painel().garanteMes();
     const QString dir = gConfig.Config(u"DIRQUOREL"_s);
     if (!dir.isEmpty() && gTexto.ArquivoExiste(dir + u"\\exe\\Desenhos.exe"_s))
         mCmdDesenho->show();
@@ -71,25 +71,25 @@ void fPrincip::activate()
         vaiPara(0, 0);
         mTmrDisc.start();
         mDica->hide();
-        janelas().blocos().setTmrRot(false);
+        mJanelas.blocos().setTmrRot(false);
     });
 }
 
 void fPrincip::unload()
 {
-    janelas().encerra();
+    mJanelas.encerra();
 }
 
 void fPrincip::mostra()
 {
     mShown = true;
     JanelaBase::mostra();
-    janelas().painel().mostraPedida();
+    mJanelas.painel().mostraPedida();
 }
 
 void fPrincip::acertaBotao()
 {
-    const BlocosDoMes visiveis = blocosDoMes(gArquivos, valorNumerico(janelas().painel().selectedMonth()));
+    const BlocosDoMes visiveis = blocosDoMes(gArquivos, valorNumerico(mJanelas.painel().selectedMonth()));
     for (int i = 1; i <= kNumBlocos; ++i) {
         const int arquivo = visiveis[std::size_t(i)];
         if (arquivo >= 0)
@@ -109,13 +109,13 @@ void fPrincip::blocoClick(int indice)
 {
     gDisciplina = qint16(indice);
     gNomeDisciplina = NomeDisciplina(QString::number(indice));
-    AbreDisciplina(inteiro16(valorNumerico(janelas().painel().selectedMonth())), qint16(indice));
+    AbreDisciplina(inteiro16(valorNumerico(mJanelas.painel().selectedMonth())), qint16(indice));
     mTmrDisc.stop();
 }
 
 void fPrincip::frameKnown()
 {
-    janelas().painel().acompanhaPrincipal();
+    mJanelas.painel().acompanhaPrincipal();
 }
 
 void fPrincip::mouseMoveEvent(QMouseEvent *event)
@@ -132,7 +132,7 @@ void fPrincip::hideTip()
 
 void fPrincip::tickTmrDisc()
 {
-    if (janelas().blocos().isVisible())
+    if (mJanelas.blocos().isVisible())
         return;
     if (gImgApontada > 0)
         showTip();

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "shell/janela_base.h"
+#include "visual/janela_base.h"
 
 #include <QTimer>
 
@@ -10,6 +10,7 @@ class QPushButton;
 
 namespace quorel {
 
+class Janelas;
 class Dica;
 class Imagem;
 
@@ -47,6 +48,7 @@ private:
     void tickTmrDisc();
     void showTip();
 
+    Janelas &mJanelas;
     std::vector<Imagem *> mBlocos; ///< from 0: block 1 first
     QPushButton *mCmdDesenho = nullptr;
     QPushButton *mCmdHelp = nullptr;

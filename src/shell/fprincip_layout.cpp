@@ -1,9 +1,9 @@
-#include "shell/aparencia.h"
 #include "shell/blocos_do_mes.h"
-#include "shell/controles.h"
 #include "shell/dica.h"
 #include "shell/fprincip.h"
 #include "shell/imagem.h"
+#include "visual/aparencia.h"
+#include "visual/controles.h"
 
 #include <array>
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "shell/lugar.h"
+#include "visual/lugar.h"
 
 #include <QAbstractButton>
 #include <QPixmap>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "shell/janela_ativa.h"
+#include "visual/janela_ativa.h"
 
 #include <functional>
 #include <memory>

@@ -1,6 +1,6 @@
 #include "shell/opcao_mes.h"
 
-#include "shell/aparencia.h"
+#include "visual/aparencia.h"
 
 #include <QKeyEvent>
 #include <QPainter>

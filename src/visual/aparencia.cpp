@@ -1,4 +1,4 @@
-#include "shell/aparencia.h"
+#include "visual/aparencia.h"
 
 #include <QApplication>
 #include <QStyle>

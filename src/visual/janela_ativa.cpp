@@ -1,4 +1,4 @@
-#include "shell/janela_ativa.h"
+#include "visual/janela_ativa.h"
 
 #include <QApplication>
 #include <QFileDialog>

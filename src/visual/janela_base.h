@@ -1,15 +1,15 @@
 #pragma once
 
-#include "shell/lugar.h"
+#include "visual/lugar.h"
 
 #include <QPixmap>
 #include <QWidget>
 
 namespace quorel {
 
-class Janelas;
+class JanelaAtiva;
 
-/// What fPrincip, fBlocos and fAux have in common: a client area of fixed size, a Load that runs once at first use, an
+/// What the windows have in common: a client area of fixed size, a Load that runs once at first use, an
 /// Activate, and an unload in the place of Qt's closing.
 class JanelaBase : public QWidget
 {
@@ -36,14 +36,14 @@ public:
     double alturaDaLinha() const;
 
 protected:
-    JanelaBase(Janelas &janelas, const QString &nome, const Lugar &cliente);
+    /// @param ativa  shared by all windows of the program; outlives this one
+    JanelaBase(JanelaAtiva &ativa, const QString &nome, const Lugar &cliente);
 
     virtual void load() = 0;
     virtual void activate() { }
     virtual void unload() = 0;
     virtual void frameKnown() { } ///< the desktop has put a frame round the window, or changed it
 
-    Janelas &janelas() const { return mJanelas; }
     void vaiPara(double left, double top); ///< moves the window, frame included; twips
     void setCliente(const Lugar &cliente);
     void setFundo(const QPixmap &fundo) { mFundo = fundo; }
@@ -54,7 +54,7 @@ protected:
     void paintEvent(QPaintEvent *event) override;
 
 private:
-    Janelas &mJanelas;
+    JanelaAtiva &mAtiva;
     Lugar mCliente;
     QPixmap mFundo;
     bool mLoaded = false;

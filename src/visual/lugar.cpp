@@ -1,4 +1,4 @@
-#include "shell/lugar.h"
+#include "visual/lugar.h"
 
 #include "platform/janela.h"
 #include "platform/twips.h"

@@ -1,6 +1,6 @@
-#include "shell/controles.h"
+#include "visual/controles.h"
 
-#include "shell/aparencia.h"
+#include "visual/aparencia.h"
 
 #include <QKeyEvent>
 #include <QPainter>

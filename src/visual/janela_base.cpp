@@ -1,9 +1,8 @@
-#include "shell/janela_base.h"
+#include "visual/janela_base.h"
 
 #include "platform/twips.h"
-#include "shell/aparencia.h"
-#include "shell/janela_ativa.h"
-#include "shell/janelas.h"
+#include "visual/aparencia.h"
+#include "visual/janela_ativa.h"
 
 #include <QCloseEvent>
 #include <QPainter>
@@ -13,7 +12,7 @@ namespace quorel {
 
 static constexpr double kPontosDoSistema = 8.25;
 
-JanelaBase::JanelaBase(Janelas &janelas, const QString &nome, const Lugar &cliente) : mJanelas(janelas)
+JanelaBase::JanelaBase(JanelaAtiva &ativa, const QString &nome, const Lugar &cliente) : mAtiva(ativa)
 {
     setWindowFlags(Qt::Window | Qt::CustomizeWindowHint | Qt::WindowTitleHint | Qt::WindowSystemMenuHint
         | Qt::WindowMinimizeButtonHint | Qt::WindowCloseButtonHint);
@@ -36,7 +35,7 @@ void JanelaBase::carrega()
 void JanelaBase::mostra()
 {
     carrega();
-    mJanelas.ativa().pede(*this);
+    mAtiva.pede(*this);
     show();
     raise();
     activateWindow();
@@ -100,7 +99,7 @@ bool JanelaBase::event(QEvent *event)
         mFrame = frame;
         frameKnown();
     }
-    if (event->type() == QEvent::WindowActivate && mJanelas.ativa().muda(*this))
+    if (event->type() == QEvent::WindowActivate && mAtiva.muda(*this))
         activate();
     return done;
 }

@@ -1,0 +1,12 @@
+#include "register/estado.h"
+
+namespace quorel {
+
+bool gSenhaOK = false;
+
+void reiniciaRegister()
+{
+    gSenhaOK = false;
+}
+
+} // namespace quorel
