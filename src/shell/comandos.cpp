@@ -3,7 +3,6 @@
 #include "platform/caminho.h"
 #include "platform/costuras.h"
 #include "platform/eventos.h"
-#include "shell/cconecta.h"
 #include "shell/fatencao.h"
 #include "shell/fprincip.h"
 #include "shell/janelas.h"
@@ -105,9 +104,9 @@ void chamaQuorel(Janelas &janelas)
     janelas.principal().descarrega();
 }
 
-void acessaPagina(Janelas &janelas)
+void acessaPagina(Janelas &janelas, bool conectado)
 {
-    if (!gConecta.ConexaoAtiva()) {
+    if (!conectado) {
         fAtencao aviso(QApplication::activeWindow());
         aviso.exec();
         const Caixa pergunta{u"Deseja Continuar mesmo assim?"_s, u"Conexão por rede DIAL-UP não encontrada"_s,

@@ -24,7 +24,7 @@ void abreMaterialDidatico();
 /// The suite's program, in the place of this one: starts it and ends.
 void chamaQuorel(Janelas &janelas);
 
-/// The maker's page, after a warning where there is no connection.
-void acessaPagina(Janelas &janelas);
+/// The maker's page. Without a connection a warning and a question come first; on a No fPrincip comes to the front.
+void acessaPagina(Janelas &janelas, bool conectado);
 
 } // namespace quorel

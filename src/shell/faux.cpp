@@ -9,6 +9,7 @@
 #include "platform/codec.h"
 #include "platform/erro.h"
 #include "platform/protocolo.h"
+#include "shell/cconecta.h"
 #include "shell/comandos.h"
 #include "shell/fblocos.h"
 #include "shell/fprincip.h"
@@ -61,7 +62,7 @@ void fAux::connectEvents()
     });
     connect(mLstAlunos, &QListView::clicked, this, &fAux::alunoClick);
     connect(mLstAlunos, &QListView::activated, this, &fAux::alunoClick);
-    connect(mCmdInternet, &QPushButton::clicked, this, [this] { acessaPagina(mJanelas); });
+    connect(mCmdInternet, &QPushButton::clicked, this, [this] { acessaPagina(mJanelas, gConecta.ConexaoAtiva()); });
 }
 
 void fAux::connectMonth(int indice)

@@ -10,8 +10,14 @@
 #include "startup/quorel_zeto.h"
 #include "support/suporte.h"
 
+#include <QApplication>
 #include <QDir>
+#include <QFileDialog>
+#include <QLineEdit>
 #include <QPushButton>
+#include <QTimer>
+
+#include <optional>
 
 using namespace quorel;
 using namespace quorel::teste;
@@ -29,6 +35,10 @@ private slots:
     void drawingTool_data();
     void drawingTool();
     void didacticMaterial();
+    void didacticMaterialIsPointedOut_data();
+    void didacticMaterialIsPointedOut();
+    void page_data();
+    void page();
     void suiteProgramEndsThisOne();
 
 private:
@@ -38,6 +48,7 @@ private:
 
 void TstComandos::init()
 {
+    QApplication::setQuitOnLastWindowClosed(false); // as the program does
     mStarted.clear();
     mOpened.clear();
     QDir(noWindows(u"outro"_s)).removeRecursively();
@@ -135,6 +146,109 @@ void TstComandos::didacticMaterial()
     record(mStarted, mOpened);
     child<QPushButton>(c.principal(), u"CmdArquivos"_s).click();
     QCOMPARE(mOpened, QStringList{u"OPEN|index.htm|"_s + quorelDir() + u"\\DBBLOCOS\\MatDid\\|5"_s});
+}
+
+/// Answers the next modal window as soon as it is up, within its scope.
+class NextDialog final
+{
+public:
+    explicit NextDialog(std::function<void(QDialog &dialog)> answer) : mAnswer(std::move(answer))
+    {
+        QObject::connect(&mTimer, &QTimer::timeout, &mTimer, [this] {
+            auto *dialog = qobject_cast<QDialog *>(QApplication::activeModalWidget());
+            if (!dialog || !dialog->isVisible())
+                return;
+            mTimer.stop();
+            mAnswer(*dialog);
+        });
+        mTimer.start(0);
+    }
+
+    bool came() const { return !mTimer.isActive(); }
+
+private:
+    std::function<void(QDialog &dialog)> mAnswer;
+    QTimer mTimer;
+};
+
+void TstComandos::didacticMaterialIsPointedOut_data()
+{
+    QTest::addColumn<bool>("chosen");
+    QTest::addColumn<QString>("opened");
+    QTest::newRow("a page: by its name, in its directory")
+        << true << u"OPEN|outra.html|"_s + barras(noWindows(u"outro/MatDid/"_s)) + u"|5"_s;
+    QTest::newRow("cancelled: an empty name, which opens nothing") << false << u"OPEN|||5"_s;
+}
+
+void TstComandos::didacticMaterialIsPointedOut()
+{
+    QFETCH(bool, chosen);
+    QFETCH(QString, opened);
+    Cenario c;
+    record(mStarted, mOpened);
+    const QString pagina = noWindows(u"outro/MatDid/outra.html"_s);
+    escreve(pagina, "<HTML></HTML>");
+    gConfig.SetaCFG(u"DBBLOCOS="_s + barras(noWindows(u"outro"_s)));
+    QString inicio;
+    const NextDialog next([&](QDialog &dialog) {
+        inicio = qobject_cast<QFileDialog *>(&dialog)->directory().path();
+        child<QLineEdit>(dialog, u"fileNameEdit"_s).setText(pagina);
+        if (chosen)
+            dialog.accept();
+        else
+            dialog.reject();
+    });
+    BoxScript boxes{Resposta::Ok};
+    child<QPushButton>(c.principal(), u"CmdArquivos"_s).click();
+    QVERIFY(next.came());
+    QCOMPARE(inicio, noWindows(u"outro/MatDid"_s));
+    QCOMPARE(boxes.last().titulo, u"Material Didático"_s);
+    QVERIFY(boxes.last().texto.startsWith(u"Arquivo não encontrado\nFaça o download do material didático em\n"_s));
+    QVERIFY(boxes.last().texto.endsWith(u" e instale-o."_s));
+    QCOMPARE(mOpened, QStringList{opened});
+}
+
+void TstComandos::page_data()
+{
+    QTest::addColumn<bool>("conectado");
+    QTest::addColumn<Resposta>("resposta");
+    QTest::addColumn<int>("opened");
+    QTest::newRow("connected: at once") << true << Resposta::Nao << 1;
+    QTest::newRow("not connected, yes: all the same") << false << Resposta::Sim << 1;
+    QTest::newRow("not connected, no") << false << Resposta::Nao << 0;
+}
+
+void TstComandos::page()
+{
+    QFETCH(bool, conectado);
+    QFETCH(Resposta, resposta);
+    QFETCH(int, opened);
+    Cenario c;
+    record(mStarted, mOpened);
+    c.principal().mostra();
+    c.painel().mostra();
+    QString aviso;
+    const NextDialog next([&](QDialog &dialog) {
+        aviso = dialog.windowTitle();
+        QTest::mouseClick(&child<QPushButton>(dialog, u"cmdOK"_s), Qt::LeftButton);
+    });
+    std::optional<BoxScript> boxes;
+    if (conectado)
+        boxes.emplace();
+    else
+        boxes.emplace({resposta});
+    acessaPagina(c.janelas(), conectado);
+    QCOMPARE(next.came(), !conectado);
+    QCOMPARE(mOpened.size(), opened);
+    if (opened)
+        QVERIFY(mOpened.first().endsWith(u"||3"_s));
+    if (!conectado) {
+        QCOMPARE(aviso, u"Blocos de Atividades"_s);
+        const Caixa pergunta{u"Deseja Continuar mesmo assim?"_s, u"Conexão por rede DIAL-UP não encontrada"_s,
+            Icone::Informacao, Botoes::SimNao};
+        QCOMPARE(boxes->last(), pergunta);
+    }
+    QTRY_COMPARE(QApplication::activeWindow() == &c.principal(), !opened);
 }
 
 void TstComandos::suiteProgramEndsThisOne()
