@@ -33,13 +33,12 @@ QString lessonFromFile(const QString &native)
 int main(int argc, char **argv)
 {
     using namespace quorel;
-    QStringList arguments;
-    for (int n = 1; n < argc; ++n)
-        arguments.push_back(QString::fromLocal8Bit(argv[n]));
+    QStringList arguments = commandLineWords(argc, argv);
+    const QString arquivoProprio = arguments.isEmpty() ? QString() : arguments.takeFirst();
     const QString arquivo = takeOption(arguments, u"--aula"_s);
     const QString nome = takeOption(arguments, u"--programa"_s);
     const ParametrosRec parametros = leParametros(arguments.join(u' '));
-    const Programa programa = programaDe(nome.isEmpty() ? QString::fromLocal8Bit(argv[0]) : nome);
+    const Programa programa = programaDe(nome.isEmpty() ? arquivoProprio : nome);
 
     Aplicacao app(argc, argv);
     vesteAplicacao(app);

@@ -8,6 +8,9 @@ namespace quorel {
 /// taken before Qt strips its own: call it before the QApplication is made.
 QString rawCommandLine(int argc, char **argv);
 
+/// The words of the command line, the program's own name first, as the system cuts them. Before the QApplication, too.
+QStringList commandLineWords(int argc, char **argv);
+
 /// Shows "number blank description" of a run-time failure once, in a box, and ends the program.
 [[noreturn]] void encerraPorFalha(const class ErroExecucao &falha);
 

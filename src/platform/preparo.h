@@ -8,4 +8,7 @@ namespace quorel {
 /// the write instead of the end of the process. Calling it again does no harm.
 void preparePlatform();
 
+/// For a program without windows: its console shows the texts that it writes, which are UTF-8, for as long as it runs.
+void prepareConsole();
+
 } // namespace quorel

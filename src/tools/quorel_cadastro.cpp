@@ -1,3 +1,4 @@
+#include "platform/preparo.h"
 #include "tools/cadastro_comando.h"
 
 #include <QCoreApplication>
@@ -6,6 +7,7 @@
 
 int main(int argc, char **argv)
 {
+    quorel::prepareConsole();
     QCoreApplication app(argc, argv);
     QTextStream saida(stdout);
     QTextStream erros(stderr);

@@ -1,5 +1,6 @@
 #include "platform/endereco.h"
 
+#include "platform/eventos.h"
 #include "platform/linux/bus.h"
 
 namespace quorel {
@@ -88,6 +89,11 @@ void leaveBus()
 void setSendLimit(int milliseconds)
 {
     Bus::instance().setSendLimit(milliseconds);
+}
+
+bool insideSend()
+{
+    return Bus::instance().insideSend();
 }
 
 static Janela publishedBy(pid_t process, QStringView titulo)

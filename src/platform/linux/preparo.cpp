@@ -43,4 +43,6 @@ void preparePlatform()
     askForX11();
 }
 
+void prepareConsole() { } // terminals show UTF-8
+
 } // namespace quorel

@@ -16,12 +16,17 @@ namespace quorel {
 
 using namespace Qt::StringLiterals;
 
-QString rawCommandLine(int argc, char **argv)
+QStringList commandLineWords(int argc, char **argv)
 {
     QStringList words;
-    for (int i = 1; i < argc; ++i)
+    for (int i = 0; i < argc; ++i)
         words.append(QString::fromUtf8(argv[i]));
-    return words.join(u' ');
+    return words;
+}
+
+QString rawCommandLine(int argc, char **argv)
+{
+    return commandLineWords(argc, argv).mid(1).join(u' ');
 }
 
 QString systemWindowsDirectory()

@@ -1,7 +1,5 @@
 #include "platform/eventos.h"
 
-#include "platform/linux/bus.h"
-
 #include <QCoreApplication>
 
 namespace quorel {
@@ -16,11 +14,6 @@ void eventTurn()
 void holdUserInput(bool hold)
 {
     gHeld = hold;
-}
-
-bool insideSend()
-{
-    return bus::Bus::instance().insideSend();
 }
 
 } // namespace quorel
