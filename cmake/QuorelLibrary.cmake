@@ -9,6 +9,11 @@ if(QUOREL_SANITIZE)
     add_link_options(-fsanitize=address,undefined)
 endif()
 
+if(WIN32)
+    # A chain of sends within sends, each with its handler, takes some KB a level in 500 levels.
+    add_link_options(-Wl,--stack,16777216)
+endif()
+
 # quorel_library(folder USES lower-folders QT modules SOURCES files…)
 # One static library a folder. Its headers are found as "<folder>/…" by those that link it, and by nobody else, so an
 # upward #include does not compile.
@@ -25,10 +30,12 @@ function(quorel_library folder)
     target_link_libraries(quorel_${folder} PUBLIC ${A_USES} ${A_QT} PRIVATE quorel_warnings)
 endfunction()
 
-# quorel_program(name USES folders QT modules SOURCES files…): an executable in bin/.
+# quorel_program(name [JANELAS] USES folders QT modules SOURCES files…): an executable in bin/.
+# JANELAS: a program of windows, which brings no console with it where the system tells the two apart.
 function(quorel_program name)
-    cmake_parse_arguments(A "" "" "USES;QT;SOURCES" ${ARGN})
+    cmake_parse_arguments(A "JANELAS" "" "USES;QT;SOURCES" ${ARGN})
     add_executable(${name} ${A_SOURCES})
+    set_target_properties(${name} PROPERTIES WIN32_EXECUTABLE ${A_JANELAS})
     list(TRANSFORM A_USES PREPEND quorel_)
     list(TRANSFORM A_QT PREPEND Qt6::)
     target_compile_definitions(${name} PRIVATE QT_NO_CAST_FROM_ASCII QT_NO_CAST_TO_ASCII QT_NO_FOREACH)

@@ -19,6 +19,7 @@ function(quorel_test name)
     if(A_NEEDS)
         add_dependencies(${name} ${A_NEEDS})
     endif()
-    add_test(NAME ${name} COMMAND ${PROJECT_SOURCE_DIR}/tests/support/em_casa_propria.sh $<TARGET_FILE:${name}>)
+    add_test(NAME ${name} COMMAND ${PROJECT_SOURCE_DIR}/tests/support/em_casa_propria.sh
+        ${CMAKE_CROSSCOMPILING_EMULATOR} $<TARGET_FILE:${name}>)
     set_tests_properties(${name} PROPERTIES TIMEOUT ${A_TIMEOUT} ENVIRONMENT "QT_QPA_PLATFORM=offscreen;LC_ALL=C.UTF-8")
 endfunction()

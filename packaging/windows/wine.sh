@@ -1,0 +1,15 @@
+#!/bin/bash
+# Runs a Windows program under Wine in a prefix of its own, which is made at the first call:
+#   packaging/windows/wine.sh PROGRAM.exe ARGUMENTS…
+# QUOREL_WINE names another prefix. Variables QT_… reach the program as they are.
+set -euo pipefail
+. "$(cd "$(dirname "$0")" && pwd)/ambiente.sh"
+quorel_wine
+
+export QT_FORCE_STDERR_LOGGING=1 # else what Qt and its tests print goes to a debugger
+while IFS='=' read -r nome valor; do # Wine keeps them from its programs, and hands them over under another name
+    export "WINE$nome=$valor"
+done < <(env | grep '^QT_' | grep -v '^QT_PLUGIN_PATH=' || true)
+export WINEQT_PLUGIN_PATH=$(winepath_de "$QUOREL_QT_WINDOWS/plugins")
+export WINEPATH=$(winepath_de "$QUOREL_QT_WINDOWS/bin")
+exec wine "$@"
