@@ -3,9 +3,9 @@
 #   packaging/windows/pacotes.sh [testa]      testa: what runs and shows the programs under Wine, too
 set -euo pipefail
 
-pacotes="cmake ninja-build ccache python3 g++-mingw-w64-x86-64-posix mingw-w64-tools
+pacotes="cmake ninja-build ccache python3 g++-mingw-w64-x86-64-posix g++-mingw-w64-i686-posix mingw-w64-tools
     qt6-base-dev qt6-base-dev-tools wine wine64 nsis tcl zstd zip dpkg-dev"
-testa="g++-mingw-w64-i686-posix xvfb xauth xdotool imagemagick fonts-liberation fonts-dejavu-core"
+testa="xvfb xauth xdotool imagemagick fonts-liberation fonts-dejavu-core"
 [ "${1:-}" != testa ] || pacotes+=" $testa"
 
 faltam=

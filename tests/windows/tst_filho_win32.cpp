@@ -1,0 +1,198 @@
+// A shell's place and a child program in plain C: every message crosses the system's own WM_COPYDATA.
+#include "platform/endereco.h"
+#include "platform/eventos.h"
+#include "platform/preparo.h"
+#include "platform/programas.h"
+#include "platform/protocolo.h"
+#include "support/suporte.h"
+
+#include <QDir>
+#include <QFileInfo>
+#include <QTemporaryDir>
+
+#include <functional>
+
+#include <qt_windows.h>
+
+using namespace quorel;
+using namespace quorel::teste;
+using namespace Qt::StringLiterals;
+
+static constexpr char16_t kFilho[] = u"Histórias - Quorel";
+static const QString k32 = QStringLiteral(QUOREL_BUILD "/tests/filho_win32_32.exe");
+
+/// The shell's place, and what came to it.
+struct Gerenciador
+{
+    Gerenciador()
+    {
+        endereco.replaceProc([this](Janela, quint32, quintptr sender, qintptr data) -> qintptr {
+            const auto &copy = *reinterpret_cast<const CopyData *>(data);
+            came.append(QByteArray::number(quint32(copy.code)) + ' ' + static_cast<const char *>(copy.bytes));
+            insideSends += insideSend();
+            if (handler)
+                handler(sender);
+            return 1;
+        });
+        endereco.publish(QString::fromUtf16(kTituloGerenciador));
+    }
+    qintptr envia(Janela to, CodigoMensagem code, const QByteArray &text = {})
+    {
+        return sendCopyData(to, endereco.handle(), quint32(code), qint32(text.size() + 1),
+            QByteArrayView(text.data(), text.size() + 1));
+    }
+
+    Endereco endereco;
+    std::function<void(Janela)> handler;
+    QList<QByteArray> came;
+    int insideSends = 0; ///< messages that came while a send of ours was on its way
+};
+
+class TstFilhoWin32 : public QObject
+{
+    Q_OBJECT
+private slots:
+    void initTestCase() { preparePlatform(); }
+    void init();
+    void cleanup();
+    void answersFromInsideItsWindowProcedure_data();
+    void answersFromInsideItsWindowProcedure();
+    void getsItsNextLessonAfterWaitingForLong();
+    void awkwardOnes_data();
+    void awkwardOnes();
+    void isPlacedWithoutBeingWaitedFor();
+
+private:
+    Janela start(const QString &name, const QString &program = QStringLiteral(QUOREL_BUILD "/tests/filho_win32.exe"));
+
+    std::unique_ptr<QTemporaryDir> mDir;
+    std::unique_ptr<Gerenciador> mShell;
+};
+
+void TstFilhoWin32::init()
+{
+    failOnWarnings();
+    mDir = std::make_unique<QTemporaryDir>(QDir::tempPath() + u"/Lições da Conceição XXXXXX"_s);
+    mShell = std::make_unique<Gerenciador>();
+}
+
+/// Whatever the test left of its child ends with it.
+void TstFilhoWin32::cleanup()
+{
+    mShell->handler = nullptr;
+    for (Janela left = findWindow(kFilho, false); left != 0; left = findWindow(kFilho, false)) {
+        mShell->envia(left, MSG_SAI);
+        if (!QTest::qWaitFor([left] { return findWindow(kFilho, false) != left; })) {
+            DWORD process = 0;
+            GetWindowThreadProcessId(HWND(left), &process);
+            HANDLE opened = OpenProcess(PROCESS_TERMINATE, FALSE, process);
+            TerminateProcess(opened, 1);
+            CloseHandle(opened);
+        }
+    }
+}
+
+/// Under a name with blanks and accents, so that a path in a command line has them too. 0 when it can't be started.
+Janela TstFilhoWin32::start(const QString &name, const QString &program)
+{
+    const QString copy = QDir::toNativeSeparators(mDir->filePath(name));
+    if (!QFile::copy(program, copy) || !startProgramNow({copy, u"/cfg:C:\\a b\\zeto_cnf.txt /Hook:"_s, true}))
+        return 0;
+    return findWindow(kFilho, true); // at once: the start waited for it
+}
+
+void TstFilhoWin32::answersFromInsideItsWindowProcedure_data()
+{
+    QTest::addColumn<QString>("program");
+    QTest::newRow("64 bits") << QStringLiteral(QUOREL_BUILD "/tests/filho_win32.exe");
+    QTest::newRow("32 bits") << k32;
+}
+
+void TstFilhoWin32::answersFromInsideItsWindowProcedure()
+{
+    QFETCH(QString, program);
+    QVERIFY(QFileInfo::exists(program));
+    const Janela filho = start(u"Vrel.exe"_s, program);
+    if (program == k32 && filho == 0) {
+        qInfo("NOT RUN: this system runs no 32-bit programs, so the 32-bit child was only built");
+        return;
+    }
+    QVERIFY(filho != 0);
+    QList<QByteArray> lessons{"segunda", "terceira li\xe7\xe3o"};
+    QList<qintptr> nested;
+    mShell->handler = [&](Janela sender) {
+        nested.append(lessons.isEmpty() ? mShell->envia(sender, MSG_CONTROLE, "ESCONDE")
+                                        : mShell->envia(sender, MSG_AULA, lessons.takeFirst()));
+    };
+    QCOMPARE(mShell->envia(filho, MSG_AULA, "primeira"), 1);
+    QCOMPARE(mShell->came, QList<QByteArray>(3, "2069 A"));
+    QCOMPARE(mShell->insideSends, 3); // all of them while the first send was on its way
+    QCOMPARE(nested, QList<qintptr>(3, 1));
+    mShell->handler = nullptr;
+    QCOMPARE(mShell->envia(filho, MSG_SAI), 1);
+    QTRY_COMPARE(findWindow(kFilho, false), Janela(0));
+}
+
+void TstFilhoWin32::getsItsNextLessonAfterWaitingForLong()
+{
+    const Janela filho = start(u"Vrel.exe"_s);
+    QVERIFY(filho != 0);
+    qintptr next = -1;
+    mShell->handler = [&](Janela sender) {
+        mShell->handler = nullptr;
+        // As long as a page is read: by now the system takes the child, which waits for us, for hung.
+        constexpr int kRead = 6000; // ms
+        QTest::qWait(kRead);
+        next = mShell->envia(sender, MSG_AULA, "depois da leitura");
+    };
+    mShell->envia(filho, MSG_AULA, "antes");
+    QCOMPARE(next, 1);
+    QCOMPARE(mShell->came.size(), 2);
+}
+
+void TstFilhoWin32::awkwardOnes_data()
+{
+    QTest::addColumn<QString>("name");
+    QTest::addColumn<int>("answer");
+    QTest::newRow("never answers") << u"mudo.exe"_s << 0;
+    QTest::newRow("dies inside") << u"morre.exe"_s << 0;
+    QTest::newRow("claims a length that nobody takes") << u"nega.exe"_s << 2; // its own send was answered with 0
+}
+
+void TstFilhoWin32::awkwardOnes()
+{
+    QFETCH(QString, name);
+    QFETCH(int, answer);
+    const Janela filho = start(name);
+    QVERIFY(filho != 0);
+    QCOMPARE(mShell->envia(filho, MSG_AULA, "uma"), answer);
+    QCOMPARE(mShell->came, QList<QByteArray>());
+    QVERIFY(!insideSend());
+    const Janela good = start(u"Vrel.exe"_s); // the shell goes on with another
+    QVERIFY(good != 0);
+}
+
+void TstFilhoWin32::isPlacedWithoutBeingWaitedFor()
+{
+    const Janela filho = start(u"Vrel.exe"_s);
+    QVERIFY(filho != 0);
+    const auto place = [filho] {
+        RECT rectangle = {};
+        GetWindowRect(HWND(filho), &rectangle);
+        return QRect(QPoint(rectangle.left, rectangle.top), QPoint(rectangle.right - 1, rectangle.bottom - 1));
+    };
+    const auto topmost = [filho] { return (GetWindowLongW(HWND(filho), GWL_EXSTYLE) & WS_EX_TOPMOST) != 0; };
+    const QSize size = place().size();
+    placeWindow(filho, Ordem::Topmost, kKeepSize | kKeepPosition);
+    QTRY_VERIFY(topmost());
+    placeWindow(filho, Ordem::NoTopmost, kKeepSize | kKeepPosition);
+    QTRY_VERIFY(!topmost());
+    placeWindow(filho, Ordem::Top, kKeepSize);
+    QTRY_COMPARE(place(), QRect(QPoint(0, 0), size));
+    mShell->envia(filho, MSG_SAI);
+    QTRY_COMPARE(findWindow(kFilho, false), Janela(0));
+    placeWindow(filho, Ordem::Top, 0); // gone: passed over
+}
+
+QTEST_MAIN(TstFilhoWin32)
+#include "tst_filho_win32.moc"
