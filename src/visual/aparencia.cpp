@@ -1,8 +1,10 @@
 #include "visual/aparencia.h"
 
 #include <QApplication>
+#include <QLibraryInfo>
 #include <QStyle>
 #include <QStyleFactory>
+#include <QTranslator>
 
 // A static library's pictures are only linked where somebody asks for them; the macro wants the global namespace.
 static void carregaFiguras()
@@ -62,8 +64,17 @@ QPalette paletaPropria()
     return paleta;
 }
 
+// Qt's own texts (the print dialogue, the menus of text boxes) come from its own translations.
+static void translateQt()
+{
+    auto *translator = new QTranslator(qApp);
+    if (translator->load(u"qtbase_pt_BR"_s, QLibraryInfo::path(QLibraryInfo::TranslationsPath)))
+        QCoreApplication::installTranslator(translator);
+}
+
 void vesteAplicacao()
 {
+    translateQt();
     QApplication::setStyle(QStyleFactory::create(u"Fusion"_s));
     QApplication::setPalette(paletaPropria());
     QApplication::setWindowIcon(iconeDoPrograma());

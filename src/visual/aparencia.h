@@ -24,7 +24,8 @@ QFont fonte(Tipo tipo, double pontos, bool negrito = false);
 /// The windows' own colours: the same on a dark desktop.
 QPalette paletaPropria();
 
-/// Gives the whole application those colours, and a style that honours them.
+/// Gives the whole application those colours, a style that honours them, and Qt's own texts in Portuguese where its
+/// translations are installed.
 void vesteAplicacao();
 
 /// A picture of the set, sharp on dense screens too. @param nome  without extension, "bloco_01"

@@ -14,6 +14,7 @@ desenha fundo_atencao 194 fundo_atencao
 for f in ajuda desenho revista quorel; do desenha $f 28 $f; done
 for f in manual voltar; do desenha $f 26 $f; done
 for f in cadastro desempenho internet; do desenha $f 40 $f; done
+for f in planilha grafico imprime fecha; do desenha $f 40 $f; done
 for lado in 16 32 48 128; do desenha icone $lado "icone_$lado"; done
 {
     echo '<RCC>'
