@@ -1,0 +1,155 @@
+#include "reports/documento_pagina.h"
+
+#include "platform/caminho.h"
+#include "visual/aparencia.h"
+
+#include <QAbstractTextDocumentLayout>
+#include <QTextBlock>
+#include <QTextCursor>
+#include <QTextTable>
+#include <QUrl>
+
+#include <algorithm>
+
+namespace quorel {
+
+static constexpr int kColunaDosNomes = 1;
+static constexpr double kPontos = 12; // of text without a size of its own, as in browsers
+
+FiguraDePagina leFigura(const QString &caminho)
+{
+    constexpr double kPontosPorMetro = 96 / 0.0254; // of a screen at 100 %
+    const QString native = nativePath(caminho);
+    if (native.isEmpty())
+        return {};
+    QImage image(native);
+    const int ratio = qRound(image.dotsPerMeterX() / kPontosPorMetro);
+    if (ratio > 1)
+        image.setDevicePixelRatio(ratio);
+    return {caminho, image};
+}
+
+DocumentoPagina::DocumentoPagina(const QString &texto, const std::vector<FiguraDePagina> &figuras, QObject *parent)
+    : QTextDocument(parent)
+{
+    setUndoRedoEnabled(false);
+    setDefaultFont(fonte(Tipo::Arial, kPontos));
+    for (const FiguraDePagina &figura : figuras) {
+        if (figura.imagem.isNull())
+            continue;
+        addResource(ImageResource, QUrl(figura.src), figura.imagem);
+        addResource(ImageResource, QUrl::fromEncoded(figura.src.toUtf8()), figura.imagem); // as the layout may ask
+    }
+    setHtml(texto);
+    freeColumns();
+}
+
+// A picture of no resource would be looked for as a file by the layout itself: there is always one, with nothing on it.
+QVariant DocumentoPagina::loadResource(int type, const QUrl &)
+{
+    if (type != ImageResource)
+        return QByteArray("/**/"); // an empty one would count as missing
+    QImage nothing(1, 1, QImage::Format_ARGB32);
+    nothing.fill(Qt::transparent);
+    return nothing;
+}
+
+static void keepOnOneLine(const QTextTableCell &cell)
+{
+    QTextBlockFormat format;
+    format.setNonBreakableLines(true);
+    QTextCursor cursor = cell.firstCursorPosition();
+    cursor.setPosition(cell.lastPosition(), QTextCursor::KeepAnchor);
+    cursor.mergeBlockFormat(format);
+}
+
+// The widths of the page are for a browser that stretches columns; here they would break "24/11/26" in two.
+void DocumentoPagina::freeColumns()
+{
+    QTextCursor edit(this);
+    edit.beginEditBlock();
+    QList<QTextFrame *> frames = rootFrame()->childFrames();
+    while (!frames.isEmpty()) {
+        QTextFrame *frame = frames.takeLast();
+        frames << frame->childFrames();
+        auto *table = qobject_cast<QTextTable *>(frame);
+        if (!table)
+            continue;
+        QTextTableFormat format = table->format();
+        format.clearColumnWidthConstraints();
+        table->setFormat(format);
+        for (int row = 0; row < table->rows(); ++row) {
+            for (int column = 0; column < table->columns(); ++column) {
+                if (column != kColunaDosNomes)
+                    keepOnOneLine(table->cellAt(row, column));
+            }
+        }
+    }
+    edit.endEditBlock();
+}
+
+/// A stretch of the page that stays in one piece.
+struct Trecho
+{
+    double top;
+    double bottom;
+};
+
+static void addLines(std::vector<Trecho> &pieces, const QTextBlock &block, const QAbstractTextDocumentLayout &layout)
+{
+    const double top = layout.blockBoundingRect(block).top();
+    for (int i = 0; i < block.layout()->lineCount(); ++i) {
+        const QRectF line = block.layout()->lineAt(i).rect();
+        pieces.push_back({top + line.top(), top + line.bottom()});
+    }
+}
+
+static void addRows(std::vector<Trecho> &pieces, const QTextTable &table, const QAbstractTextDocumentLayout &layout)
+{
+    for (int row = 0; row < table.rows(); ++row) {
+        Trecho piece{0, -1};
+        for (int column = 0; column < table.columns(); ++column) {
+            const QTextTableCell cell = table.cellAt(row, column);
+            if (!cell.isValid() || cell.row() != row)
+                continue;
+            const double top = layout.blockBoundingRect(cell.firstCursorPosition().block()).top();
+            const double bottom = layout.blockBoundingRect(cell.lastCursorPosition().block()).bottom();
+            piece = piece.bottom < piece.top ? Trecho{top, bottom}
+                                             : Trecho{std::min(piece.top, top), std::max(piece.bottom, bottom)};
+        }
+        if (piece.bottom > piece.top)
+            pieces.push_back(piece);
+    }
+}
+
+static void addFrame(std::vector<Trecho> &pieces, const QTextFrame &frame, const QAbstractTextDocumentLayout &layout)
+{
+    for (auto it = frame.begin(); it != frame.end(); ++it) {
+        if (const auto *table = qobject_cast<const QTextTable *>(it.currentFrame()))
+            addRows(pieces, *table, layout);
+        else if (it.currentFrame())
+            addFrame(pieces, *it.currentFrame(), layout);
+        else if (it.currentBlock().isValid())
+            addLines(pieces, it.currentBlock(), layout);
+    }
+}
+
+std::vector<double> DocumentoPagina::cortes() const
+{
+    const QAbstractTextDocumentLayout &layout = *documentLayout();
+    const double end = layout.documentSize().height();
+    std::vector<Trecho> pieces;
+    addFrame(pieces, *rootFrame(), layout);
+    std::sort(pieces.begin(), pieces.end(), [](const Trecho &a, const Trecho &b) { return a.top < b.top; });
+    std::vector<double> cuts;
+    double bottom = 0;
+    for (const Trecho &piece : pieces) {
+        if (piece.top >= bottom && bottom > 0)
+            cuts.push_back((bottom + piece.top) / 2);
+        bottom = std::max(bottom, piece.bottom);
+    }
+    cuts.push_back(end);
+    return cuts;
+}
+
+} // namespace quorel

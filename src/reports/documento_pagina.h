@@ -1,0 +1,41 @@
+#pragma once
+
+#include <QImage>
+#include <QTextDocument>
+
+#include <vector>
+
+namespace quorel {
+
+/// A picture that a page may show.
+struct FiguraDePagina
+{
+    QString src; ///< the very text of its SRC
+    QImage imagem;
+};
+
+/// The picture of a file, null when it holds none; its resolution becomes its pixel ratio, so that it keeps its natural
+/// size. @param caminho  with backslashes; it is also the SRC
+FiguraDePagina leFigura(const QString &caminho);
+
+/// A report page, read and ready to be laid out: columns as wide as their texts, only the names in more than one line.
+/// Names in the page pass unescaped and may be tags, so the pictures given are all that it shows; it loads nothing.
+class DocumentoPagina final : public QTextDocument
+{
+    Q_OBJECT
+public:
+    /// @param texto  the page, decoded; empty is an empty page
+    DocumentoPagina(const QString &texto, const std::vector<FiguraDePagina> &figuras, QObject *parent = nullptr);
+
+    /// Heights at which the page may be cut without cutting a line, a picture or a row of a table, ascending; the last
+    /// one is the page's end. In the units of the layout, whose width must be set before.
+    std::vector<double> cortes() const;
+
+protected:
+    QVariant loadResource(int type, const QUrl &name) override;
+
+private:
+    void freeColumns();
+};
+
+} // namespace quorel

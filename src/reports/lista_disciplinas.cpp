@@ -1,0 +1,68 @@
+#include "reports/lista_disciplinas.h"
+
+#include <QKeyEvent>
+#include <QMouseEvent>
+#include <QStyledItemDelegate>
+
+namespace quorel {
+
+static QString nameOf(const QString &linha)
+{
+    return linha.section(u'\t', 0, 0);
+}
+
+namespace {
+
+class SoNome final : public QStyledItemDelegate
+{
+public:
+    using QStyledItemDelegate::QStyledItemDelegate;
+    QString displayText(const QVariant &value, const QLocale &) const override { return nameOf(value.toString()); }
+};
+
+} // namespace
+
+ListaDisciplinas::ListaDisciplinas(QWidget *parent) : QListWidget(parent)
+{
+    setItemDelegate(new SoNome(this));
+    setEditTriggers(NoEditTriggers);
+    setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+}
+
+void ListaDisciplinas::AddItem(const QString &linha)
+{
+    auto *item = new QListWidgetItem(linha, this);
+    item->setData(Qt::AccessibleTextRole, nameOf(linha));
+}
+
+QString ListaDisciplinas::linhaEscolhida() const
+{
+    const QList<QListWidgetItem *> chosen = selectedItems();
+    return chosen.isEmpty() ? QString() : chosen.front()->text();
+}
+
+void ListaDisciplinas::desfazEscolha()
+{
+    clearSelection();
+    setCurrentItem(nullptr);
+}
+
+void ListaDisciplinas::mouseReleaseEvent(QMouseEvent *event)
+{
+    QListWidget::mouseReleaseEvent(event);
+    if (event->button() == Qt::LeftButton && itemAt(event->position().toPoint()) && !linhaEscolhida().isEmpty())
+        emit clicada();
+}
+
+void ListaDisciplinas::keyPressEvent(QKeyEvent *event)
+{
+    const QString before = linhaEscolhida();
+    QListWidget::keyPressEvent(event);
+    const bool presses =
+        event->key() == Qt::Key_Space || event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
+    const QString now = linhaEscolhida();
+    if (!now.isEmpty() && (presses || now != before))
+        emit clicada();
+}
+
+} // namespace quorel
