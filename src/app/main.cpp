@@ -1,8 +1,8 @@
 #include "app/inicio.h"
 
+#include "app/programa.h"
 #include "platform/aplicacao.h"
 #include "platform/erro.h"
-#include "shell/janelas.h"
 #include "visual/aparencia.h"
 
 using namespace quorel;
@@ -14,8 +14,8 @@ int main(int argc, char **argv)
     QApplication::setQuitOnLastWindowClosed(false);
     vesteAplicacao();
     try {
-        Janelas janelas;
-        iniciaPrograma(linhaDeComando, janelas);
+        Programa programa;
+        iniciaPrograma(linhaDeComando, programa.janelas());
         return QApplication::exec();
     } catch (const ErroExecucao &falha) {
         encerraPorFalha(falha);

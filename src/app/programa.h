@@ -1,0 +1,30 @@
+#pragma once
+
+#include "shell/janelas.h"
+
+#include <memory>
+
+namespace quorel {
+
+class FGraficos;
+
+/// All windows of the program; each folder's are handed what they need of the others'.
+class Programa final
+{
+    Q_DISABLE_COPY_MOVE(Programa)
+public:
+    Programa();
+    ~Programa();
+
+    Janelas &janelas() { return mJanelas; }
+
+    /// Shows FGraficos and returns when it is closed. It is made at its first use, and anew after the user closed it by
+    /// its frame.
+    void mostraDesempenho();
+
+private:
+    Janelas mJanelas;
+    std::unique_ptr<FGraficos> mDesempenho;
+};
+
+} // namespace quorel
