@@ -6,6 +6,8 @@ aqui=$(cd "$(dirname "$0")" && pwd)
 obra=$(mktemp -d)
 trap 'rm -rf "$obra"' EXIT
 PYTHONDONTWRITEBYTECODE=1 python3 "$aqui/desenha.py" "$obra"
+# The reports' logo is the emblem of the button that calls the suite.
+rsvg-convert -w 72 -f svg -o "$obra/QUOREL.svg" "$aqui/../../src/visual/figuras/quorel.svg"
 for svg in "$obra"/*.svg; do
     nome=$(basename "$svg" .svg)
     rsvg-convert -o "$obra/$nome.png" "$svg"

@@ -3,6 +3,7 @@
 
 import os
 import re
+import sqlite3
 import subprocess
 import sys
 import tempfile
@@ -26,7 +27,7 @@ class Exemplo(unittest.TestCase):
         cls.windows = Path(cls.pasta.name, "windows")
         exemplo = Path(monta.__file__).parent
         subprocess.run([os.environ["CMAKE"], "-DFERRAMENTA=" + os.environ["QUOREL_CADASTRO"],
-                        f"-DLISTA={exemplo / 'cadastro.txt'}", f"-DCADASTRO={cls.windows / 'Cadastros.mdb'}",
+                        f"-DPYTHON={sys.executable}", f"-DLISTA={exemplo / 'cadastro.txt'}", f"-DCADASTRO={cls.windows / 'Cadastros.mdb'}",
                         "-P", str(exemplo / "cadastro.cmake")], check=True)
         cls.quorel = cls.windows / "QUOREL2001"
         cls.textos = {p.name: p.read_bytes() for p in sorted(cls.quorel.glob("DBBLOCOS/*/*.edb"))}
@@ -133,6 +134,20 @@ class Exemplo(unittest.TestCase):
             elif tipo == "5":
                 self.assertEqual(sorted(certas), [str(n + 1) for n in range(len(certas))], (nome, linha[:60]))
                 self.assertNotEqual(certas, sorted(certas), (nome, linha[:60]))
+
+    def test_the_register_holds_four_weeks_of_lessons(self):
+        codigos = {int(c) for d in self.textos.values() for c in re.findall(r"CODROT:(\d+)\r\n", d.decode("cp1252"))}
+        cadastro = sqlite3.connect(self.windows / "Cadastros.mdb")
+        linhas = cadastro.execute("SELECT LG_Aluno, RO_Cod, LG_Resp, LG_Data > date('now', 'localtime', '-29 days') "
+                                  "AND LG_Data < date('now', 'localtime') FROM LG_LogAulas").fetchall()
+        alunos = [a for a, in cadastro.execute("SELECT AL_Cod FROM AL_Alunos")]
+        cadastro.close()
+        for aluno in alunos:
+            self.assertGreater(sum(linha[0] == aluno for linha in linhas), 8, aluno)
+        for _, codigo, texto, recente in linhas:
+            self.assertIn(codigo, codigos)
+            self.assertRegex(texto, r"^[^<]+<disc>[^<]+<rot>([AE]:)+$")
+            self.assertTrue(recente)
 
     def test_a_source_with_a_mark_in_its_text_is_refused(self):
         fonte = Path(self.pasta.name, "0126PO.txt")
