@@ -22,4 +22,7 @@ function(quorel_test name)
     add_test(NAME ${name} COMMAND ${PROJECT_SOURCE_DIR}/tests/support/em_casa_propria.sh
         ${CMAKE_CROSSCOMPILING_EMULATOR} $<TARGET_FILE:${name}>)
     set_tests_properties(${name} PROPERTIES TIMEOUT ${A_TIMEOUT} ENVIRONMENT "QT_QPA_PLATFORM=offscreen;LC_ALL=C.UTF-8")
+    if(CMAKE_CROSSCOMPILING_EMULATOR) # which the test's own home would hide its cache from
+        set_property(TEST ${name} APPEND PROPERTY ENVIRONMENT QUOREL_CACHE=$ENV{QUOREL_CACHE})
+    endif()
 endfunction()

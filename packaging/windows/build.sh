@@ -1,0 +1,68 @@
+#!/bin/bash
+# Builds the Windows program on Debian 12 and leaves in build/windows/pacote:
+#   Quorel/           the folder that runs anywhere: one starter a level, no installation needed
+#   quorel-windows.zip          the same, packed
+#   quorel-windows-instala.exe  the installer (/S for a silent one, /D=PLACE)
+# What is made once (Qt, SQLite, Wine's prefix) stays in the cache; see ambiente.sh.
+set -euo pipefail
+cd "$(dirname "$0")/../.."
+aqui=packaging/windows
+. "$aqui/ambiente.sh"
+"$aqui/pacotes.sh"
+"$aqui/qt.sh"
+"$aqui/sqlite.sh"
+cmake --preset windows >/dev/null
+cmake --build --preset windows --parallel "$(nproc)" --target quorel licao quorel-blocos quorel-cadastro exemplo
+
+obra=build/windows
+saida=$obra/pacote
+pasta=$saida/Quorel
+exe=$pasta/QUOREL2001/exe
+rm -rf "$saida"
+mkdir -p "$saida"
+cp -rL "$obra/instalacao/windows" "$pasta"
+cp "$obra"/bin/{quorel,quorel-blocos,quorel-cadastro}.exe "$exe/"
+"$QUOREL_ALVO-strip" "$exe"/*.exe
+
+echo "DLLs:"
+for plugin in platforms/qwindows imageformats/qgif imageformats/qico imageformats/qjpeg styles/qwindowsvistastyle; do
+    mkdir -p "$exe/${plugin%/*}"
+    cp "$QUOREL_QT_WINDOWS/plugins/$plugin.dll" "$exe/${plugin%/*}/"
+done
+for ((;;)); do # what programs and plugins need, and what that needs
+    novas=0
+    while read -r dll; do
+        [ -f "$QUOREL_QT_WINDOWS/bin/$dll" ] && [ ! -f "$exe/$dll" ] || continue
+        cp "$QUOREL_QT_WINDOWS/bin/$dll" "$exe/"
+        echo "  $dll"
+        novas=1
+    done < <(find "$exe" -name '*.exe' -o -name '*.dll' | xargs "$QUOREL_ALVO-objdump" -p | sed -n 's/^\tDLL Name: //p' | sort -u)
+    ((novas)) || break
+done
+
+# The folder's own configuration: "#" is the installation beside QUOREL_WINDIR, which the starters set.
+printf '%s\r\n' '[zeto]' 'ZETO=#' 'ZETO_CFG=#\cfg' 'ZETO_EXE=#\exe' 'ZETO_MM=#\zeto_mm' 'ZETO_MDB=#' 'ZETO_CAD=#\..' \
+    'ZETO_ALUNOS=#\..' 'DirWin=#\..' 'DIRQUOREL=#' 'DBBLOCOS=#\DBBLOCOS' >"$pasta/zeto_cnf.txt"
+declare -A niveis=([F1]="Fundamental I" [F2]="Fundamental II" [F3]="Fundamental III" [F4]="Fundamental IV"
+    [I1]="Infantil I" [I2]="Infantil II")
+: >"$saida/niveis.nsh"
+for nivel in F1 F2 F3 F4 I1 I2; do
+    [ -d "$pasta/QUOREL2001/DBBLOCOS/$nivel" ] || continue
+    nome="Quorel - ${niveis[$nivel]}"
+    printf '%s\r\n' '@echo off' 'set QUOREL_WINDIR=%~dp0' \
+        "start \"\" \"%~dp0QUOREL2001\\exe\\quorel.exe\" /NIVEL:$nivel /CFG:%~dp0zeto_cnf.txt" >"$pasta/$nome.cmd"
+    echo "CreateShortCut \"\${MENU}\\$nome.lnk\" \"\$INSTDIR\\QUOREL2001\\exe\\quorel.exe\"" \
+        "\"/NIVEL:$nivel /CFG:\$INSTDIR\\zeto_cnf.txt\"" >>"$saida/niveis.nsh"
+done
+
+mkdir -p "$pasta/licencas"
+for pacote in qt6-base-dev gcc-mingw-w64-base mingw-w64-common; do
+    cp "/usr/share/doc/$pacote/copyright" "$pasta/licencas/$pacote.txt"
+done
+cp "$QUOREL_SQLITE_WINDOWS/copyright" "$pasta/licencas/sqlite3.txt"
+cp /usr/share/common-licenses/{LGPL-3,GPL-2,GPL-3} "$pasta/licencas/"
+
+(cd "$saida" && zip -qr quorel-windows.zip Quorel)
+makensis -V2 -NOCD -DPASTA="$pasta" -DNIVEIS="$saida/niveis.nsh" -DSAIDA="$saida/quorel-windows-instala.exe" \
+    "$aqui/quorel.nsi"
+ls -l "$saida"
