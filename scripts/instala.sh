@@ -8,7 +8,7 @@ compila="build-essential cmake ninja-build ccache pkg-config python3
 fontes="fonts-liberation fonts-dejavu-core"
 mostra="$fontes qt6-translations-l10n xvfb xauth openbox xdotool x11-utils imagemagick procps"
 testa="$mostra git clang-format poppler-utils"
-mede="libbenchmark-dev"
+mede="libbenchmark-dev libqt6sql6-sqlite"
 
 pacotes=
 for uso in "$@"; do

@@ -26,6 +26,7 @@ constexpr int kShortestPauseMs = 1;
 constexpr int kLongestPauseMs = 6; ///< exclusive
 
 const QString kOrderName = u"QUOREL"_s;
+const QString kSmallCache = u"cache_size=-512"_s; ///< KB; record sets hold the rows already
 
 /// Waits for another program's lock, by pauses of random length so that two programs don't keep in step.
 class EsperaTrava final
@@ -105,7 +106,7 @@ void ArmazemSqlite::prepareConnection()
         throw sqliteError(db(), code);
     sqlite3_db_config(db(), SQLITE_DBCONFIG_DEFENSIVE, 1, nullptr);
     for (const QString &pragma : {u"trusted_schema=OFF"_s, u"cell_size_check=ON"_s, u"foreign_keys=OFF"_s,
-             u"journal_mode=DELETE"_s, u"synchronous=EXTRA"_s})
+             u"journal_mode=DELETE"_s, u"synchronous=EXTRA"_s, kSmallCache})
         execute(db(), u"PRAGMA "_s + pragma);
 }
 
