@@ -8,8 +8,8 @@ namespace quorel {
 /// first call, found by its title from InstalaGancho() to RemoveGancho(). Needs a QApplication.
 Janela janelaBlocos();
 
-/// Hooks the window: from now on its messages reach RecebeMensagem(). For janelaBlocos() it also makes the title known.
-/// Passed over with a handle of 0 and while a hook is in place.
+/// Hooks the window: from now on its messages reach RecebeMensagem(), and its title is known. Passed over with a handle
+/// other than janelaBlocos(), which is the one that takes messages, and while a hook is in place.
 void InstalaGancho(Janela janela);
 
 /// Puts the procedure before the hook back; the title is no longer found. Passed over without a hook.

@@ -2,6 +2,8 @@
 // into the file named by FILHO_DIARIO, and a lesson tells it what to do.
 #include "platform/codec.h"
 #include "platform/endereco.h"
+#include "platform/linux/busdirectory.h"
+#include "platform/linux/frame.h"
 #include "platform/preparo.h"
 #include "platform/protocolo.h"
 
@@ -11,18 +13,42 @@
 #include <QHash>
 #include <QTimer>
 
+#include <sys/socket.h>
 #include <unistd.h>
 
 using namespace quorel;
 using namespace Qt::StringLiterals;
 
+static constexpr QRect kCorpo{300, 200, 400, 300}, kDentro{10, 20, 200, 100};
+static constexpr QSize kMenorCorpo{120, 80}, kMenorDentro{50, 40};
+
 static Endereco *gLugar = nullptr;
+static QWidget *gCorpo = nullptr; ///< with two children, of which the first one is the inner window
 
 static void note(const QString &line)
 {
     QFile diary(qEnvironmentVariable("FILHO_DIARIO"));
     if (diary.open(QIODevice::Append))
         diary.write(line.toUtf8() + '\n');
+}
+
+static QString placeOf(const QWidget &widget)
+{
+    return QStringLiteral("%1,%2 %3x%4").arg(widget.x()).arg(widget.y()).arg(widget.width()).arg(widget.height());
+}
+
+/// Where the windows stand when a lesson comes, into a file beside the diary.
+static void notePlaces()
+{
+    const QString diary = qEnvironmentVariable("FILHO_DIARIO");
+    QFile places(diary + ".lugar"_L1);
+    const auto &dentro = *gCorpo->findChild<QWidget *>(u"dentro"_s);
+    const bool topmost = gCorpo->windowFlags().testFlag(Qt::WindowStaysOnTopHint);
+    const bool inFront = gCorpo->children().last() == &dentro;
+    if (!diary.isEmpty() && places.open(QIODevice::WriteOnly))
+        places.write((placeOf(*gCorpo) + (topmost ? " sempre na frente"_L1 : ""_L1) + " / "_L1 + placeOf(dentro)
+            + (inFront ? " na frente"_L1 : ""_L1))
+                         .toUtf8());
 }
 
 static qintptr report(Janela sender, quint32 code, QByteArrayView bytes, qint32 size)
@@ -37,12 +63,29 @@ static void sendProxima(Janela sender, const QString &answer)
     report(sender, MSG_PROXIMA, bytes, qint32(bytes.size()));
 }
 
+/// An answer, then half of another, without waiting for either; and the end.
+[[noreturn]] static void dieHalfSent(Janela sender, QByteArrayView answer)
+{
+    const Janela shell = publishedWindowOf(sender, kTituloGerenciador);
+    const bus::UnixFd raw = bus::BusDirectory().connect(bus::processOf(shell)).socket;
+    for (quint32 number = 1; number <= 2; ++number) {
+        const auto head =
+            bus::encode(bus::SendHead{number, MSG_PROXIMA, shell, gLugar->handle(), qint32(answer.size())});
+        const QByteArray frame = QByteArray(head.data(), qsizetype(head.size())).append(answer);
+        const qsizetype half = frame.size() - answer.size() / 2;
+        ::send(raw.get(), frame.constData(), std::size_t(number == 1 ? frame.size() : half), MSG_NOSIGNAL);
+    }
+    ::_exit(4);
+}
+
 static void runLesson(Janela sender, const QString &linha)
 {
     const QString word = linha.section(u':', 0, 0);
     const QString answer = linha.section(u':', 1);
     if (word == "MORRE"_L1)
         ::_exit(3);
+    if (word == "METADE"_L1)
+        dieHalfSent(sender, encode1252(answer));
     if (word == "MUDO"_L1)
         ::pause();
     if (word == "DENTRO"_L1)
@@ -65,7 +108,19 @@ int main(int argc, char **argv)
     preparePlatform();
     QApplication app(argc, argv);
     const QString name = QFileInfo(QString::fromLocal8Bit(argv[0])).completeBaseName();
-    Endereco lugar;
+    QWidget corpo;
+    auto *dentro = new QWidget(&corpo);
+    auto *irmao = new QWidget(&corpo);
+    dentro->setObjectName(u"dentro"_s);
+    dentro->setMinimumSize(kMenorDentro);
+    dentro->setGeometry(kDentro);
+    irmao->setGeometry(kDentro);
+    corpo.setMinimumSize(kMenorCorpo);
+    corpo.move(kCorpo.topLeft());
+    corpo.resize(kCorpo.size());
+    corpo.show();
+    gCorpo = &corpo;
+    Endereco lugar(&corpo);
     gLugar = &lugar;
     setSendLimit(0);
     lugar.replaceProc([](Janela, quint32 message, quintptr sender, qintptr lParam) -> qintptr {
@@ -75,8 +130,10 @@ int main(int argc, char **argv)
         const QString text =
             decode1252(QByteArrayView(static_cast<const char *>(data.bytes), data.size ? data.size - 1 : 0));
         note(QString::number(data.code) + u' ' + text);
-        if (data.code == MSG_AULA)
+        if (data.code == MSG_AULA) {
+            notePlaces();
             runLesson(sender, text);
+        }
         if (data.code == MSG_SAI)
             QTimer::singleShot(0, qApp, &QCoreApplication::quit);
         return 1;
@@ -86,5 +143,6 @@ int main(int argc, char **argv)
     const QHash<QString, QString> titles{{u"Desenho"_s, u"Editor de Desenhos"_s}, {u"Vrel"_s, u"Histórias"_s},
         {u"Calc"_s, u"Calculadora"_s}, {u"calc"_s, u"Calculadora"_s}};
     lugar.publish(titles.value(name, name) + " - Quorel"_L1);
+    lugar.publishInner(name == "Zeto"_L1 ? u"ZETO"_s : name, dentro);
     return app.exec();
 }

@@ -31,6 +31,7 @@ private:
 
     QString diary() const { return mDir->filePath(u"diario"_s); }
     QStringList lines() const { return QString::fromUtf8(le(diary())).split(u'\n', Qt::SkipEmptyParts); }
+    QString places() const { return QString::fromUtf8(le(diary() + ".lugar"_L1)); }
     QString pidFirst() const { return lines().first().section(u' ', 0, 1); }
     void endChildren()
     {
@@ -46,6 +47,7 @@ private slots:
     void childLeadsThroughARoteiro();
     void eachTypeHasItsProgram_data();
     void eachTypeHasItsProgram();
+    void aMessageInsideTheTurnOfAHandler();
     void theChildOfThePageLeadsThroughARoteiro();
     void badChildren_data();
     void badChildren();
@@ -124,36 +126,69 @@ void TstExecutaAula::childLeadsThroughARoteiro()
 void TstExecutaAula::eachTypeHasItsProgram_data()
 {
     QTest::addColumn<QString>("tipo");
-    QTest::addColumn<QString>("programa");
+    QTest::addColumn<QString>("comando");
     QTest::addColumn<bool>("externo");
     QTest::addColumn<QString>("linha");
-    QTest::newRow("Desenho") << u"Desenho"_s << u"Desenho"_s << false << u"2060 licao1"_s;
-    QTest::newRow("Vrel") << u"Vrel"_s << u"Vrel"_s << false << u"2060 licao1"_s;
-    QTest::newRow("Dicionario") << u"Dicionario"_s << u"Livros"_s << false << u"2060 licao1"_s;
-    QTest::newRow("Livros, commanded") << u"Livros"_s << u"Livros"_s << true << u"2060 licao1CMDEXEC"_s;
-    QTest::newRow("Calculadora") << u"Calculadora"_s << u"Calc"_s << false << u"2060 licao1"_s;
+    QTest::addColumn<QString>("lugar"); // of the window and its inner one, when the lesson comes
+    const QString lesson = u"2060 licao1"_s;
+    const QString corner = u"0,0 400x300 / 10,20 200x100"_s;
+    QTest::newRow("Zeto: its size is taken, and the inner window's")
+        << u"Zeto"_s << u"Zeto /cnf:"_s << false << lesson << u"300,200 120x80 / 10,20 50x40 na frente"_s;
+    QTest::newRow("Desenho") << u"Desenho"_s << u"Desenho /cfg:"_s << false << lesson << corner;
+    QTest::newRow("Vrel") << u"Vrel"_s << u"Vrel /cfg:"_s << false << lesson << corner;
+    QTest::newRow("Dicionario: the inner window comes in front")
+        << u"Dicionario"_s << u"Livros /cfg:"_s << false << lesson << corner + u" na frente"_s;
+    QTest::newRow("Livros, commanded") << u"Livros"_s << u"Livros /cfg:"_s << true << lesson + u"CMDEXEC"_s
+                                       << corner + u" na frente"_s;
+    QTest::newRow("Calculadora") << u"Calculadora"_s << u"Calc /cfg:"_s << false << lesson << corner;
 }
 
 void TstExecutaAula::eachTypeHasItsProgram()
 {
     QFETCH(QString, tipo);
-    QFETCH(QString, programa);
+    QFETCH(QString, comando);
     QFETCH(bool, externo);
     QFETCH(QString, linha);
     umRoteiro({u"a"_s, u"b"_s, u"c"_s}, tipo);
     gAulaAtual = 2;
-    gExecExterno = externo;
-    for (int i = 0; i < 2; ++i) {
+    for (int i = 0; i < 2; ++i) { // the second time the program that runs is found
+        gExecExterno = externo;
         QString aula = u"licao1"_s;
         QString ownTipo = tipo;
         ExecutaAula(aula, ownTipo);
-        QCOMPARE(ownTipo, programa);
+        QCOMPARE(ownTipo, comando.section(u' ', 0, 0));
         QVERIFY(!gExecExterno); // cleared by Livros
-        gExecExterno = externo;
     }
-    QCOMPARE(
-        lines(), (QStringList{pidFirst() + u' ' + programa + " /cfg:\\cnf\\zeto_cnf.txt /Hook:"_L1, linha, linha}));
+    QCOMPARE(lines(), (QStringList{pidFirst() + u' ' + comando + "\\cnf\\zeto_cnf.txt /Hook:"_L1, linha, linha}));
+    QTEST(places(), "lugar");
     QVERIFY(gJanelaFilha != 0);
+}
+
+/// While the answer of one program is handled, in the turn of events before its next lesson, another program's comes.
+void TstExecutaAula::aMessageInsideTheTurnOfAHandler()
+{
+    umRoteiro({u"um"_s, u"dois"_s, u"três"_s, u"quatro"_s}, u"Zeto"_s);
+    iniciaRoteiro(1);
+    QString outra = u"MUDA"_s;
+    QString vrel = u"Vrel"_s;
+    ExecutaAula(outra, vrel);
+    QMetaObject::invokeMethod(
+        this,
+        [&] {
+            QCOMPARE(gRespostas, u"A:"_s);
+            EnviaTexto(gJanelaVrel, janelaBlocos(), MSG_AULA, u"FORA:E"_s);
+            QTRY_COMPARE_WITH_TIMEOUT(gRespostas, u"A:E:"_s, kPatience);
+            QCOMPARE(gAulaAtual, 3);
+            umRoteiro({u"novo"_s}, u"Desenho"_s); // as another reading of blocks would
+        },
+        Qt::QueuedConnection);
+    QCOMPARE(sendCopyData(janelaBlocos(), janelaBlocos(), MSG_PROXIMA, 2, QByteArrayView("A\0", 2)), 1);
+    QCOMPARE(gRespostas, u"A:E:"_s);
+    QCOMPARE(gMensagem.Texto, u"E"_s);
+    QCOMPARE(
+        lines().filter(QRegularExpression(u"^2060"_s)), // the inner message's lesson first; the outer keeps its own
+        (QStringList{u"2060 um"_s, u"2060 MUDA"_s, u"2060 FORA:E"_s, u"2060 três"_s, u"2060 dois"_s}));
+    QCOMPARE(gJanelaFilha, gJanelaZeto);
 }
 
 void TstExecutaAula::theChildOfThePageLeadsThroughARoteiro()
@@ -173,14 +208,17 @@ void TstExecutaAula::theChildOfThePageLeadsThroughARoteiro()
 void TstExecutaAula::badChildren_data()
 {
     QTest::addColumn<QString>("linha");
-    QTest::newRow("dies inside the message") << u"MORRE"_s;
-    QTest::newRow("never answers") << u"MUDO"_s;
-    QTest::newRow("can't be started") << QString();
+    QTest::addColumn<QString>("respostas");
+    QTest::newRow("dies inside the message") << u"MORRE"_s << u"A:"_s;
+    QTest::newRow("dies with an answer sent and half of another") << u"METADE:segunda"_s << u"A:segunda:"_s;
+    QTest::newRow("never answers") << u"MUDO"_s << u"A:"_s;
+    QTest::newRow("can't be started") << QString() << u"A:"_s;
 }
 
 void TstExecutaAula::badChildren()
 {
     QFETCH(QString, linha);
+    QFETCH(QString, respostas);
     setSendLimit(500);
     if (linha.isEmpty())
         gConfig.SetaCFG(QString());
@@ -188,7 +226,7 @@ void TstExecutaAula::badChildren()
     gRespostas = u"A:"_s;
     iniciaRoteiro(1);
     QVERIFY(gEmRoteiro);
-    QCOMPARE(gRespostas, u"A:"_s);
+    QTRY_COMPARE_WITH_TIMEOUT(gRespostas, respostas, kPatience);
     EnviaTexto(janelaBlocos(), janelaBlocos(), MSG_CLASSE, u"7"_s); // the shell goes on
     QCOMPARE(gClasse, 7);
     if (linha == "MUDO"_L1)
@@ -210,7 +248,15 @@ void TstExecutaAula::comicsAdvanceWhenTheirViewerCloses()
     escreve(windows + "/QUOREL2001/Arqs/tira.htm"_L1, "<html>");
     umRoteiro({u"a<SPÇ><SPÇ><SPÇ><SPÇ><SPÇ><SPÇ><SPÇ><SPÇ> tira.htm <SPÇ>"_s, u"FORA:"_s}, u"HTML"_s);
     gRoteiros.edit(1).Aulas.edit(2).Tipo = u"Zeto"_s;
-    Endereco viewer;
+    QString aula = u"x"_s;
+    QString vrel = u"Vrel"_s;
+    ExecutaAula(aula, vrel);
+    placeWindow(gJanelaVrel, Ordem::Topmost, kKeepSize | kKeepPosition);
+    ExecutaAula(aula, vrel);
+    QCOMPARE(places(), u"0,0 400x300 sempre na frente / 10,20 200x100"_s);
+    QWidget page;
+    page.setGeometry(50, 60, 300, 200);
+    Endereco viewer(&page);
     std::vector<int> pauses;
     DocumentRequest opened;
     costuras().openDocument = [&](const DocumentRequest &request) {
@@ -228,9 +274,13 @@ void TstExecutaAula::comicsAdvanceWhenTheirViewerCloses()
     QCOMPARE(opened.document, barras(windows) + "\\Quorel2001\\Arqs\\tira.htm"_L1);
     QCOMPARE(opened.directory, u"tira.htm"_s); // the file's name as working directory
     QCOMPARE(opened.show, ShowMode::Maximized);
+    QCOMPARE(page.geometry(), QRect(0, 0, 300, 200));
+    QVERIFY(page.windowFlags().testFlag(Qt::WindowStaysOnTopHint));
     QTRY_VERIFY_WITH_TIMEOUT(!gEmRoteiro, kPatience);
     QCOMPARE(gAulaAtual, 3);
     QVERIFY(lines().contains(u"2060 FORA:"_s));
+    ExecutaAula(aula, vrel);
+    QCOMPARE(places(), u"0,0 400x300 / 10,20 200x100"_s); // the viewer was to be above the programs
 }
 
 QTEST_MAIN(TstExecutaAula)

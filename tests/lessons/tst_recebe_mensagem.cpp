@@ -1,10 +1,14 @@
 #include "lessons/andamento.h"
+#include "lessons/endereco_blocos.h"
 #include "lessons/executa_aula.h"
 #include "lessons/gancho.h"
 #include "lessons/mensagens.h"
 #include "lessons/programas_filhos.h"
 #include "platform/codec.h"
+#include "platform/costuras.h"
 #include "platform/endereco.h"
+#include "platform/eventos.h"
+#include "platform/fim.h"
 #include "startup/estado.h"
 #include "startup/quorel_zeto.h"
 #include "support/suporte.h"
@@ -14,6 +18,8 @@
 using namespace quorel;
 using namespace quorel::teste;
 using namespace Qt::StringLiterals;
+
+using Mensagens = std::vector<std::pair<qint32, QString>>;
 
 /// A child program's window inside the test: a send to it is a direct call.
 struct Zeto
@@ -48,9 +54,8 @@ private:
 private slots:
     void init();
     void cleanup();
+    void movesThroughTheRoteiro_data();
     void movesThroughTheRoteiro();
-    void nextTwiceAfterTheEndMovesFurtherAndHidesAgain();
-    void backBeforeTheFirstStaysWhereItFell();
     void sizes_data();
     void sizes();
     void codes_data();
@@ -58,12 +63,12 @@ private slots:
     void leavingRecordsAlsoWhenFBlocosIsHidden();
     void withoutRoteirosNothingMoreHappens();
     void gameReply();
-    void gameOfARoteiroWithoutChildLooksItUp();
     void calculatorOutsideARoteiro();
     void drawingToolTakesTheChildAfterItsSend();
     void calculatorRules_data();
     void calculatorRules();
     void secondHookIsIgnored();
+    void aFailureInTheHookIsShownOnceAndEndsTheProgram();
 };
 
 void TstRecebeMensagem::init()
@@ -89,47 +94,47 @@ void TstRecebeMensagem::cleanup()
     reiniciaCatalogue();
 }
 
+void TstRecebeMensagem::movesThroughTheRoteiro_data()
+{
+    QTest::addColumn<qint16>("start");
+    QTest::addColumn<Mensagens>("messages");
+    QTest::addColumn<qint16>("end");
+    QTest::addColumn<QString>("respostas");
+    QTest::addColumn<QStringList>("got");
+    QTest::addColumn<bool>("emRoteiro");
+    const QString hide = u"2122 ESCONDE"_s;
+    QTest::newRow("on, back and on again")
+        << qint16(1)
+        << Mensagens{{MSG_PROXIMA, u"A"_s}, {MSG_ANTERIOR, u"E"_s}, {MSG_PROXIMA, u""_s}, {MSG_PROXIMA, u"A"_s}}
+        << qint16(3) << u"A:E:A:"_s << QStringList{u"2060 dois"_s, u"2060 um"_s, u"2060 dois"_s, u"2060 três"_s}
+        << true;
+    QTest::newRow("the answer of the last lesson is not recorded")
+        << qint16(2) << Mensagens{{MSG_PROXIMA, u"A"_s}, {MSG_PROXIMA, u"E"_s}} << qint16(4) << u""_s
+        << QStringList{u"2060 três"_s, hide} << false;
+    QTest::newRow("next again after the end moves further and hides again")
+        << qint16(3) << Mensagens{{MSG_PROXIMA, u""_s}, {MSG_PROXIMA, u""_s}} << qint16(5) << u""_s
+        << QStringList{hide, hide} << false;
+    QTest::newRow("it does not move beyond its type")
+        << qint16(32767) << Mensagens{{MSG_PROXIMA, u""_s}} << qint16(32767) << u""_s << QStringList{hide} << false;
+    QTest::newRow("back before the first writes the log and stays where it fell")
+        << qint16(2) << Mensagens{{MSG_ANTERIOR, u"A"_s}, {MSG_ANTERIOR, u"E"_s}, {MSG_ANTERIOR, u"E"_s}} << qint16(-1)
+        << u""_s << QStringList{u"2060 um"_s} << true;
+}
+
 void TstRecebeMensagem::movesThroughTheRoteiro()
 {
+    QFETCH(qint16, start);
+    QFETCH(Mensagens, messages);
+    gAulaAtual = start;
     gEmRoteiro = true;
-    receives(MSG_PROXIMA, u"A"_s);
-    QCOMPARE(gAulaAtual, 2);
-    QCOMPARE(gRespostas, u"A:"_s);
-    QCOMPARE(gCodRoteiro, 77);
-    receives(MSG_ANTERIOR, u"E"_s);
-    receives(MSG_PROXIMA, QString());
-    QCOMPARE(gRespostas, u"A:E:"_s);
-    receives(MSG_PROXIMA, u"A"_s);
-    QCOMPARE(mZeto->got, (QStringList{u"2060 dois"_s, u"2060 um"_s, u"2060 dois"_s, u"2060 três"_s}));
-    QVERIFY(gEmRoteiro);
-    receives(MSG_PROXIMA, u"the answer of the last lesson is not recorded"_s);
-    QVERIFY(!gEmRoteiro);
-    QCOMPARE(mZeto->got.last(), u"2122 ESCONDE"_s);
-    QVERIFY(gRespostas.isEmpty());
-}
-
-void TstRecebeMensagem::nextTwiceAfterTheEndMovesFurtherAndHidesAgain()
-{
-    gAulaAtual = 3;
     gJanelaZeto = mZeto->endereco.handle();
-    receives(MSG_PROXIMA, QString());
-    receives(MSG_PROXIMA, QString());
-    QCOMPARE(gAulaAtual, 5);
-    QCOMPARE(mZeto->got, (QStringList{u"2122 ESCONDE"_s, u"2122 ESCONDE"_s}));
-    gAulaAtual = 32767;
-    receives(MSG_PROXIMA, QString());
-    QCOMPARE(gAulaAtual, 32767);
-}
-
-void TstRecebeMensagem::backBeforeTheFirstStaysWhereItFell()
-{
-    gRespostas = u"A:"_s;
-    receives(MSG_ANTERIOR, u"E"_s);
-    QCOMPARE(gAulaAtual, 0);
-    QVERIFY(gRespostas.isEmpty());
-    QVERIFY(mZeto->got.isEmpty());
-    receives(MSG_ANTERIOR, u"E"_s);
-    QCOMPARE(gAulaAtual, -1);
+    for (const auto &[code, text] : messages)
+        receives(code, text);
+    QTEST(gAulaAtual, "end");
+    QTEST(gRespostas, "respostas");
+    QTEST(mZeto->got, "got");
+    QTEST(gEmRoteiro, "emRoteiro");
+    QCOMPARE(gCodRoteiro, mZeto->got.first().startsWith(u"2060") ? 77 : 0);
 }
 
 void TstRecebeMensagem::sizes_data()
@@ -220,21 +225,16 @@ void TstRecebeMensagem::withoutRoteirosNothingMoreHappens()
 
 void TstRecebeMensagem::gameReply()
 {
-    gJanelaFilha = mZeto->endereco.handle();
+    const Janela zeto = mZeto->endereco.handle();
+    receives(MSG_JOGO, QString()); // no child yet, and none is looked up for an empty reply
+    QCOMPARE(gJanelaFilha, Janela(0));
+    gJanelaFilha = zeto;
     receives(MSG_JOGO, QString());
     gRoteiros.edit(1).Aulas.edit(1).Jogo = u"forca"_s;
+    gJanelaFilha = 0;
     receives(MSG_JOGO, QString());
+    QCOMPARE(gJanelaFilha, zeto);
     QCOMPARE(mZeto->got, (QStringList{u"2123 "_s, u"2123 1#forca"_s}));
-}
-
-void TstRecebeMensagem::gameOfARoteiroWithoutChildLooksItUp()
-{
-    receives(MSG_JOGO, QString());
-    QVERIFY(mZeto->got.isEmpty());
-    gRoteiros.edit(1).Aulas.edit(1).Jogo = u"forca"_s;
-    receives(MSG_JOGO, QString());
-    QCOMPARE(mZeto->got, QStringList{u"2123 1#forca"_s});
-    QCOMPARE(gJanelaFilha, mZeto->endereco.handle());
 }
 
 void TstRecebeMensagem::calculatorOutsideARoteiro()
@@ -314,6 +314,31 @@ void TstRecebeMensagem::secondHookIsIgnored()
     InstalaGancho(janelaBlocos());
     receives(MSG_CLASSE, u"7"_s);
     QCOMPARE(gClasse, 7);
+}
+
+void TstRecebeMensagem::aFailureInTheHookIsShownOnceAndEndsTheProgram()
+{
+    RemoveGancho();
+    gEnderecoBlocos->replaceProc([](Janela, quint32, quintptr, qintptr) -> qintptr { throw ErroExecucao(kFalhaFoco); });
+    InstalaGancho(janelaBlocos());
+    QList<Caixa> shown;
+    costuras().box = [&](const Caixa &box) {
+        shown << box;
+        receives(MSG_CLASSE, u"8"_s); // a message that comes while the box stands fails too
+        return Resposta::Ok;
+    };
+    QList<int> codes;
+    costuras().endProcess = [&](int code) {
+        codes << code;
+        throw FimDoPrograma{code};
+    };
+    QVERIFY_EXCEPTION_THROWN(receives(MSG_CLASSE, u"7"_s), FimDoPrograma);
+    reiniciaCosturas();
+    const Caixa expected{.texto = u"5 O foco não pode ir para esta janela"_s, .icone = Icone::Critico};
+    QCOMPARE(shown, QList<Caixa>{expected});
+    QCOMPARE(codes, QList<int>{1});
+    QCOMPARE(gClasse, 8); // both were taken before the failure
+    QVERIFY(!insideSend());
 }
 
 QTEST_MAIN(TstRecebeMensagem)
