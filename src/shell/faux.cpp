@@ -122,11 +122,6 @@ void fAux::unload()
     mJanelas.principal().descarrega();
 }
 
-void fAux::frameKnown()
-{
-    acompanhaPrincipal();
-}
-
 void fAux::mostra()
 {
     carrega();

@@ -48,7 +48,6 @@ public:
 protected:
     void load() override;
     void unload() override;
-    void frameKnown() override;
     void wheelEvent(QWheelEvent *event) override;
 
 private:

@@ -113,7 +113,7 @@ void fPrincip::blocoClick(int indice)
     mTmrDisc.stop();
 }
 
-void fPrincip::frameKnown()
+void fPrincip::placeTold()
 {
     mJanelas.painel().acompanhaPrincipal();
 }

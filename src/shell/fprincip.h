@@ -35,7 +35,7 @@ protected:
     void load() override;
     void activate() override;
     void unload() override;
-    void frameKnown() override;
+    void placeTold() override;
     void mouseMoveEvent(QMouseEvent *event) override;
 
 private:

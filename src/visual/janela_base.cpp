@@ -57,10 +57,15 @@ void JanelaBase::descarrega()
 
 Lugar JanelaBase::lugarDaJanela() const
 {
-    const QRect frame = frameGeometry();
-    return {double(frame.x()) * kTwipsPerPixel, double(frame.y()) * kTwipsPerPixel,
-        mCliente.Width + double(frame.width() - width()) * kTwipsPerPixel,
-        mCliente.Height + double(frame.height() - height()) * kTwipsPerPixel};
+    const QPoint pos = mMoved ? corner() : mAsked;
+    return {double(pos.x()) * kTwipsPerPixel, double(pos.y()) * kTwipsPerPixel,
+        mCliente.Width + double(mFrame.left() + mFrame.right()) * kTwipsPerPixel,
+        mCliente.Height + double(mFrame.top() + mFrame.bottom()) * kTwipsPerPixel};
+}
+
+QPoint JanelaBase::corner() const
+{
+    return geometry().topLeft() - QPoint(mFrame.left(), mFrame.top());
 }
 
 double JanelaBase::alturaDaLinha() const
@@ -68,15 +73,15 @@ double JanelaBase::alturaDaLinha() const
     return double(fontMetrics().height()) * kTwipsPerPixel;
 }
 
-// Qt's own move() of a shown window takes the frame's place for the client's while the frame is not known.
+// Qt's own move() of a window that was made takes the frame's place for the client's while the frame is not known.
 void JanelaBase::vaiPara(double left, double top)
 {
-    const QPoint pos(pixels(left), pixels(top));
-    const bool framed = frameGeometry() != geometry();
-    if (windowHandle() && isVisible() && !framed)
-        windowHandle()->setFramePosition(pos);
+    mAsked = {pixels(left), pixels(top)};
+    mMoved = false;
+    if (windowHandle() && isVisible())
+        windowHandle()->setFramePosition(mAsked);
     else
-        move(pos);
+        move(mAsked);
 }
 
 void JanelaBase::setCliente(const Lugar &cliente)
@@ -93,15 +98,25 @@ bool JanelaBase::isBare(const QPoint &pos) const
 bool JanelaBase::event(QEvent *event)
 {
     const bool done = QWidget::event(event);
-    // The frame is known only once the window is up, and nothing tells of it.
-    const QSize frame = isVisible() ? frameGeometry().size() - size() : mFrame;
-    if (frame != mFrame) {
-        mFrame = frame;
-        frameKnown();
-    }
+    if (isVisible() && windowHandle())
+        settle(event->type() == QEvent::Move);
     if (event->type() == QEvent::WindowActivate && mAtiva.muda(*this))
         activate();
     return done;
+}
+
+/// The frame is known only once the window is up, on a busy desktop long after, and no event tells of it. Nor does it
+/// come in step with the window's place: a client area that still counts as standing in the corner, taken with a frame
+/// that is there already, would be a window above the screen.
+void JanelaBase::settle(bool moved)
+{
+    mMoved = mMoved || moved;
+    const QMargins frame = windowHandle()->frameMargins();
+    if (mSettled || (frame == mFrame && !moved))
+        return;
+    mFrame = frame;
+    mSettled = !frame.isNull() && corner() == mAsked;
+    placeTold();
 }
 
 void JanelaBase::closeEvent(QCloseEvent *event)

@@ -27,7 +27,8 @@ public:
     /// Runs the Unload handler, as the system box does.
     void descarrega();
 
-    /// The window on the screen, frame included where it is known, in twips.
+    /// The window on the screen, frame included where it is known, in twips; the place asked for until the desktop has
+    /// told of the true one.
     Lugar lugarDaJanela() const;
 
     const Lugar &cliente() const { return mCliente; } ///< client area; Left and Top are 0; twips
@@ -42,7 +43,7 @@ protected:
     virtual void load() = 0;
     virtual void activate() { }
     virtual void unload() = 0;
-    virtual void frameKnown() { } ///< the desktop has put a frame round the window, or changed it
+    virtual void placeTold() { } ///< until the window stands, framed, where it was asked to: the desktop told of more
 
     void vaiPara(double left, double top); ///< moves the window, frame included; twips
     void setCliente(const Lugar &cliente);
@@ -54,11 +55,17 @@ protected:
     void paintEvent(QPaintEvent *event) override;
 
 private:
+    QPoint corner() const; ///< the frame's corner, as far as it is known
+    void settle(bool moved);
+
     JanelaAtiva &mAtiva;
     Lugar mCliente;
     QPixmap mFundo;
     bool mLoaded = false;
-    QSize mFrame; ///< pixels that the frame adds
+    QMargins mFrame; ///< frame, as far as it is known
+    QPoint mAsked; ///< place asked for, the frame's corner
+    bool mMoved = false; ///< the desktop has told of a place
+    bool mSettled = false; ///< the window stands where it was asked to
 };
 
 } // namespace quorel
