@@ -159,6 +159,13 @@ class Barramento:
             self.lidos[conexao] = b""
         return conexao
 
+    def escuta(self, processo):
+        """Se o processo está no barramento; a conexão fica aberta, e o seu fim acorda quem espera em passo()."""
+        try:
+            return bool(self.ligacao(processo))
+        except OSError:
+            return False
+
     def janela(self, processo, titulo):
         """A janela com esse título do processo dado, ou 0."""
         try:
@@ -175,6 +182,7 @@ class Barramento:
 class Filho:
     def __init__(self, titulo, interno):
         self.pai = os.getppid()  # até a primeira mensagem; depois, o processo de quem a enviou
+        self.conduzido = False  # veio alguma mensagem
         self.aulas = collections.deque()
         self.fim = False
         self.bus = Barramento(titulo, interno, self.recebe)
@@ -182,6 +190,7 @@ class Filho:
     def recebe(self, codigo, texto, remetente):
         """Corre dentro do envio do gerenciador: guarda e volta logo."""
         self.pai = remetente >> 32 or self.pai
+        self.conduzido = True
         if codigo == MSG_AULA:
             self.aulas.append(texto or "")
         elif codigo == MSG_CONTROLE and texto == "ESCONDE":
@@ -205,6 +214,8 @@ class Filho:
                     self.mostra(self.aulas.popleft())
                 elif self.bus.quadros:
                     self.bus.serve()
+                elif self.conduzido and not self.bus.escuta(self.pai):
+                    break  # o gerenciador morreu sem se despedir
                 else:
                     self.bus.passo()
         finally:

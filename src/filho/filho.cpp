@@ -2,6 +2,8 @@
 
 #include "platform/codec.h"
 
+#include <QPointer>
+
 namespace quorel {
 
 namespace {
@@ -22,6 +24,7 @@ Filho::Filho(const QString &titulo, QWidget *corpo) : mEndereco(corpo)
         return procedure(janela, message, wParam, lParam);
     });
     mEndereco.publish(titulo);
+    watchGerenciador();
 }
 
 Filho::~Filho()
@@ -48,8 +51,21 @@ qintptr Filho::procedure(Janela janela, quint32 message, quintptr wParam, qintpt
     return 1;
 }
 
+void Filho::watchGerenciador()
+{
+    const Janela shell = gerenciador();
+    if (shell == 0 || mVigiados.contains(shell))
+        return;
+    mVigiados.append(shell);
+    watchOwner(shell, [self = QPointer(this)] {
+        if (self && !self->temGerenciador())
+            emit self->semGerenciador();
+    });
+}
+
 void Filho::deliver(quint32 code, const QString &texto)
 {
+    watchGerenciador();
     switch (code) {
     case MSG_AULA:
         --mPendentes;

@@ -49,17 +49,20 @@ signals:
     void aula(const QString &linha); ///< run this lesson, whose last one is then over
     void controle(const QString &palavra); ///< "PRIMEIRA" or "ULTIMA", about the lesson to come; "ESCONDE"
     void encerra(); ///< the shell is closing: end the program
+    void semGerenciador(); ///< the shell that drives this program has died; another one may still send a lesson
     void jogo(const QString &texto); ///< position of the Roteiro, "#" and the game; empty when there is none
 
 private:
     qintptr procedure(Janela janela, quint32 message, quintptr wParam, qintptr lParam);
     void deliver(quint32 code, const QString &texto);
+    void watchGerenciador();
     Janela gerenciador() const;
     bool envia(quint32 code, const QString &texto);
 
     Endereco mEndereco;
     WindowProc mAnterior;
     Janela mRemetente = 0; ///< who sent the last message
+    QList<Janela> mVigiados; ///< shells whose end is told
     int mPendentes = 0;
 };
 

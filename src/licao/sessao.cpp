@@ -13,6 +13,7 @@ Sessao::Sessao(Filho &filho, JanelaLicao &janela) : mFilho(filho), mJanela(janel
     connect(&filho, &Filho::aula, this, &Sessao::aula);
     connect(&filho, &Filho::controle, this, &Sessao::controle);
     connect(&filho, &Filho::encerra, this, &Sessao::encerra);
+    connect(&filho, &Filho::semGerenciador, this, &Sessao::perdeGerenciador);
     connect(&janela, &JanelaLicao::proxima, this, &Sessao::proxima);
     connect(&janela, &JanelaLicao::anterior, this, &Sessao::anterior);
     connect(&janela, &JanelaLicao::sai, this, &Sessao::sai);
@@ -67,6 +68,16 @@ void Sessao::hide()
     mEmLicao = false;
     stopSound();
     mJanela.hide();
+}
+
+/// What the pupil sees stays: the next step says that there is no going on. Out of sight nobody would end the program.
+void Sessao::perdeGerenciador()
+{
+    mOrfa = true;
+    if (mJanela.isHidden())
+        emit fim();
+    else if (!mEmLicao && !mAvulsa)
+        semGerenciador();
 }
 
 void Sessao::semGerenciador()

@@ -27,6 +27,7 @@ private:
     void anterior();
     void sai();
     void hide();
+    void perdeGerenciador();
     void semGerenciador();
     QString takeAnswer();
 

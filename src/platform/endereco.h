@@ -79,6 +79,10 @@ void leaveBus();
 /// program waits for its shell without limit (0 ms), until that dies.
 void setSendLimit(int milliseconds);
 
+/// Calls `gone` once, from the event loop, when the process that owns a window has died (on Linux also when it has
+/// left the bus). Passed over for a handle of this process, or of none.
+void watchOwner(Janela janela, std::function<void()> gone);
+
 /// Handle of the titled, published window of the process that owns `janela` (a sender's handle), or 0.
 /// Looked up anew at each call.
 Janela publishedWindowOf(Janela janela, QStringView titulo);

@@ -19,6 +19,8 @@ private slots:
     void init() { teste::failOnWarnings(); }
     void runsUnderItsName_data();
     void runsUnderItsName();
+    void endsWithItsShellWhenOutOfSight_data();
+    void endsWithItsShellWhenOutOfSight();
 };
 
 void TstProcesso::runsUnderItsName_data()
@@ -63,6 +65,35 @@ void TstProcesso::runsUnderItsName()
     QCOMPARE(child.exitStatus(), QProcess::NormalExit);
     QCOMPARE(child.exitCode(), 0);
     QCOMPARE(findWindow(titulo, false), Janela(0));
+}
+
+void TstProcesso::endsWithItsShellWhenOutOfSight_data()
+{
+    QTest::addColumn<QString>("programa");
+    QTest::newRow("the lesson player") << QStringLiteral(QUOREL_BIN "/licao");
+    QTest::newRow("the documented child") << QStringLiteral(QUOREL_SOURCE "/docs/filho_exemplo.py");
+}
+
+void TstProcesso::endsWithItsShellWhenOutOfSight()
+{
+    QFETCH(QString, programa);
+    QTemporaryDir dir;
+    QVERIFY(QFile::link(programa, dir.filePath(u"Zeto.exe"_s)));
+    const QString gerenciador = QString::fromUtf16(kTituloGerenciador);
+    QProcess shell, child;
+    shell.start(QStringLiteral(QUOREL_BIN "/filho_teste"), {gerenciador});
+    child.start(dir.filePath(u"Zeto.exe"_s), {u"/Hook:"_s});
+    QTRY_VERIFY(findWindow(gerenciador, false) != 0 && findWindow(u"Zeto - Quorel"_s, false) != 0);
+    const QByteArray esconde("ESCONDE\0", 8);
+    QCOMPARE(sendCopyData(findWindow(u"Zeto - Quorel"_s, false), findWindow(gerenciador, false), MSG_CONTROLE,
+                 qint32(esconde.size()), esconde),
+        1);
+    QCOMPARE(sendCopyData(findWindow(u"Zeto - Quorel"_s, false), findWindow(gerenciador, false), 4711, 0, {}), 1);
+    shell.kill();
+    QVERIFY(child.waitForFinished());
+    QCOMPARE(child.exitStatus(), QProcess::NormalExit);
+    QCOMPARE(child.exitCode(), 0);
+    shell.waitForFinished();
 }
 
 QTEST_MAIN(TstProcesso)

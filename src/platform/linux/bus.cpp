@@ -62,6 +62,7 @@ void Bus::withdraw(Janela handle)
 
 void Bus::leave()
 {
+    mWatches.clear();
     for (const Entry &entry : mWindows.entries())
         withdraw(entry.handle);
     for (const auto connections = mConnections; const Peer &peer : connections) {
@@ -185,6 +186,38 @@ void Bus::drop(const Peer &peer)
     keep->close();
     std::erase(mConnections, keep);
     endSendsOn(keep);
+    if (std::ranges::count(mWatches, keep->peer(), &Watch::process) > 0)
+        later([this, process = keep->peer()] { tellWatchers(process); });
+}
+
+/// A connection to the process stands for as long as it lives: its end is what tells.
+void Bus::watch(pid_t process, std::function<void()> gone)
+{
+    if (process <= 0 || process == ::getpid())
+        return;
+    mWatches.push_back({process, std::move(gone)});
+    if (!isAlive(process))
+        later([this, process] { tellWatchers(process); });
+}
+
+void Bus::tellWatchers(pid_t process)
+{
+    if (isAlive(process)) // only that connection was closed
+        return;
+    const auto first =
+        std::ranges::stable_partition(mWatches, [&](const Watch &each) { return each.process != process; });
+    const std::vector<Watch> told(std::make_move_iterator(first.begin()), std::make_move_iterator(first.end()));
+    mWatches.erase(first.begin(), first.end());
+    for (const Watch &each : told)
+        each.gone();
+}
+
+/// Once, in the next turn of the event loop.
+void Bus::later(const std::function<void()> &work)
+{
+    if (!mContext)
+        mContext = std::make_unique<QObject>();
+    QMetaObject::invokeMethod(mContext.get(), work, Qt::QueuedConnection);
 }
 
 void Bus::endSendsOn(const Peer &peer)

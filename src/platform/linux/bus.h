@@ -37,6 +37,9 @@ public:
     /// Whether a process can be reached; cleans up after one that is gone.
     bool isAlive(pid_t process);
 
+    /// Calls `gone` once, from the event loop, when a process can no longer be reached.
+    void watch(pid_t process, std::function<void()> gone);
+
     /// Serves incoming sends until the condition holds or the time is over; looks at it every few milliseconds.
     bool serveUntil(const std::function<bool()> &condition, std::chrono::milliseconds limit);
 
@@ -62,6 +65,13 @@ private:
         bool answered = false;
     };
 
+    /// A process whose end somebody wants to know.
+    struct Watch
+    {
+        pid_t process = 0;
+        std::function<void()> gone;
+    };
+
     Bus() = default;
     qintptr sendWithin(const SendHead &head, QByteArrayView bytes);
     qintptr sendAcross(SendHead head, QByteArrayView bytes);
@@ -84,6 +94,8 @@ private:
     void answer(const Peer &peer, quint32 number, qintptr result);
     void applyPlace(const Place &place);
     bool mayServe(const Peer &peer) const;
+    void later(const std::function<void()> &work);
+    void tellWatchers(pid_t process);
     bool serveHeldBack();
     void serveHeldBackLater();
     void step(std::chrono::milliseconds timeout);
@@ -96,6 +108,7 @@ private:
     std::vector<Peer> mConnections;
     std::list<Pending> mPending; // a list: the elements stay where they are
     std::list<Incoming> mIncoming;
+    std::vector<Watch> mWatches;
     quint32 mNumber = 0;
     int mDepth = 0; ///< of our own sends
     std::chrono::milliseconds mSendLimit{5000};

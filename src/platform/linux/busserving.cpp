@@ -163,15 +163,10 @@ void Bus::serveHeldBackLater()
     if (mQueued || std::ranges::all_of(mConnections, &Connection::isReading, &Peer::operator*))
         return;
     mQueued = true;
-    if (!mContext)
-        mContext = std::make_unique<QObject>();
-    QMetaObject::invokeMethod(
-        mContext.get(),
-        [this] {
-            mQueued = false;
-            serveHeldBack();
-        },
-        Qt::QueuedConnection);
+    later([this] {
+        mQueued = false;
+        serveHeldBack();
+    });
 }
 
 /// Waits for something to come, no longer than the time given (negative: for ever), and serves it.

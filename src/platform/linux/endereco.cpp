@@ -96,6 +96,11 @@ bool insideSend()
     return Bus::instance().insideSend();
 }
 
+void watchOwner(Janela janela, std::function<void()> gone)
+{
+    Bus::instance().watch(bus::processOf(janela), std::move(gone));
+}
+
 static Janela publishedBy(pid_t process, QStringView titulo)
 {
     if (process <= 1)

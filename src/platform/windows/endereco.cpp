@@ -4,8 +4,10 @@
 #include "platform/windows/janelas.h"
 #include "platform/windows/texto.h"
 
+#include <QCoreApplication>
 #include <QEvent>
 #include <QWidget>
+#include <QWinEventNotifier>
 
 #include <memory>
 #include <utility>
@@ -159,6 +161,21 @@ WindowProc Endereco::replaceProc(WindowProc proc)
 void leaveBus()
 {
     Addresses::instance().releaseAll();
+}
+
+void watchOwner(Janela janela, std::function<void()> gone)
+{
+    const DWORD process = win::processOf(HWND(janela));
+    const HANDLE handle = process == GetCurrentProcessId() ? nullptr : OpenProcess(SYNCHRONIZE, FALSE, process);
+    if (!handle)
+        return;
+    auto *end = new QWinEventNotifier(handle, QCoreApplication::instance());
+    QObject::connect(end, &QWinEventNotifier::activated, end, [end, gone = std::move(gone)](HANDLE ended) {
+        end->setEnabled(false);
+        CloseHandle(ended);
+        end->deleteLater();
+        gone();
+    });
 }
 
 Janela publishedWindowOf(Janela janela, QStringView titulo)
