@@ -41,6 +41,7 @@ public:
         mProcess.kill();
         mProcess.waitForFinished();
     }
+    pid_t pid() const { return pid_t(mProcess.processId()); }
     QByteArray firstLine()
     {
         while (!mProcess.canReadLine() && mProcess.waitForReadyRead(kPatience)) { }
@@ -76,6 +77,7 @@ public:
     }
     void killManager() { mManager.reset(); }
     void killServer() { mServer.kill(); }
+    void stopServer(bool stop) { ::kill(mServer.pid(), stop ? SIGSTOP : SIGCONT); }
 
     /// Of the window's frame, from the screen's corner; the frame is the window itself where no manager made one.
     QPoint place(Janela window) const
@@ -166,6 +168,7 @@ private slots:
     void placing();
     void aManagerThatComesAndGoes();
     void aServerThatGoes();
+    void aServerThatStops();
     void noServer();
     void documents_data();
     void documents();
@@ -247,6 +250,21 @@ void TstX11::aServerThatGoes()
     const Tela second(false);
     const JanelaX11 dois(u"Dois"_s);
     QCOMPARE(findWindow(u"Dois", false), dois.janela);
+}
+
+void TstX11::aServerThatStops()
+{
+    Tela tela(true);
+    const JanelaX11 um(u"Um"_s);
+    tela.stopServer(true);
+    for (int i = 0; i < 3; ++i) {
+        QCOMPARE(findWindow(u"Um", true), Janela(0));
+        placeWindow(um.janela, Ordem::Top, kKeepSize);
+    }
+    tela.stopServer(false);
+    QTRY_COMPARE(findWindow(u"Um", true), um.janela);
+    placeWindow(um.janela, Ordem::Top, kKeepSize);
+    QTRY_COMPARE(tela.place(um.janela), QPoint(0, 0));
 }
 
 void TstX11::noServer()

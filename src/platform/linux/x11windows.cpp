@@ -3,10 +3,13 @@
 #include <QByteArray>
 #include <QString>
 
+#include <poll.h>
 #include <xcb/xcb.h>
+#include <xcb/xcbext.h>
 
 #include <algorithm>
 #include <array>
+#include <chrono>
 #include <cstdlib>
 #include <cstring>
 #include <memory>
@@ -20,6 +23,8 @@ using namespace Qt::StringLiterals;
 static constexpr quint32 kLongestProperty = 16 * 1024; ///< in units of four bytes
 /// The least size of a window whose program names none: still to be seen, and to be drawn larger.
 static constexpr quint32 kLeastWidth = 112, kLeastHeight = 27;
+/// A server that is silent for this long counts as stopped, or a search would hold up all messages with it.
+static constexpr std::chrono::seconds kServerLimit{5};
 static constexpr quint32 kSourcePager = 2; ///< window managers obey a pager where they would hold an application back
 
 struct Freed
@@ -38,9 +43,10 @@ public:
     ~Display() { xcb_disconnect(mConnection); }
 
     bool works() const { return mRoot != XCB_NONE && xcb_connection_has_error(mConnection) == 0; }
-    bool hasWindowManager() const;
-    std::vector<xcb_window_t> topLevels() const;
-    QString titleOf(xcb_window_t window) const;
+    bool answers(); ///< false for a stopped server until it goes on
+    bool hasWindowManager();
+    std::vector<xcb_window_t> topLevels();
+    QString titleOf(xcb_window_t window);
     void placeByManager(xcb_window_t window, Ordem ordem, unsigned flags);
     void placeDirectly(xcb_window_t window, Ordem ordem, unsigned flags);
     void forgetErrors();
@@ -52,17 +58,62 @@ private:
         "_NET_MOVERESIZE_WINDOW"};
 
     void intern();
-    QByteArray property(xcb_window_t window, xcb_atom_t name, xcb_atom_t type) const;
-    std::vector<xcb_window_t> windowsIn(xcb_window_t window, Name name) const;
-    std::vector<xcb_window_t> mappedChildren() const;
-    std::array<quint32, 2> leastSizeOf(xcb_window_t window) const;
+    bool poll(unsigned request, void *&reply);
+    /// Nothing when the request failed, or the server has stopped.
+    template <typename T>
+    Answer<T> answerTo(unsigned request);
+    QByteArray property(xcb_window_t window, xcb_atom_t name, xcb_atom_t type);
+    std::vector<xcb_window_t> windowsIn(xcb_window_t window, Name name);
+    std::vector<xcb_window_t> mappedChildren();
+    std::array<quint32, 2> leastSizeOf(xcb_window_t window);
     void tellManager(xcb_window_t window, Name message, const std::array<quint32, 5> &data);
 
     int mScreenNumber = 0;
     xcb_connection_t *mConnection; ///< owned, closed at the end
     xcb_window_t mRoot = XCB_NONE;
     std::array<xcb_atom_t, NameCount> mAtoms{};
+    unsigned mUnanswered = 0; ///< request that the server has stopped at; 0 for none
 };
+
+/// Whether a request is done with: its reply has come, an error instead, or the connection is lost.
+bool Display::poll(unsigned request, void *&reply)
+{
+    xcb_generic_error_t *error = nullptr;
+    const bool come = xcb_poll_for_reply(mConnection, request, &reply, &error) != 0;
+    std::free(error);
+    return come || xcb_connection_has_error(mConnection) != 0;
+}
+
+bool Display::answers()
+{
+    void *reply = nullptr;
+    if (mUnanswered != 0 && poll(mUnanswered, reply))
+        mUnanswered = 0;
+    std::free(reply);
+    return mUnanswered == 0;
+}
+
+template <typename T>
+Answer<T> Display::answerTo(unsigned request)
+{
+    using Clock = std::chrono::steady_clock;
+    if (mUnanswered != 0) {
+        xcb_discard_reply(mConnection, request);
+        return nullptr;
+    }
+    xcb_flush(mConnection);
+    void *reply = nullptr;
+    for (const auto end = Clock::now() + kServerLimit; !poll(request, reply);) {
+        const auto left = std::chrono::ceil<std::chrono::milliseconds>(end - Clock::now());
+        if (left.count() <= 0) {
+            mUnanswered = request;
+            break;
+        }
+        pollfd incoming{xcb_get_file_descriptor(mConnection), POLLIN, 0};
+        ::poll(&incoming, 1, int(left.count()));
+    }
+    return Answer<T>(static_cast<T *>(reply));
+}
 
 void Display::intern()
 {
@@ -76,22 +127,22 @@ void Display::intern()
     for (std::size_t i = 0; i < kNames.size(); ++i)
         asked[i] = xcb_intern_atom(mConnection, 0, quint16(qstrlen(kNames[i])), kNames[i]);
     for (std::size_t i = 0; i < kNames.size(); ++i) {
-        const Answer<xcb_intern_atom_reply_t> reply(xcb_intern_atom_reply(mConnection, asked[i], nullptr));
+        const auto reply = answerTo<xcb_intern_atom_reply_t>(asked[i].sequence);
         mAtoms[i] = reply ? reply->atom : xcb_atom_t{XCB_ATOM_NONE};
     }
 }
 
-QByteArray Display::property(xcb_window_t window, xcb_atom_t name, xcb_atom_t type) const
+QByteArray Display::property(xcb_window_t window, xcb_atom_t name, xcb_atom_t type)
 {
     const auto asked = xcb_get_property(mConnection, 0, window, name, type, 0, kLongestProperty);
-    const Answer<xcb_get_property_reply_t> reply(xcb_get_property_reply(mConnection, asked, nullptr));
+    const auto reply = answerTo<xcb_get_property_reply_t>(asked.sequence);
     if (!reply || reply->type == XCB_ATOM_NONE)
         return QByteArray();
     return QByteArray(
         static_cast<const char *>(xcb_get_property_value(reply.get())), xcb_get_property_value_length(reply.get()));
 }
 
-std::vector<xcb_window_t> Display::windowsIn(xcb_window_t window, Name name) const
+std::vector<xcb_window_t> Display::windowsIn(xcb_window_t window, Name name)
 {
     const QByteArray bytes = property(window, mAtoms[name], XCB_ATOM_WINDOW);
     std::vector<xcb_window_t> windows(std::size_t(bytes.size()) / sizeof(xcb_window_t));
@@ -101,28 +152,27 @@ std::vector<xcb_window_t> Display::windowsIn(xcb_window_t window, Name name) con
 }
 
 /// A manager that died leaves its mark on the root, but not the window that the mark names.
-bool Display::hasWindowManager() const
+bool Display::hasWindowManager()
 {
     const auto check = windowsIn(mRoot, Check);
     return !check.empty() && windowsIn(check.front(), Check) == check;
 }
 
-std::vector<xcb_window_t> Display::topLevels() const
+std::vector<xcb_window_t> Display::topLevels()
 {
     return hasWindowManager() ? windowsIn(mRoot, ClientList) : mappedChildren();
 }
 
-std::vector<xcb_window_t> Display::mappedChildren() const
+std::vector<xcb_window_t> Display::mappedChildren()
 {
-    const Answer<xcb_query_tree_reply_t> tree(
-        xcb_query_tree_reply(mConnection, xcb_query_tree(mConnection, mRoot), nullptr));
+    const auto tree = answerTo<xcb_query_tree_reply_t>(xcb_query_tree(mConnection, mRoot).sequence);
     std::vector<xcb_window_t> windows;
     if (!tree)
         return windows;
     const xcb_window_t *children = xcb_query_tree_children(tree.get());
     for (int i = 0; i < xcb_query_tree_children_length(tree.get()); ++i) {
-        const Answer<xcb_get_window_attributes_reply_t> attributes(
-            xcb_get_window_attributes_reply(mConnection, xcb_get_window_attributes(mConnection, children[i]), nullptr));
+        const auto asked = xcb_get_window_attributes(mConnection, children[i]);
+        const auto attributes = answerTo<xcb_get_window_attributes_reply_t>(asked.sequence);
         if (attributes && attributes->map_state == XCB_MAP_STATE_VIEWABLE)
             windows.push_back(children[i]);
     }
@@ -135,7 +185,7 @@ static QString withShortDashes(QString title)
     return title.replace(u'\u2013', u'-').replace(u'\u2014', u'-');
 }
 
-QString Display::titleOf(xcb_window_t window) const
+QString Display::titleOf(xcb_window_t window)
 {
     QString title = QString::fromUtf8(property(window, mAtoms[NetName], mAtoms[Utf8]));
     if (title.isEmpty())
@@ -144,7 +194,7 @@ QString Display::titleOf(xcb_window_t window) const
 }
 
 /// As the program gives it in its size hints.
-std::array<quint32, 2> Display::leastSizeOf(xcb_window_t window) const
+std::array<quint32, 2> Display::leastSizeOf(xcb_window_t window)
 {
     static constexpr quint32 kHasLeast = 1 << 4;
     static constexpr std::size_t kFlags = 0, kWidth = 5, kHeight = 6;
@@ -227,12 +277,12 @@ static Display *display()
         if (!current->works())
             current.reset();
     }
-    return current ? &*current : nullptr;
+    return current && current->answers() ? &*current : nullptr;
 }
 
 Janela findWindow(QStringView titulo, bool parcial)
 {
-    const Display *screen = display();
+    Display *screen = display();
     if (!screen)
         return 0;
     const QString wanted = withShortDashes(titulo.toString());
