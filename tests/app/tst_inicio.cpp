@@ -43,11 +43,9 @@ private slots:
     void levelsNameTheWindow();
     void aLevelWithoutBlocksEndsTheProgram();
     void aNameWithoutDigitsIsFailure13();
-    void helpIsShownAndTheOtherSwitchesHold();
     void aRunningShellIsAskedAbout_data();
     void aRunningShellIsAskedAbout();
-    void theClassOfTheCommandLineIsGone();
-    void theListIsReadAtTheStart();
+    void whatTheStartLeaves();
 
 private:
     QString windows() const { return qEnvironmentVariable("QUOREL_WINDIR"); }
@@ -131,8 +129,6 @@ void TstInicio::levelsNameTheWindow_data()
     QTest::addColumn<QString>("titulo");
     QTest::newRow("no argument: F1 without a name") << u""_s << u"F1"_s << u"Série: "_s;
     QTest::newRow("I1") << u"/NIVEL:I1"_s << u"I1"_s << u"Série: Infantil I"_s;
-    QTest::newRow("the last one wins, unknown switches pass")
-        << u"/X:1 /NIVEL:F1 /NIVEL:I1"_s << u"I1"_s << u"Série: Infantil I"_s;
 }
 
 void TstInicio::levelsNameTheWindow()
@@ -168,15 +164,6 @@ void TstInicio::aNameWithoutDigitsIsFailure13()
     }
 }
 
-void TstInicio::helpIsShownAndTheOtherSwitchesHold()
-{
-    expect({Resposta::Ok});
-    Janelas janelas;
-    QCOMPARE(ended(u"/? /NIVEL:I1"_s, janelas), -1);
-    QCOMPARE(mBoxes->shown().front().titulo, u"PARÂMETROS DA LINHA DE COMANDO"_s);
-    QCOMPARE(gNivel, u"I1"_s);
-}
-
 void TstInicio::aRunningShellIsAskedAbout_data()
 {
     QTest::addColumn<Resposta>("resposta");
@@ -201,18 +188,12 @@ void TstInicio::aRunningShellIsAskedAbout()
     QCOMPARE(janelas.principal().isVisible(), goesOn);
 }
 
-void TstInicio::theClassOfTheCommandLineIsGone()
-{
-    Janelas janelas;
-    QCOMPARE(ended(u"/NIVEL:F1 /CLASSE:3"_s, janelas), -1);
-    QCOMPARE(gClasse, 9999);
-}
-
-void TstInicio::theListIsReadAtTheStart()
+void TstInicio::whatTheStartLeaves()
 {
     escreve(windows() + u"/QUOREL2001/RotSelec.cfg"_s, "12\r\n");
     Janelas janelas;
-    QCOMPARE(ended(u"/NIVEL:F1"_s, janelas), -1);
+    QCOMPARE(ended(u"/NIVEL:F1 /CLASSE:3"_s, janelas), -1);
+    QCOMPARE(gClasse, 9999); // the command line's has done its work
     QCOMPARE(gRotSelec, u"12\r\n"_s);
 }
 

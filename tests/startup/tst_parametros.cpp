@@ -22,13 +22,11 @@ private slots:
     void levels_data();
     void levels();
     void switches();
-    void classNumbers();
     void helpIsShownAndTheStartGoesOn();
     void configurationOfTheCommandLine();
     void defaultConfigurationIsWritten();
     void defaultConfigurationKeepsTheNamedRegister();
     void withoutInstallation();
-    void hugeCommandLine();
 
 private:
     QString at(const QString &rest) const { return barras(mDir->path()) + rest; }
@@ -60,6 +58,8 @@ void TstParametros::levels_data()
     QTest::newRow("another code keeps the name before") << u"/NIVEL:F2 /NIVEL:X9"_s << u"X9"_s << u"Fundamental II"_s;
     QTest::newRow("empty value") << u"/NIVEL:"_s << u"F1"_s << u""_s;
     QTest::newRow("no colon") << u"/NIVEL"_s << u"F1"_s << u""_s;
+    QTest::newRow("behind a million characters")
+        << u"/x y z "_s.repeated(200000) + u"/NIVEL:F2"_s << u"F2"_s << u"Fundamental II"_s;
     QTest::newRow("more switches than words: the rest is unread") << u"/ESC/ESC/NIVEL:F2"_s << u"F1"_s << u""_s;
 }
 
@@ -86,19 +86,9 @@ void TstParametros::switches()
     LeParametros(u"/NOMECLASSE:\"A:B\""_s);
     QVERIFY(!gEscolas);
     QCOMPARE(gNomeClasse, u"\"A:B\""_s);
-}
-
-void TstParametros::classNumbers()
-{
     LeParametros(u"/CLASSE:abc"_s);
     QCOMPARE(gClasse, 0);
-    int failure = 0;
-    try {
-        LeParametros(u"/CLASSE:99999999999"_s);
-    } catch (const ErroExecucao &falha) {
-        failure = falha.numero();
-    }
-    QCOMPARE(failure, int(kFalhaEstouro));
+    QVERIFY_EXCEPTION_THROWN(LeParametros(u"/CLASSE:99999999999"_s), ErroExecucao);
 }
 
 void TstParametros::helpIsShownAndTheStartGoesOn()
@@ -174,12 +164,6 @@ void TstParametros::withoutInstallation()
     LeParametros(QString());
     QCOMPARE(boxes.last().texto, u"Arquivo de configuração vazio ou Unidade não respondendo !"_s);
     QCOMPARE(gNivel, u"F1"_s);
-}
-
-void TstParametros::hugeCommandLine()
-{
-    LeParametros(u"/x y z "_s.repeated(200000) + u"/NIVEL:F2"_s);
-    QCOMPARE(gNivel, u"F2"_s);
 }
 
 QTEST_MAIN(TstParametros)

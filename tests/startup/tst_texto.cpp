@@ -297,7 +297,6 @@ void TstTexto::desktop()
     QCOMPARE(gSistema.ProcuraJanela(u"Quadrinhos -"_s, 2, true), handle);
     QCOMPARE(gSistema.ProcuraJanela(u"Quadrinhos -"_s, 2, false), Janela(0));
     QCOMPARE(gSistema.ProcuraJanela(u"Quadrinhos - O cão"_s, 0, false), handle);
-    QCOMPARE(gSistema.ProcuraJanela(u"QUADRINHOS -"_s, 2, true), Janela(0));
     int waited = 0;
     costuras().pause = [&](int milliseconds) { waited = milliseconds; };
     gSistema.Pausa(999.6F);
