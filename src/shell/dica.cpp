@@ -27,7 +27,6 @@ Dica::Dica(const Lugar &frame, const Lugar &box, QWidget *parent)
     mTxtInf->setUndoRedoEnabled(false);
     mTxtInf->setFocusPolicy(Qt::NoFocus);
     mTxtInf->setFrameShape(QFrame::NoFrame);
-    mTxtInf->setFont(fonte(Tipo::CourierNew, kPontos));
     mTxtInf->setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     mTxtInf->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     mTxtInf->document()->setDocumentMargin(0);
@@ -41,6 +40,7 @@ Dica::Dica(const Lugar &frame, const Lugar &box, QWidget *parent)
 
 void Dica::setTexto(const QString &texto)
 {
+    mTxtInf->setFont(fonte(Tipo::CourierNew, kPontos)); // here, since a typeface costs the start some milliseconds
     mTexto = texto;
     mTxtInf->setPlainText(texto);
 }

@@ -46,7 +46,7 @@ void fAux::buildLayout()
     QPalette paleta = palette();
     paleta.setColor(QPalette::Window, QColor::fromRgb(kLaranjaPalido));
     setPalette(paleta);
-    setFundo(figura(u"fundo_painel"_s));
+    setFundo(u"fundo_painel"_s);
     setWindowTitle(u" "_s); // no caption; Qt would put the program's name in the place of an empty one
     buildAlunos();
     buildMeses();

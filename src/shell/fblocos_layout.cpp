@@ -34,7 +34,7 @@ static constexpr Lugar kTxtInf{120, 120, 4155, 315};
 
 void fBlocos::buildLayout()
 {
-    setFundo(figura(u"fundo_blocos"_s));
+    setFundo(u"fundo_blocos"_s);
     mLblTitulo = novoTitulo(kLblTitulo, u"Roteiros de Português"_s, QString(), this);
     buildBotoes();
     buildJogos();

@@ -36,7 +36,7 @@ static constexpr Lugar kTxtInf{60, 120, 3315, 315};
 void fPrincip::buildLayout()
 {
     setFont(fonte(Tipo::Arial, kPontosTitulo));
-    setFundo(figura(u"fundo_principal"_s));
+    setFundo(u"fundo_principal"_s);
     setWindowTitle(u"Blocos de Roteiros do Sistema Quorel"_s);
     novoTitulo(kLblTitulo, u"Disciplinas"_s, u"Disciplinas"_s, this);
     novoTitulo(kLblMes, QString(), u"Mês"_s, this);

@@ -19,7 +19,6 @@ JanelaBase::JanelaBase(JanelaAtiva &ativa, const QString &nome, const Lugar &cli
     setObjectName(nome);
     setPalette(paletaPropria());
     setFont(fonte(Tipo::Sistema, kPontosDoSistema));
-    setWindowIcon(iconeDoPrograma());
     setMouseTracking(true);
     setCliente(cliente);
 }
@@ -127,6 +126,10 @@ void JanelaBase::closeEvent(QCloseEvent *event)
 
 void JanelaBase::paintEvent(QPaintEvent *)
 {
+    if (mNomeFundo.isEmpty())
+        return;
+    if (mFundo.isNull())
+        mFundo = figura(mNomeFundo);
     QPainter painter(this);
     painter.drawPixmap(0, 0, mFundo);
 }

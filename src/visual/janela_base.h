@@ -47,7 +47,8 @@ protected:
 
     void vaiPara(double left, double top); ///< moves the window, frame included; twips
     void setCliente(const Lugar &cliente);
-    void setFundo(const QPixmap &fundo) { mFundo = fundo; }
+    /// The picture behind the controls; read when the window is first painted. @param nome  see figura()
+    void setFundo(const QString &nome) { mNomeFundo = nome; }
     bool isBare(const QPoint &pos) const; ///< whether no control of the window lies there
 
     bool event(QEvent *event) override;
@@ -60,7 +61,8 @@ private:
 
     JanelaAtiva &mAtiva;
     Lugar mCliente;
-    QPixmap mFundo;
+    QString mNomeFundo;
+    QPixmap mFundo; ///< null until it is painted
     bool mLoaded = false;
     QMargins mFrame; ///< frame, as far as it is known
     QPoint mAsked; ///< place asked for, the frame's corner
