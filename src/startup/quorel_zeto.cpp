@@ -11,7 +11,6 @@
 #include "startup/texto_util.h"
 
 #include <QCoreApplication>
-#include <QFileInfo>
 
 namespace quorel {
 
@@ -20,12 +19,6 @@ using namespace Qt::StringLiterals;
 static void tellFailure(const QString &texto)
 {
     caixa({.texto = texto, .icone = Icone::Critico});
-}
-
-static bool isPlainFile(const QString &path)
-{
-    const QString native = nativePath(path);
-    return !native.isEmpty() && QFileInfo(native).isFile();
 }
 
 /// The configuration file that a path of any kind means.
@@ -39,7 +32,8 @@ static QString configurationFile(const QString &path)
     constexpr qsizetype kDriveRoot = 3; // "c:\"
     if ((path.size() == kDriveRoot && path.contains(u":\\"_s)) || driveRoots(kOpticalDrive).contains(path))
         return path + name;
-    return isPlainFile(path) ? path : path + u'\\' + name;
+    const bool isFile = !path.endsWith(u'\\') && gTexto.ArquivoExiste(path);
+    return isFile ? path : path + u'\\' + name;
 }
 
 void Quorel_Zeto::Init(const QString &Caminho, const QString &NomeCadastro)

@@ -42,10 +42,11 @@ bool TextoUtil::ArquivoExiste(const QString &Caminho) const
 
 QString TextoUtil::ArquivoTemporario(const QString &Prefixo) const
 {
-    const QString pattern = nativePath(temporaryDirectory() + u'\\' + Prefixo);
+    // The whole pattern is made native: a prefix by itself would take the spelling of a file named so.
+    const QString pattern = nativePath(temporaryDirectory() + u'\\' + Prefixo + u"XXXXXX.TMP"_s);
     if (pattern.isEmpty())
         return {};
-    QTemporaryFile file(pattern + u"XXXXXX.TMP"_s);
+    QTemporaryFile file(pattern);
     file.setAutoRemove(false);
     return file.open() ? backslashPath(file.fileName()) : QString();
 }

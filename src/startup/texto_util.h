@@ -40,12 +40,12 @@ public:
     QString ArquivoTemporario(const QString &Prefixo) const;
 
     /// Writes a text in code page 1252 over whatever the file held: wholly or, when the disc is full or the file
-    /// can't be written, not at all.
+    /// can't be written, not at all. `Modo` changes nothing.
     void GravaArquivo(const QString &Caminho, const QString &Texto, int Modo, int = 0) const;
 
     /// Starts the program of a command line: the longest beginning that ends at a blank or at the end and names a file
     /// (quotes around it allowed); the rest goes to it as it stands.
-    /// @param Espera  return only when the program can take messages @return not 0 when it was started
+    /// @param Espera  return only when it can take messages @return not 0 when it was started. The rest changes nothing.
     int Executa(const QString &Comando, int EstiloJanela, bool Espera, const QString &Diretorio) const;
 
     /// The fields of a list in ascending order of their character codes, joined by another separator.

@@ -227,6 +227,9 @@ void TstTexto::temporaryFiles()
     QVERIFY(gTexto.ArquivoExiste(one) && gTexto.ArquivoExiste(two));
     QCOMPARE(gTexto.ArquivoTemporario(u"no\\such\\"_s), QString());
     QCOMPARE(gTexto.ArquivoTemporario(u"\0"_s), QString());
+    escreve(QDir::tempPath() + u"/quorel"_s, "spelled in lower case");
+    const QString prefixed = gTexto.ArquivoTemporario(u"QUOREL"_s);
+    QVERIFY(prefixed.sliced(prefixed.lastIndexOf(u'\\')).startsWith(u"\\QUOREL"_s));
 }
 
 void TstTexto::commands_data()
