@@ -86,10 +86,12 @@ static void readTexts(const QString &caminho, CabecaBloco &cabeca)
     if (!file.open(QIODevice::ReadOnly))
         return;
     QByteArray bytes;
+    QByteArray pedaco;
     do {
-        const qsizetype step = qMax(kPedaco, bytes.size()); // doubled, so that searching again stays in proportion
-        bytes += file.read(step);
-    } while (!file.atEnd() && !(holdsBoth(bytes, "<OBJ>", "</OBJ>") && holdsBoth(bytes, "<TM>", "</TM>")));
+        pedaco = file.read(qMax(kPedaco, bytes.size())); // doubled, so that searching again stays in proportion
+        bytes += pedaco;
+        // An empty piece is the end, also of a file that announces more bytes than it gives, as bad discs do.
+    } while (!pedaco.isEmpty() && !(holdsBoth(bytes, "<OBJ>", "</OBJ>") && holdsBoth(bytes, "<TM>", "</TM>")));
     cabeca.objetivo = textoEntre(bytes, "<OBJ>", "</OBJ>");
     cabeca.tema = textoEntre(bytes, "<TM>", "</TM>");
 }

@@ -30,6 +30,7 @@ private slots:
     void groupZeroUsesTheTemplate();
     void headOfAFile_data();
     void headOfAFile();
+    void aFileThatGivesLessThanItAnnounces();
     void aNameWithoutTwoDigitsIsAFailure_data();
     void aNameWithoutTwoDigitsIsAFailure();
     void aLevelWithoutFilesEndsTheProgram();
@@ -169,6 +170,18 @@ void TstCatalogo::headOfAFile()
     QTEST(cabeca.disciplina, "disciplina");
     QTEST(cabeca.objetivo, "objetivo");
     QTEST(cabeca.tema, "tema");
+}
+
+void TstCatalogo::aFileThatGivesLessThanItAnnounces()
+{
+    const QString file = u"/sys/devices/system/cpu/online"_s; // one page long by its size, a few bytes when read
+    QVERIFY(QFileInfo(file).size() > 100);
+    writeBloco(u"0105MAF1.edb"_s, "<TM>t</TM>");
+    const QString bloco = mDir->filePath(u"DB/F1/0105CIF1.edb"_s);
+    QVERIFY(QFile::link(file, bloco));
+    const CabecaBloco cabeca = leCabeca(u"0105CIF1.edb"_s, u"F1"_s, barras(bloco));
+    QCOMPARE(cabeca.disciplina, u"Ciências"_s);
+    QCOMPARE(cabeca.tema, QString());
 }
 
 void TstCatalogo::aNameWithoutTwoDigitsIsAFailure_data()
