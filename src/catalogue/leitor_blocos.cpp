@@ -238,13 +238,10 @@ QString Leitor::text(const Trecho &trecho)
 void Leitor::readHead(const Trecho &secao, RoteiroRec &roteiro)
 {
     roteiro.Nome = text(between(secao, mNomeRot, mFimLinha));
-    // Kept: without a name the code is not read, so that nothing is logged under it.
-    if (!roteiro.Nome.isEmpty()) {
-        try {
-            roteiro.Cod = inteiro32(valorNumerico(text(between(secao, mCodRot, mFimLinha))));
-        } catch (const ErroExecucao &) { // too large
-            mEnded = true;
-        }
+    try {
+        roteiro.Cod = inteiro32(valorNumerico(text(between(secao, mCodRot, mFimLinha))));
+    } catch (const ErroExecucao &) { // too large
+        mEnded = true;
     }
     // Kept: compared exactly; with a blank behind the "=" it is an ordinary Roteiro.
     if (!mEnded && roteiro.Nome != "CALC"_L1)

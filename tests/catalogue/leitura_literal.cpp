@@ -50,12 +50,10 @@ static AulaRec aula(const QByteArray &u)
 static bool cabeca(const QByteArray &t, RoteiroRec &r)
 {
     r.Nome = campo(t, "NomeRot =");
-    if (!r.Nome.isEmpty()) {
-        const double cod = valorNumerico(campo(t, "CODROT:"));
-        if (cod > 2147483647.0 || cod < -2147483648.0)
-            return false;
-        r.Cod = inteiro32(cod);
-    }
+    const double cod = valorNumerico(campo(t, "CODROT:"));
+    if (cod > 2147483647.0 || cod < -2147483648.0)
+        return false;
+    r.Cod = inteiro32(cod);
     if (r.Nome == QStringLiteral("CALC"))
         return true;
     r.Fig = campo(t, "FIG:");

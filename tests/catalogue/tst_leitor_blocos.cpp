@@ -62,8 +62,9 @@ void TstLeitorBlocos::readsRoteiro_data()
     QTest::newRow("CALC with a blank before it is an ordinary Roteiro")
         << QByteArray("NomeRot = CALC\r\nFIG:X\r\n") << " CALC" << 0 << "X"
         << " CALC - ";
-    QTest::newRow("without a name the code is not read") << QByteArray("CODROT:7\r\nFIG:X\r\n") << "" << 0 << "X"
-                                                         << " - ";
+    QTest::newRow("without a name the code is read all the same")
+        << QByteArray("CODROT:7\r\nFIG:X\r\n") << "" << 7 << "X"
+        << " - ";
     QTest::newRow("the code stops at the first character that is no digit")
         << QByteArray("NomeRot =A\r\nCODROT: 12a\r\n") << "A" << 12 << ""
         << "A - ";
