@@ -2,6 +2,7 @@
 
 #include "catalogue/catalogo.h"
 #include "catalogue/leitor_blocos.h"
+#include "catalogue/marcas.h"
 #include "catalogue/vistas.h"
 #include "platform/caminho.h"
 #include "platform/erro.h"
@@ -14,6 +15,7 @@
 
 #include <algorithm>
 #include <array>
+#include <optional>
 
 namespace quorel::blocos {
 
@@ -54,12 +56,12 @@ private:
     void aula(const LugarBloco &secao);
     void aulaType(const AulaRec &a, const LugarBloco &secao, const QString &qual);
     void html(const AulaRec &a, const LugarBloco &secao, const QString &qual);
-    bool calcHolds(const QString &codigo) const;
+    bool calcHolds(const QString &codigo);
 
     /// Whether a failure ended the reading before this Roteiro.
     bool isBehindStop(int i) const { return i > mBloco.lidos && mBloco.lidos < mBloco.roteiros.upperBound(); }
-    qint64 placeOfStop() const;
-    qint64 placeOf(const LugarBloco &secao, QByteArrayView marca) const;
+    qint64 placeOfStop();
+    qint64 placeOf(const LugarBloco &secao, ProximaMarca &marca) const;
     int lineOf(qint64 lugar);
     void add(qint64 lugar, const QString &texto) { mAchados.push_back({mArquivo.caminho, lineOf(lugar), texto}); }
 
@@ -73,6 +75,15 @@ private:
     std::vector<qint64> mLinhas; ///< places of the line feeds
     QSet<std::pair<int, int>> mOpened; ///< Roteiro and Aula of every marker
     QSet<QString> mCodigosCalc;
+    std::optional<QSet<double>> mCodigosDoUltimo; ///< of the Aulas of the last Roteiro, once they are asked for
+
+    // Sections of a damaged file may overlap: each marker is sought in one pass over the text for all of them.
+    std::string_view mVista{mTexto.constData(), std::size_t(mTexto.size())};
+    ProximaMarca mCodRot{mVista, "CODROT:"};
+    ProximaMarca mFig{mVista, "FIG:"};
+    ProximaMarca mSom{mVista, "SOM:"};
+    ProximaMarca mLinha{mVista, "Linha ="};
+    ProximaMarca mTipo{mVista, "Tipo = "};
 };
 
 int Exame::lineOf(qint64 lugar)
@@ -84,19 +95,18 @@ int Exame::lineOf(qint64 lugar)
     return 1 + int(std::lower_bound(mLinhas.begin(), mLinhas.end(), lugar) - mLinhas.begin());
 }
 
-qint64 Exame::placeOf(const LugarBloco &secao, QByteArrayView marca) const
+qint64 Exame::placeOf(const LugarBloco &secao, ProximaMarca &marca) const
 {
-    const QByteArrayView trecho = QByteArrayView(mTexto).sliced(secao.begin, secao.end - secao.begin);
-    const qsizetype at = trecho.indexOf(marca);
-    return at < 0 ? -1 : secao.begin + at;
+    const Lugar at = marca.find(Lugar(secao.begin));
+    return at == kNenhum || qint64(at) + marca.size() > secao.end ? -1 : qint64(at);
 }
 
-qint64 Exame::placeOfStop() const
+qint64 Exame::placeOfStop()
 {
     if (mPlanta.secoes.empty())
         return 0;
     const LugarBloco &last = mPlanta.secoes.back();
-    return qMax(last.begin, last.aula == 0 ? placeOf(last, "CODROT:") : -1);
+    return qMax(last.begin, last.aula == 0 ? placeOf(last, mCodRot) : -1);
 }
 
 std::vector<Achado> Exame::run()
@@ -207,9 +217,8 @@ void Exame::roteiro(int i, const LugarBloco &secao)
     if (r.Nome.trimmed() == "CALC"_L1)
         add(secao.begin, u"CALC com branco antes ou depois é um Roteiro comum"_s);
     if (r.Nome.isEmpty())
-        add(secao.begin, u"Roteiro %1 sem nome (NomeRot =): o seu código não é lido"_s.arg(i));
-    else
-        roteiroCode(i, secao);
+        add(secao.begin, u"Roteiro %1 sem nome (NomeRot =)"_s.arg(i));
+    roteiroCode(i, secao);
     if (i > kNumBotoes)
         add(secao.begin, u"Roteiro %1 não tem botão: a janela mostra %2"_s.arg(i).arg(kNumBotoes));
     if (mComArquivos)
@@ -219,7 +228,7 @@ void Exame::roteiro(int i, const LugarBloco &secao)
 void Exame::roteiroCode(int i, const LugarBloco &secao)
 {
     const int cod = mBloco.roteiros[i].Cod;
-    const qint64 lugar = qMax(secao.begin, placeOf(secao, "CODROT:"));
+    const qint64 lugar = qMax(secao.begin, placeOf(secao, mCodRot));
     if (cod == 0) {
         add(lugar, u"Roteiro %1 com código (CODROT:) ausente ou 0"_s.arg(i));
         return;
@@ -233,9 +242,9 @@ void Exame::roteiroCode(int i, const LugarBloco &secao)
 void Exame::media(const RoteiroRec &r, const LugarBloco &secao)
 {
     if (!r.Fig.isEmpty() && gConfig.N_Fig(r.Fig).isEmpty())
-        add(placeOf(secao, "FIG:"), u"figura não encontrada: %1"_s.arg(r.Fig));
+        add(placeOf(secao, mFig), u"figura não encontrada: %1"_s.arg(r.Fig));
     if (!r.Som.isEmpty() && gConfig.N_Som(r.Som).isEmpty())
-        add(placeOf(secao, "SOM:"), u"som não encontrado: %1"_s.arg(r.Som));
+        add(placeOf(secao, mSom), u"som não encontrado: %1"_s.arg(r.Som));
 }
 
 void Exame::aula(const LugarBloco &secao)
@@ -244,37 +253,38 @@ void Exame::aula(const LugarBloco &secao)
     const AulaRec &a = r.Aulas[secao.aula];
     const QString qual = nameOf(secao);
     if (a.Linha.isEmpty()) {
-        const qint64 lugar = placeOf(secao, "Linha =");
+        const qint64 lugar = placeOf(secao, mLinha);
         add(qMax(secao.begin, lugar),
             lugar < 0 ? qual + u" sem Linha"_s
                       : qual + u": a Linha está vazia ou nunca acaba (falta CR LF TAB e \"Tipo = \")"_s);
     } else if (a.Tipo == "Calc"_L1 && a.Linha.size() < kMinimoDeAula) {
         if (!calcHolds(a.Linha))
-            add(placeOf(secao, "Linha ="), qual + u": o último Roteiro não tem a Aula de código %1"_s.arg(a.Linha));
+            add(placeOf(secao, mLinha), qual + u": o último Roteiro não tem a Aula de código %1"_s.arg(a.Linha));
     } else if (a.Cod == "0"_L1) {
-        add(placeOf(secao, "Linha ="), qual + u" com código ausente ou 0 no começo da Linha"_s);
+        add(placeOf(secao, mLinha), qual + u" com código ausente ou 0 no começo da Linha"_s);
     } else if (r.Nome == "CALC"_L1) {
         if (mCodigosCalc.contains(a.Cod))
-            add(placeOf(secao, "Linha ="), qual + u": código %1 já usado em CALC, só vale o primeiro"_s.arg(a.Cod));
+            add(placeOf(secao, mLinha), qual + u": código %1 já usado em CALC, só vale o primeiro"_s.arg(a.Cod));
         mCodigosCalc.insert(a.Cod);
     }
     aulaType(a, secao, qual);
 }
 
 /// Whether the last Roteiro, where the launcher looks a calculator's code up, has an Aula of that code.
-bool Exame::calcHolds(const QString &codigo) const
+bool Exame::calcHolds(const QString &codigo)
 {
-    const Vetor<AulaRec> &aulas = mBloco.roteiros[mBloco.roteiros.upperBound()].Aulas;
-    for (int j = 1; aulas.isDimensioned() && j <= aulas.upperBound(); ++j) {
-        if (valorNumerico(aulas[j].Cod) == valorNumerico(codigo))
-            return true;
+    if (!mCodigosDoUltimo) {
+        mCodigosDoUltimo.emplace();
+        const Vetor<AulaRec> &aulas = mBloco.roteiros[mBloco.roteiros.upperBound()].Aulas;
+        for (int j = 1; aulas.isDimensioned() && j <= aulas.upperBound(); ++j)
+            mCodigosDoUltimo->insert(valorNumerico(aulas[j].Cod));
     }
-    return false;
+    return mCodigosDoUltimo->contains(valorNumerico(codigo));
 }
 
 void Exame::aulaType(const AulaRec &a, const LugarBloco &secao, const QString &qual)
 {
-    const qint64 lugar = placeOf(secao, "Tipo = ");
+    const qint64 lugar = placeOf(secao, mTipo);
     if (lugar < 0)
         add(secao.begin, qual + u" sem Tipo"_s);
     else if (a.Tipo.isEmpty())
@@ -297,7 +307,7 @@ void Exame::html(const AulaRec &a, const LugarBloco &secao, const QString &qual)
     for (const QString &base : bases) {
         const QString caminho = base + u"\\Arqs\\"_s + nome;
         if (nome.isEmpty() || !gTexto.ArquivoExiste(caminho)) {
-            add(placeOf(secao, "Linha ="), qual + u": arquivo da aula HTML não encontrado: "_s + nativePath(caminho));
+            add(placeOf(secao, mLinha), qual + u": arquivo da aula HTML não encontrado: "_s + nativePath(caminho));
             return;
         }
     }

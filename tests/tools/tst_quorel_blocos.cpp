@@ -222,6 +222,18 @@ void TstQuorelBlocos::hostileFiles_data()
     QTest::newRow("cut in a marker") << kCerto.left(kCerto.indexOf("[<1>1]") + 5);
     QTest::newRow("NULs") << QByteArray(1 << 20, '\0');
     QTest::newRow("openings without end") << QByteArray("[ROT<1>][<1>1]\r\n").repeated(20000);
+    constexpr int kMany = 60000; // a search for each of them through the rest of the text would not come to its end
+    QByteArray backwards = "[ROT<1>]\r\n" + kCabeca;
+    QByteArray codes = "[ROT<1>]\r\n" + kCabeca;
+    QByteArray calc = "[ROT<2>]\r\nNomeRot =CALC\r\n";
+    for (int j = 1; j <= kMany; ++j) {
+        const QByteArray n = QByteArray::number(j);
+        backwards += "[<1>" + QByteArray::number(kMany + 1 - j) + "]\r\nNome =a\r\nLinha =x\r\n";
+        codes += "[<1>" + n + "]\r\nLinha =7\r\n\tTipo = Calc\t\r\n";
+        calc += "[<2>" + n + "]\r\nLinha =(1)1" + n + "<SP\xC7>\r\n\tTipo = Zeto\t\r\n";
+    }
+    QTest::newRow("sections in each other, none with a Tipo") << backwards;
+    QTest::newRow("as many codes of the calculator as lessons") << codes + calc;
 }
 
 void TstQuorelBlocos::hostileFiles()
