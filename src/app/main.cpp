@@ -2,7 +2,6 @@
 
 #include "app/programa.h"
 #include "platform/aplicacao.h"
-#include "platform/erro.h"
 #include "visual/aparencia.h"
 
 using namespace quorel;
@@ -11,13 +10,12 @@ int main(int argc, char **argv)
 {
     const QString linhaDeComando = rawCommandLine(argc, argv);
     Aplicacao app(argc, argv);
-    QApplication::setQuitOnLastWindowClosed(false);
     vesteAplicacao();
     try {
         Programa programa;
         iniciaPrograma(linhaDeComando, programa.janelas());
         return QApplication::exec();
-    } catch (const ErroExecucao &falha) {
+    } catch (const std::exception &falha) {
         encerraPorFalha(falha);
     }
 }

@@ -4,7 +4,6 @@
 #include "lessons/endereco_blocos.h"
 #include "lessons/mensagens.h"
 #include "platform/aplicacao.h"
-#include "platform/erro.h"
 
 namespace quorel {
 
@@ -40,7 +39,7 @@ qintptr ProcJanela(Janela janela, quint32 mensagem, quintptr wParam, qintptr lPa
             RecebeMensagem(lParam);
         const WindowProc anterior = gProcAnterior;
         return callWindowProc(anterior, janela, mensagem, wParam, lParam);
-    } catch (const ErroExecucao &falha) {
+    } catch (const std::exception &falha) {
         encerraPorFalha(falha);
     }
 }

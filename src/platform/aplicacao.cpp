@@ -8,18 +8,32 @@
 #include <QScopedValueRollback>
 
 #include <exception>
+#include <new>
 
 namespace quorel {
 
 using namespace Qt::StringLiterals;
 
-void encerraPorFalha(const ErroExecucao &falha)
+static ErroExecucao asRunTimeFailure(const std::exception &falha)
+{
+    constexpr int kOutOfMemory = 7;
+    constexpr int kInternal = 51;
+    if (const auto *own = dynamic_cast<const ErroExecucao *>(&falha))
+        return {own->numero(), own->descricao()};
+    if (dynamic_cast<const std::bad_alloc *>(&falha))
+        return {kOutOfMemory, u"Memória insuficiente"_s};
+    return {kInternal, u"Erro interno: "_s + QString::fromUtf8(falha.what())};
+}
+
+void encerraPorFalha(const std::exception &falha)
 {
     static bool shown = false; // the box serves events, and one of them may fail again
     const bool again = shown;
     const QScopedValueRollback keep(shown, true);
-    if (!again)
-        caixa({.texto = QString::number(falha.numero()) + u' ' + falha.descricao(), .icone = Icone::Critico});
+    if (!again) {
+        const ErroExecucao known = asRunTimeFailure(falha);
+        caixa({.texto = QString::number(known.numero()) + u' ' + known.descricao(), .icone = Icone::Critico});
+    }
     encerraPrograma(1);
 }
 
@@ -37,16 +51,10 @@ Aplicacao::Aplicacao(int &argc, char **argv) : QApplication(prepared(argc), argv
 
 bool Aplicacao::notify(QObject *receiver, QEvent *event)
 {
-    constexpr int kOutOfMemory = 7;
-    constexpr int kInternal = 51;
     try {
         return QApplication::notify(receiver, event);
-    } catch (const ErroExecucao &falha) {
+    } catch (const std::exception &falha) {
         encerraPorFalha(falha);
-    } catch (const std::bad_alloc &) {
-        encerraPorFalha(ErroExecucao(kOutOfMemory, u"Memória insuficiente"_s));
-    } catch (const std::exception &failure) {
-        encerraPorFalha(ErroExecucao(kInternal, u"Erro interno: "_s + QString::fromUtf8(failure.what())));
     }
 }
 

@@ -2,6 +2,8 @@
 
 #include <QApplication>
 
+#include <exception>
+
 namespace quorel {
 
 /// The command line as one text, without the program's name, quotes kept. On Linux the arguments joined by one blank,
@@ -11,8 +13,9 @@ QString rawCommandLine(int argc, char **argv);
 /// The words of the command line, the program's own name first, as the system cuts them. Before the QApplication, too.
 QStringList commandLineWords(int argc, char **argv);
 
-/// Shows "number blank description" of a run-time failure once, in a box, and ends the program.
-[[noreturn]] void encerraPorFalha(const class ErroExecucao &falha);
+/// Shows a failure that nobody caught once, in a box, and ends the program: number, blank and description of a run-time
+/// failure; memory that ran out and what else the library throws have numbers of their own.
+[[noreturn]] void encerraPorFalha(const std::exception &falha);
 
 /// The application object: a run-time failure that nobody caught never crosses an event; it is shown once and ends the
 /// program, at whatever depth of loop.
