@@ -5,8 +5,8 @@
 #include <QThread>
 #include <QTimer>
 
+#include <algorithm>
 #include <chrono>
-#include <cstdio>
 #include <cstdlib>
 
 namespace quorel {
@@ -25,8 +25,7 @@ static void pauseNow(int milliseconds)
 
 static void endProcessNow(int exitCode)
 {
-    std::fflush(nullptr);
-    std::_Exit(exitCode);
+    std::_Exit(exitCode); // encerraPrograma() has flushed
 }
 
 static Costuras realOnes()

@@ -1,17 +1,13 @@
 #include "shell/blocos_do_mes.h"
 
+#include "catalogue/catalogo.h"
 #include "platform/codec.h"
 
 namespace quorel {
 
-using namespace Qt::StringLiterals;
-
 QString ImgDisc(int indice)
 {
-    static const std::array<QString, 11> nomes{QString(), u"Avaliação"_s, u"Ciências"_s,
-        u"Desenvolvimento Sensório Motor"_s, u"Divertimentos"_s, u"Educação Artística"_s, u"Estudos Sociais"_s,
-        u"Geografia"_s, u"História"_s, u"Matemática"_s, u"Português"_s};
-    return indice > 0 && indice < int(nomes.size()) ? nomes[std::size_t(indice)] : QString();
+    return NomeDisciplina(QString::number(indice));
 }
 
 static int blocoDa(const QString &disciplina)
