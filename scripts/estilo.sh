@@ -1,9 +1,13 @@
 #!/bin/bash
 # The house's rules that a machine can check: format, sizes, no system #if outside platform, no delete.
-# --tidy runs clang-tidy too, over build/debug (slow).
+# scripts/estilo.sh                  every commit; seconds, and silent when all is well
+# scripts/estilo.sh --tidy           clang-tidy too, over all of src/, two files at a time: about ten minutes, so it is no
+#                                    part of the tests; needs build/debug built (cmake --preset debug, and its headers)
+# scripts/estilo.sh --tidy ARQUIVO…  the same over some files only
 set -euo pipefail
 cd "$(dirname "$0")/.."
 falhas=0
+alvos=()
 falha() { echo "estilo: $*" >&2; falhas=1; }
 
 mapfile -t fontes < <(git ls-files -co --exclude-standard -- 'src/*.cpp' 'src/*.h' 'tests/*.cpp' 'tests/*.h' 'bench/*.cpp' 'bench/*.h')
@@ -24,7 +28,9 @@ if grep -nE '\bdelete +[a-zA-Z_]|\bdelete\[\]' -- "${fontes[@]}" | grep -v '= de
 fi
 
 if [ "${1:-}" = --tidy ]; then
-    printf '%s\n' "${fontes[@]}" | grep '\.cpp$' | grep '^src/' |
-        xargs -P "$(nproc)" -n 4 clang-tidy -p build/debug --quiet || falha "clang-tidy"
+    shift
+    (($#)) || mapfile -t alvos < <(sed -n "s|.*\"file\": \"$PWD/\(src/[^\"]*\)\".*|\1|p" build/debug/compile_commands.json)
+    printf '%s\n' "$@" "${alvos[@]}" | grep . |
+        xargs -P 2 -n 1 clang-tidy -p build/debug --quiet 2> >(grep -v 'warnings generated' >&2) || falha "clang-tidy"
 fi
 exit $falhas

@@ -78,7 +78,7 @@ static QByteArray spellingIn(const QByteArray &directory, const QByteArray &pref
     const auto cached = cache.constFind(directory);
     if (cached != cache.constEnd() && cached->device == info.st_dev && cached->inode == info.st_ino
         && cached->modified == modificationOf(info)) {
-        const QByteArray found = cached->names.value(wanted);
+        QByteArray found = cached->names.value(wanted);
         if (!found.isEmpty() && exists(prefix + found))
             return found;
         if (found.isEmpty() && cached->readAt - cached->modified > kSureAfter)

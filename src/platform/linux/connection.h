@@ -12,7 +12,7 @@
 namespace quorel::bus {
 
 /// Room for the largest frame and the beginnings of others; fresh memory costs only where it is touched.
-inline constexpr std::size_t kBufferBytes = kLargestFrame + 64 * 1024;
+inline constexpr std::size_t kBufferBytes = kLargestFrame + (std::size_t(64) << 10);
 
 /// Buffers that were used once are used again: fresh memory is the dearest part of a large message.
 class BufferPool final
