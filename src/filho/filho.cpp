@@ -41,7 +41,8 @@ qintptr Filho::procedure(Janela janela, quint32 message, quintptr wParam, qintpt
 {
     if (message != kCopyData || lParam == 0)
         return callWindowProc(mAnterior, janela, message, wParam, lParam);
-    const CopyData &dados = *reinterpret_cast<const CopyData *>(lParam);
+    // The address comes as a number: that is what a window procedure is given.
+    const CopyData &dados = *reinterpret_cast<const CopyData *>(lParam); // NOLINT(performance-no-int-to-ptr)
     const auto code = quint32(dados.code);
     mRemetente = wParam;
     if (code == MSG_AULA)

@@ -36,7 +36,8 @@ std::optional<bool> holds(Condition &&condition)
 
 void readMessage(qintptr lParam)
 {
-    const auto &dados = *reinterpret_cast<const CopyData *>(lParam);
+    // The address comes as a number: that is what a window procedure is given.
+    const auto &dados = *reinterpret_cast<const CopyData *>(lParam); // NOLINT(performance-no-int-to-ptr)
     gMensagem.Codigo = qint32(quint32(dados.code));
     gMensagem.Tamanho = qint32(dados.size);
     gMensagem.Endereco = dados.bytes;

@@ -130,7 +130,8 @@ void Cartao::paintMark(QPainter &painter) const
     if (mMarca == Marca::Nenhuma)
         return;
     const int y = mFigura.isNull() ? (height() - kMarcaLado) / 2 : kMargem;
-    pintaMarca(painter, mMarca == Marca::Certa, QRectF(width() - kMargem / 2 - kMarcaLado, y, kMarcaLado, kMarcaLado));
+    const int x = width() - kMargem / 2 - kMarcaLado;
+    pintaMarca(painter, mMarca == Marca::Certa, QRectF(x, y, kMarcaLado, kMarcaLado));
 }
 
 void Cartao::paintEvent(QPaintEvent *)

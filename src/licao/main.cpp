@@ -16,7 +16,7 @@ QString takeOption(QStringList &arguments, const QString &option)
     const qsizetype at = arguments.indexOf(option);
     if (at < 0 || at + 1 >= arguments.size())
         return {};
-    const QString value = arguments.takeAt(at + 1);
+    QString value = arguments.takeAt(at + 1);
     arguments.removeAt(at);
     return value;
 }
