@@ -20,7 +20,7 @@ QPointer<QProcess> &player()
 QString playerProgram()
 {
     for (const QLatin1String name : {QLatin1String("pw-play"), QLatin1String("paplay"), QLatin1String("aplay")}) {
-        const QString found = QStandardPaths::findExecutable(name);
+        QString found = QStandardPaths::findExecutable(name);
         if (!found.isEmpty())
             return found;
     }
