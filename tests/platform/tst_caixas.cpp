@@ -13,6 +13,7 @@
 #include <QTimer>
 
 #include <cstdio>
+#include <new>
 #include <stdexcept>
 
 using namespace quorel;
@@ -149,6 +150,8 @@ void TstCaixas::failuresAreShownOnceAndEndTheProgram_data()
     QTest::newRow("in an event") << u"event"_s << QByteArray("9 Índice fora dos limites\n");
     QTest::newRow("in a loop inside an event") << u"loop"_s << QByteArray("6 Estouro: número grande demais\n");
     QTest::newRow("again while the box stands") << u"again"_s << QByteArray("9 Índice fora dos limites\n");
+    QTest::newRow("memory") << u"memory"_s << QByteArray("7 Memória insuficiente\n");
+    QTest::newRow("memory, before the loop") << u"start"_s << QByteArray("7 Memória insuficiente\n");
     QTest::newRow("of the library") << u"std"_s << QByteArray("51 Erro interno: disco\n");
 }
 
@@ -190,9 +193,13 @@ static int failInAnEvent(int argc, char **argv)
         }
         return Resposta::Ok;
     };
+    if (kind == u"start"_s)
+        encerraPorFalha(std::bad_alloc());
     QTimer::singleShot(0, &app, [kind] {
         if (kind == u"std"_s)
             throw std::runtime_error("disco");
+        if (kind == u"memory"_s)
+            throw std::bad_alloc();
         if (kind != u"loop"_s)
             throw ErroExecucao(kFalhaIndice);
         QTimer::singleShot(0, qApp, [] { throw ErroExecucao(kFalhaEstouro); });
