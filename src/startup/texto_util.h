@@ -45,7 +45,7 @@ public:
 
     /// Starts the program of a command line: the longest beginning that ends at a blank or at the end and names a file
     /// (quotes around it allowed); the rest goes to it as it stands.
-    /// @param Espera  return only when it can take messages @return not 0 when it was started. The rest changes nothing.
+    /// @param Espera  return only when it can take messages; the rest is passed over @return not 0 when it was started
     int Executa(const QString &Comando, int EstiloJanela, bool Espera, const QString &Diretorio) const;
 
     /// The fields of a list in ascending order of their character codes, joined by another separator.
