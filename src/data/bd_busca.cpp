@@ -15,7 +15,7 @@ std::shared_ptr<RecordSet> BD::readySearch(QString &Criterio, const QVariant &Al
     if (Criterio.isEmpty())
         return nullptr;
     Criterio = upper1252(Criterio);
-    const auto set = resolved(Alias);
+    auto set = resolved(Alias);
     if (set->EOF_() && set->BOF())
         return nullptr;
     if (!set->EOF_() && !set->BOF() && set->EditMode() == kEdicaoEmCurso)

@@ -33,7 +33,7 @@ static QVariant chosenCode(RecordSet &set, const QVariant &selected, bool orSeco
     } else {
         set.setBookmark(selected);
     }
-    const QVariant code = firstField(set);
+    QVariant code = firstField(set);
     if (!orSecond || valorNumerico(variantText(code)) > 0)
         return code;
     const QVariant second = set.value(1);

@@ -24,7 +24,7 @@ static QString takeColumn(QStringView &rest)
         const qsizetype end = rest.indexOf(u']');
         if (end < 2)
             refuse();
-        const QString name = rest.sliced(1, end - 1).toString();
+        QString name = rest.sliced(1, end - 1).toString();
         rest = rest.sliced(end + 1);
         return name;
     }
@@ -33,7 +33,7 @@ static QString takeColumn(QStringView &rest)
         ++size;
     if (size == 0 || rest[0].isDigit())
         refuse();
-    const QString name = rest.first(size).toString();
+    QString name = rest.first(size).toString();
     rest = rest.sliced(size);
     return name;
 }
