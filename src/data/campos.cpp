@@ -43,6 +43,11 @@ static bool isDate(const QVariant &valor)
     return valor.typeId() == QMetaType::QDateTime || valor.typeId() == QMetaType::QDate;
 }
 
+static QDateTime dateOf(const QVariant &valor)
+{
+    return valor.typeId() == QMetaType::QDate ? wallClock(valor.toDate(), QTime(0, 0)) : valor.toDateTime();
+}
+
 static bool isNumber(const QVariant &valor)
 {
     const int type = valor.typeId();
@@ -70,7 +75,7 @@ QString variantText(const QVariant &valor)
     if (valor.typeId() == QMetaType::Bool)
         return valor.toBool() ? u"True"_s : u"False"_s;
     if (isDate(valor))
-        return dateText(valor.toDateTime());
+        return dateText(dateOf(valor));
     if (valor.typeId() == QMetaType::Double || valor.typeId() == QMetaType::Float)
         return numberText(valor.toDouble());
     return valor.toString();
@@ -123,11 +128,10 @@ static QVariant toDate(const QVariant &valor)
         const auto read = readDate(valor.toString());
         return read ? QVariant(*read) : (refuse(), QVariant());
     }
-    QDateTime date = valor.toDateTime();
+    const QDateTime date = dateOf(valor);
     if (!isDate(valor) || !date.isValid() || date.date().year() < kFirstYear || date.date().year() > kLastYear)
         refuse();
-    date.setTime(QTime(date.time().hour(), date.time().minute(), date.time().second()));
-    return date;
+    return wallClock(date.date(), date.time());
 }
 
 static QVariant toText(const QVariant &valor)
@@ -142,7 +146,7 @@ static QVariant toText(const QVariant &valor)
 
 static QVariant toVariant(const QVariant &valor)
 {
-    return isDate(valor) ? QVariant(storedDate(valor.toDateTime())) : valor;
+    return isDate(valor) ? QVariant(storedDate(dateOf(valor))) : valor;
 }
 
 QVariant convertedTo(TipoCampo tipo, const QVariant &valor)

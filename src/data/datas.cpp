@@ -14,6 +14,11 @@ static constexpr int kFirstYear = 100; ///< that a date column can hold
 
 static const QString kStoredForm = u"yyyy-MM-dd HH:mm:ss"_s;
 
+QDateTime wallClock(const QDate &data, const QTime &hora)
+{
+    return QDateTime(data, QTime(hora.hour(), hora.minute(), hora.second()), Qt::UTC);
+}
+
 QString dateText(const QDateTime &data)
 {
     if (!data.isValid())
@@ -42,7 +47,7 @@ std::optional<QDateTime> readDate(QStringView texto)
     const QTime time(match.capturedView(4).toInt(), match.capturedView(5).toInt(), match.capturedView(6).toInt());
     if (year < kFirstYear || !date.isValid() || !time.isValid())
         return std::nullopt;
-    return QDateTime(date, time);
+    return wallClock(date, time);
 }
 
 QString storedDate(const QDateTime &data)
@@ -52,7 +57,11 @@ QString storedDate(const QDateTime &data)
 
 std::optional<QDateTime> readStoredDate(QStringView texto)
 {
-    const QDateTime data = QDateTime::fromString(texto.toString(), kStoredForm);
+    static constexpr qsizetype kDatePart = 10; ///< characters of "yyyy-MM-dd"
+    if (texto.size() <= kDatePart)
+        return std::nullopt;
+    const QDateTime data = wallClock(QDate::fromString(texto.first(kDatePart).toString(), Qt::ISODate),
+        QTime::fromString(texto.sliced(kDatePart + 1).toString(), Qt::ISODate));
     if (!data.isValid() || storedDate(data) != texto)
         return std::nullopt;
     return data;

@@ -152,7 +152,7 @@ void Tradutor::dateLiteral()
         match.capturedView(3).toInt(), match.capturedView(1).toInt(), match.capturedView(2).toInt()); // month first
     if (!match.hasMatch() || !date.isValid())
         throw ErroBD(kErroSql, u"A data #%1# não existe."_s.arg(text));
-    mOut += u'\'' + storedDate(date.startOfDay()) + u'\'';
+    mOut += u'\'' + storedDate(wallClock(date, QTime(0, 0))) + u'\'';
 }
 
 void Tradutor::endTerm()
