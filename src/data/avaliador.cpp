@@ -7,6 +7,9 @@
 
 #include <QDateTime>
 
+#include <cmath>
+#include <optional>
+
 namespace quorel {
 
 int columnNumber(const std::vector<Coluna> &colunas, QStringView nome)
@@ -35,21 +38,34 @@ static QString columnForm(const Criterio &criterio, TipoCampo tipo)
     return storedDate(*date);
 }
 
+static std::optional<double> numberOf(const QString &text)
+{
+    bool isNumber = false;
+    const double number = text.toDouble(&isNumber);
+    return isNumber && std::isfinite(number) ? std::optional(number) : std::nullopt;
+}
+
+/// 1 or 0, as the store keeps them.
+static std::optional<double> booleanOf(const QString &text)
+{
+    try {
+        return convertedTo(TipoCampo::Logico, text).toBool() ? 1 : 0;
+    } catch (const ErroBD &) { // the caller tells it as a bad criterion
+        return std::nullopt;
+    }
+}
+
 Avaliador::Avaliador(const Criterio &criterio, const std::vector<Coluna> &colunas)
     : mColuna(columnNumber(colunas, criterio.coluna)), mTipo(colunas[static_cast<size_t>(mColuna)].tipo),
       mOperador(criterio.operador), mValor(columnForm(criterio, mTipo)), mProcurado(mValor)
 {
     if (like() || mTipo == TipoCampo::Texto || mTipo == TipoCampo::Memo || mTipo == TipoCampo::Data)
         return;
-    bool isNumber = false;
-    mNumero = mValor.toDouble(&isNumber);
-    if (mTipo == TipoCampo::Logico) {
-        mNumero = convertedTo(TipoCampo::Logico, mValor).toBool() ? 1 : 0;
-        isNumber = true;
-    }
-    if (!isNumber && mTipo != TipoCampo::Variante)
+    const std::optional<double> number = mTipo == TipoCampo::Logico ? booleanOf(mValor) : numberOf(mValor);
+    if (!number && mTipo != TipoCampo::Variante)
         throw ErroBD(kErroCriterio);
-    mPorNumero = isNumber;
+    mPorNumero = number.has_value();
+    mNumero = number.value_or(0);
 }
 
 bool Avaliador::holds(int order) const
