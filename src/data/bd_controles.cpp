@@ -60,8 +60,8 @@ void BD::Combo_Zera(QComboBox &Controle)
 
 QVariant BD::Combo_Cod(QComboBox &Controle, const QVariant &Alias)
 {
-    const QVariant selected = LigacaoCombo::of(Controle).selectedItem();
-    return chosenCode(*resolved(Alias), selected, false);
+    const auto set = setOf(Resolve_Alias(Alias, false));
+    return chosenCode(*set, LigacaoCombo::of(Controle).selectedItem(), false);
 }
 
 void BD::List_Set(QListView &Controle, const QVariant &Alias, QString &Campo)

@@ -8,6 +8,7 @@
 #include <QAbstractItemView>
 #include <QComboBox>
 #include <QCompleter>
+#include <QItemSelectionModel>
 #include <QLineEdit>
 #include <QSignalBlocker>
 
@@ -27,7 +28,7 @@ void ModeloRecordSet::setRecordSet(std::shared_ptr<RecordSet> set, const QString
         mSet->disconnect(this);
     mSet = std::move(set);
     mColuna = column;
-    connect(mSet.get(), &RecordSet::rowsChanged, this, &ModeloRecordSet::refill);
+    connect(mSet.get(), &RecordSet::rowsChanged, this, &ModeloRecordSet::stale);
     refill();
 }
 
@@ -44,7 +45,6 @@ void ModeloRecordSet::refill()
     beginResetModel();
     mMarcas = mSet ? mSet->visibleBookmarks() : std::vector<qint32>();
     endResetModel();
-    emit refilled();
 }
 
 QVariant ModeloRecordSet::bookmark(int row) const
@@ -127,41 +127,36 @@ LigacaoCombo::LigacaoCombo(QComboBox &combo) : QObject(&combo), mCombo(combo), m
     combo.setModel(mModelo);
     combo.setEditText(text);
     mTexto = text;
-    connect(mModelo, &QAbstractItemModel::modelReset, this, &LigacaoCombo::refresh);
+    connect(mModelo, &ModeloRecordSet::stale, this,
+        [this](bool renumeradas) { renew(renumeradas, [this] { mModelo->refill(); }); });
     connect(combo.lineEdit(), &QLineEdit::textChanged, this, &LigacaoCombo::resolve);
     connect(&combo, &QComboBox::activated, this, &LigacaoCombo::userChose);
 }
 
-/// The combo clears its text and takes the first row when its list changes; a data combo does not, and nobody hears.
-void LigacaoCombo::setList(std::shared_ptr<RecordSet> set, const QString &campo)
+// The combo clears its text and takes the first row when its list changes; a data combo does not, and nobody hears.
+void LigacaoCombo::renew(bool porTexto, const std::function<void()> &fill)
 {
     const QSignalBlocker quietCombo(&mCombo);
     const QSignalBlocker quietEdit(mCombo.lineEdit());
+    const QVariant chosen = porTexto ? noBookmark() : selectedItem();
     mTexto = mCombo.currentText();
-    mModelo->setRecordSet(std::move(set), campo);
-    refresh();
+    fill();
+    mEscolhido = mModelo->rowOf(chosen) >= 0 ? chosen : mModelo->bookmarkOf(mTexto);
+    mCombo.setCurrentIndex(mModelo->rowOf(mEscolhido));
+    mCombo.setEditText(mTexto);
+    mIndice = mCombo.currentIndex();
+}
+
+void LigacaoCombo::setList(std::shared_ptr<RecordSet> set, const QString &campo)
+{
+    renew(true, [&] { mModelo->setRecordSet(std::move(set), campo); });
 }
 
 void LigacaoCombo::clearList()
 {
-    {
-        const QSignalBlocker quietCombo(&mCombo);
-        const QSignalBlocker quietEdit(mCombo.lineEdit());
-        mModelo->clear();
-        mCombo.setEditText(mTexto);
-    }
+    renew(true, [this] { mModelo->clear(); });
     mCombo.clearEditText();
     resolve();
-}
-
-void LigacaoCombo::refresh()
-{
-    const QSignalBlocker quietCombo(&mCombo);
-    const QSignalBlocker quietEdit(mCombo.lineEdit());
-    mEscolhido = mModelo->bookmarkOf(mTexto);
-    mCombo.setCurrentIndex(mModelo->rowOf(mEscolhido));
-    mCombo.setEditText(mTexto);
-    mIndice = mCombo.currentIndex();
 }
 
 void LigacaoCombo::resolve()
@@ -198,23 +193,37 @@ LigacaoLista &LigacaoLista::of(QAbstractItemView &view)
 LigacaoLista::LigacaoLista(QAbstractItemView &view) : QObject(&view), mView(view), mModelo(new ModeloRecordSet(this))
 {
     view.setModel(mModelo);
-    connect(mModelo, &QAbstractItemModel::modelAboutToBeReset, this,
-        [this] { mTexto = mView.currentIndex().data().toString(); });
-    connect(mModelo, &ModeloRecordSet::refilled, this, [this] {
-        const int row = mModelo->rowOf(mModelo->bookmarkOf(mTexto));
-        if (row >= 0)
-            mView.setCurrentIndex(mModelo->index(row, 0));
-    });
+    connect(view.selectionModel(), &QItemSelectionModel::currentChanged, this,
+        [this](const QModelIndex &current) { mTexto = current.siblingAtColumn(0).data().toString(); });
+    connect(mModelo, &ModeloRecordSet::stale, this, &LigacaoLista::renew);
+}
+
+void LigacaoLista::renew(bool renumeradas)
+{
+    const QVariant chosen = renumeradas ? noBookmark() : selectedItem();
+    mModelo->refill();
+    choose(renumeradas ? mModelo->bookmarkOf(mTexto) : chosen);
+}
+
+void LigacaoLista::choose(const QVariant &marca)
+{
+    const int row = mModelo->rowOf(marca);
+    if (row >= 0)
+        mView.setCurrentIndex(mModelo->index(row, 0));
+    else
+        mTexto.clear();
 }
 
 void LigacaoLista::setList(std::shared_ptr<RecordSet> set, const QString &campo)
 {
     mModelo->setRecordSet(std::move(set), campo);
+    choose(mModelo->bookmarkOf(mTexto));
 }
 
 void LigacaoLista::clearList()
 {
     mModelo->clear();
+    mTexto.clear();
 }
 
 QVariant LigacaoLista::selectedItem() const

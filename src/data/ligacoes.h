@@ -1,9 +1,8 @@
 #pragma once
 
 #include <QAbstractTableModel>
-#include <QPersistentModelIndex>
-#include <QPointer>
 
+#include <functional>
 #include <memory>
 #include <vector>
 
@@ -16,7 +15,8 @@ namespace quorel {
 class RecordSet;
 
 /// The visible rows of a record set as a model: one column for lists, all of them for grids. An added record that is
-/// pending is not shown. Holds its record set; set to another one it is filled anew.
+/// pending is not shown. Holds its record set; set to another one it is filled anew, and by who uses it when the rows
+/// change.
 class ModeloRecordSet final : public QAbstractTableModel
 {
     Q_OBJECT
@@ -26,10 +26,8 @@ public:
     /// @param campo  the column to show; empty for all @throws ErroBD for a column that is not there
     void setRecordSet(std::shared_ptr<RecordSet> set, const QString &campo);
     void clear();
-    void refill(); ///< after a change of the rows
+    void refill(); ///< answers stale()
 
-    const std::shared_ptr<RecordSet> &recordSet() const { return mSet; }
-    int fieldColumn() const { return mColuna; } ///< from 0; -1 for all
     QVariant bookmark(int row) const; ///< of a shown row, from 0; a null variant for none
     int rowOf(const QVariant &marca) const; ///< -1 when it is not shown
     /// The current record if its shown column equals the text (case ignored), else the first row that does.
@@ -41,7 +39,7 @@ public:
     QVariant headerData(int section, Qt::Orientation orientation, int role) const override;
 
 signals:
-    void refilled();
+    void stale(bool renumeradas); ///< the rows changed; what it shows is still what it was filled with
 
 private:
     std::shared_ptr<RecordSet> mSet;
@@ -64,7 +62,8 @@ public:
 
 private:
     explicit LigacaoCombo(QComboBox &combo);
-    void refresh(); ///< after the model was filled: the text stays and chooses anew
+    /// Fills the model while nobody hears; the text stays. @param porTexto  what is chosen is found by the text alone
+    void renew(bool porTexto, const std::function<void()> &fill);
     void resolve();
     void userChose(int row);
 
@@ -75,7 +74,8 @@ private:
     int mIndice = -1; ///< the combo's index then
 };
 
-/// A list or grid on a record set; what is chosen is chosen again by its text when the rows change.
+/// A list or grid on a record set. What is chosen stays so when the rows change; when they were read again, by its
+/// text, which is that of the first column.
 class LigacaoLista final : public QObject
 {
     Q_OBJECT
@@ -88,10 +88,12 @@ public:
 
 private:
     explicit LigacaoLista(QAbstractItemView &view);
+    void renew(bool renumeradas);
+    void choose(const QVariant &marca);
 
     QAbstractItemView &mView;
     ModeloRecordSet *mModelo;
-    QString mTexto;
+    QString mTexto; ///< of what is chosen
 };
 
 /// Lets a control show a field of the current record in its text.

@@ -26,7 +26,6 @@ public:
     void addReal(double value);
     void addText(QByteArrayView utf8) { add(Celula::Texto, store(utf8)); }
     void addBytes(QByteArrayView bytes) { add(Celula::Bytes, store(bytes)); }
-    void dropUnfinishedRow() { mCells -= mColumns > 0 ? mCells % mColumns : 0; }
 
     /// Row and column from 0. The value is asked for by its kind.
     Celula kind(qsizetype row, int column) const;

@@ -47,7 +47,7 @@ void RecordSet::load()
     findBase();
     rebuildOrder();
     standFrom(0);
-    emit rowsChanged();
+    emit rowsChanged(true);
 }
 
 /// Writes go to the first table whose key is among the columns, if that is the table of the first column.
@@ -79,7 +79,7 @@ void RecordSet::Close()
     mOrdenacao.clear();
     rebuildOrder();
     stand(Lugar::Inicio);
-    emit rowsChanged();
+    emit rowsChanged(true);
 }
 
 void RecordSet::setCacheSize(int linhas)

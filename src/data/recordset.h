@@ -84,7 +84,7 @@ public:
     QVariant valueAt(qint32 marca, int coluna) const; ///< column from 0; invalid for a bookmark without a row
 
 signals:
-    void rowsChanged(); ///< other rows, or other values in them
+    void rowsChanged(bool renumeradas); ///< other rows, or other values in them; with other bookmarks when read again
     void currentChanged(); ///< another current record
 
 private:
@@ -127,6 +127,7 @@ private:
     std::vector<Atribuicao> assignments(const Valores &valores) const;
     void writeEdit(qsizetype row);
     void writeAdded();
+    QVariant addedKey(qlonglong number) const;
     void reread(qsizetype row, const Valores &exceto);
 
     std::shared_ptr<Conexao> mConexao;

@@ -137,22 +137,34 @@ void RecordSet::writeEdit(qsizetype row)
     for (const auto &[column, value] : edit.valores)
         mGravados[row][column] = value;
     mEdicoes.erase(row);
-    emit rowsChanged();
+    emit rowsChanged(false);
+}
+
+/// The key of a row just added. One that no field can hold is not kept, nor is its row.
+QVariant RecordSet::addedKey(qlonglong number) const
+{
+    try {
+        return convertedTo(TipoCampo::Longo, number);
+    } catch (const ErroExecucao &) {
+        mConexao->remove({mBase, mColunas[static_cast<size_t>(mChave)].origem, number});
+        throw;
+    }
 }
 
 void RecordSet::writeAdded()
 {
-    const qint64 key = mConexao->insert(mBase, assignments(mInclusao->valores));
+    const qlonglong number = mConexao->insert(mBase, assignments(mInclusao->valores));
+    const QVariant key = addedKey(number);
     const qsizetype row = rowCount();
     mGravados[row] = std::move(mInclusao->valores);
-    mGravados[row][mChave] = convertedTo(TipoCampo::Longo, static_cast<qlonglong>(key));
+    mGravados[row][mChave] = key;
     mInclusao.reset();
     ++mAcrescidas;
     if (!mComoLidas)
         mOrdem.push_back(row);
     if (mLugar == Lugar::Novo)
         stand(Lugar::Linha, placeCount() - 1);
-    emit rowsChanged();
+    emit rowsChanged(false);
 }
 
 void RecordSet::Delete(qint32 afeta)
@@ -169,7 +181,7 @@ void RecordSet::Delete(qint32 afeta)
     mEdicoes.erase(row);
     mExcluidas.insert(row);
     ++mExcluidasEmOrdem;
-    emit rowsChanged();
+    emit rowsChanged(false);
 }
 
 void RecordSet::reread(qsizetype row, const Valores &exceto)

@@ -127,7 +127,7 @@ void RecordSet::setFilter(const QString &criterio)
     mFiltro = filter;
     rebuildOrder();
     standFrom(0);
-    emit rowsChanged();
+    emit rowsChanged(false);
 }
 
 void RecordSet::setSort(const QString &ordem)
@@ -140,7 +140,7 @@ void RecordSet::setSort(const QString &ordem)
     mOrdenacao = terms;
     rebuildOrder();
     standFrom(0);
-    emit rowsChanged();
+    emit rowsChanged(false);
 }
 
 QString RecordSet::GetString(int linhas, const QString &entreColunas, const QString &entreLinhas)
