@@ -83,10 +83,11 @@ Conexao &BD::connection() const
 void BD::Fechar()
 {
     ignora([this] {
-        for (const auto &set : mRecordSets) {
+        for (auto &set : mRecordSets) {
             if (!set)
                 throw ErroExecucao(kFalhaObjeto);
             set->Close();
+            set.reset();
         }
         mRecordSets.clear();
         connection().Close();
@@ -131,7 +132,7 @@ void BD::Records_Set(const QString &Sql, const QVariant &Alias, const QString &B
             set->open(mConexoes[static_cast<size_t>(mSourceAtual)], Sql);
             if (!Busca.isEmpty()) {
                 set->Find(Busca);
-                if (set->EOF_())
+                if (set->EOF_() && !set->BOF()) // no hit; an empty set stays as it is
                     set->MoveFirst();
             }
         }

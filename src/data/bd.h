@@ -17,6 +17,7 @@ class QWidget;
 namespace quorel {
 
 class Conexao;
+class ErroExecucao;
 class RecordSet;
 
 /// Numbers that every caller passes to Records_Set.
@@ -63,7 +64,7 @@ public:
 
     /// Opens a query under an alias, in place of an earlier one of that alias. Lets window events run once.
     /// @param Sql    in the provider's dialect; empty leaves a set that is not open
-    /// @param Busca  criterion of a first search; empty for none. With no hit the first record is current
+    /// @param Busca  criterion of a first search; empty for none. With no hit the first record, if any, is current
     /// @throws ErroBD after a box with the query, the number and the description, titled with the alias
     void Records_Set(const QString &Sql, const QVariant &Alias, const QString &Busca = {},
         qint32 TipoCursor = kCursorStatic, qint32 TipoTrava = kTravaOtimista, qint32 Opcoes = kOpcaoTexto);
@@ -87,7 +88,8 @@ public:
     void Combo_Set(QComboBox &Controle, const QVariant &Alias, QString &Campo);
     void Combo_Zera(QComboBox &Controle);
     /// First column of the chosen record, which becomes the current one. With nothing chosen that of the current
-    /// record (0 when there are none); invalid on an empty set. @throws as the record set does
+    /// record (0 when there are none); invalid on an empty set. @throws as the record set does, and 9 for an unknown
+    /// alias, without a box
     QVariant Combo_Cod(QComboBox &Controle, const QVariant &Alias = {});
 
     /// Searches from the first record on. A hit becomes current, a miss leaves the set behind its last record.
@@ -190,6 +192,9 @@ private:
     /// Runs an operation whose failure is reported, if Avisa, with its own number and description.
     void reported(const QVariant &Alias, const QString &Origem, bool Avisa, const std::function<void()> &operation);
 
+    /// Reports a failure of Campo and CampoImagem, with the field's name.
+    void reportField(const ErroExecucao &erro, const QVariant &Nome, const QVariant &Alias);
+
     int aliasSlot(const QString &alias) const; ///< 0 when there is none @throws 9 when there is no table yet
     qint16 resolve(const QVariant &Alias, bool Avisa);
     void growTables(int slot);
@@ -201,7 +206,6 @@ private:
     void backToMark(RecordSet &set);
     /// What both searches begin with. @return the set to search; null when there is nothing to search for
     std::shared_ptr<RecordSet> readySearch(QString &Criterio, const QVariant &Alias);
-    static bool hasValue(const QString &Criterio);
     QString foundText(RecordSet &set, const QVariant &Alias, const QVariant &Campo);
 
     QString mLinhaConexao;

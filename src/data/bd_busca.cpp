@@ -23,7 +23,8 @@ std::shared_ptr<RecordSet> BD::readySearch(QString &Criterio, const QVariant &Al
     return set;
 }
 
-bool BD::hasValue(const QString &Criterio)
+/// Whether a criterion, in upper case, is searched for.
+static bool hasValue(const QString &Criterio)
 {
     // Kept: what counts is text behind the first "=", so a criterion with < or <> alone is no search.
     return Criterio.contains("LIKE"_L1) || !gTexto.TextoDepois(Criterio, u"="_s).trimmed().isEmpty();

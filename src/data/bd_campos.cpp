@@ -35,13 +35,11 @@ static void goToMark(RecordSet &set, const QVariant &Marcador)
         set.setBookmark(Marcador);
 }
 
-/// Reports a failure of a field access with the field's name.
-template <typename Report>
-static void withFieldName(const ErroExecucao &erro, const QVariant &Nome, Report &&report)
+void BD::reportField(const ErroExecucao &erro, const QVariant &Nome, const QVariant &Alias)
 {
     qint32 number = erro.numero();
     QString description = erro.descricao() + kFimLinha + u"Campo ("_s + variantText(Nome) + u')';
-    report(number, description);
+    Relata_Erro(Alias, number, description, u"Campo"_s);
 }
 
 QVariant BD::Campo(const QVariant &Nome, const QVariant &Alias, const QVariant &Marcador)
@@ -55,7 +53,7 @@ QVariant BD::Campo(const QVariant &Nome, const QVariant &Alias, const QVariant &
         goToMark(*set, Marcador);
         return plainValue(set->value(Nome));
     } catch (const ErroExecucao &erro) {
-        withFieldName(erro, Nome, [&](qint32 &number, QString &text) { Relata_Erro(Alias, number, text, u"Campo"_s); });
+        reportField(erro, Nome, Alias);
         return {};
     }
 }
@@ -87,7 +85,7 @@ void BD::CampoImagem(QLabel &Controle, const QVariant &Nome, const QVariant &Ali
         if (!bytes.isEmpty())
             showPicture(Controle, bytes);
     } catch (const ErroExecucao &erro) {
-        withFieldName(erro, Nome, [&](qint32 &number, QString &text) { Relata_Erro(Alias, number, text, u"Campo"_s); });
+        reportField(erro, Nome, Alias);
     }
 }
 

@@ -158,9 +158,12 @@ void BD::RegistroSalvaBinario(const QVariant &Campo, const QString &Arquivo, con
     reported(Alias, QString(), true, [&] {
         const auto set = resolved(Alias);
         QFile file(nativePath(Arquivo));
-        QByteArray bytes("");
-        if (file.open(QIODevice::ReadOnly))
-            bytes += file.readAll();
+        if (!file.open(QIODevice::ReadOnly))
+            throw ErroBD(kErroArmazem, u"O arquivo não pôde ser lido."_s);
+        QByteArray bytes(""); // an empty file is not Null
+        bytes += file.readAll();
+        if (file.error() != QFileDevice::NoError)
+            throw ErroBD(kErroArmazem, u"O arquivo não pôde ser lido."_s);
         set->setValue(Campo, bytes);
     });
 }
