@@ -1,0 +1,76 @@
+// A second program on a register, for the tests: filho_cadastro CADASTRO grava LINHAS | salva | trava COMANDO
+// grava: that many log rows. salva: class and log row in turn, numbered onwards, without end. trava: runs BEGIN with
+// that word and holds the lock until its input ends. Each finished step is a line; a box is a line "caixa: …".
+#include "apoio.h"
+#include "disco_falho.h"
+#include "gravacoes.h"
+
+#include "data/bd.h"
+#include "platform/caminho.h"
+#include "platform/costuras.h"
+
+#include <QCoreApplication>
+
+#include <sqlite3.h>
+
+#include <cstdio>
+
+using namespace Qt::StringLiterals;
+using namespace quorel;
+using namespace quorel::teste;
+
+static void tell(const QString &line)
+{
+    std::printf("%s\n", qPrintable(line));
+    std::fflush(stdout);
+}
+
+static void writeRows(int count)
+{
+    for (int i = 1; i <= count; ++i)
+        logRow(i);
+    tell(u"fim"_s);
+}
+
+static void saveWithoutEnd(const QString &native)
+{
+    openClasses();
+    for (int i = plainSql(native, u"SELECT coalesce(max(RO_Cod), 0) FROM LG_LogAulas"_s).first().toInt() + 1;; ++i) {
+        saveFirstClass(QString::number(i));
+        logRow(i);
+        tell(QString::number(i));
+    }
+}
+
+static int holdLock(const QString &native, const QString &kind)
+{
+    sqlite3 *db = nullptr;
+    if (sqlite3_open(native.toUtf8().constData(), &db) != SQLITE_OK)
+        return 2;
+    if (sqlite3_exec(db, qPrintable(u"BEGIN "_s + kind), nullptr, nullptr, nullptr) != SQLITE_OK)
+        return 2;
+    tell(u"travado"_s);
+    while (std::getchar() != EOF) { }
+    return sqlite3_close(db) == SQLITE_OK ? 0 : 2;
+}
+
+int main(int argc, char **argv)
+{
+    const QCoreApplication app(argc, argv);
+    const QStringList words = QCoreApplication::arguments();
+    const QString &native = words.at(1);
+    const DiscoFalho disk;
+    if (words.at(2) == "trava"_L1)
+        return holdLock(native, words.at(3));
+    costuras().box = [](const Caixa &box) {
+        tell(u"caixa: "_s + box.texto);
+        return Resposta::Ok;
+    };
+    reiniciaData();
+    gBD->Source(backslashPath(native));
+    if (words.at(2) == "salva"_L1)
+        saveWithoutEnd(native);
+    writeRows(words.at(3).toInt());
+    reiniciaData();
+    return 0;
+}

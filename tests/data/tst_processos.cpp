@@ -1,0 +1,171 @@
+#include "apoio.h"
+#include "gravacoes.h"
+
+#include "data/bd.h"
+#include "lessons/andamento.h"
+#include "platform/costuras.h"
+#include "startup/estado.h"
+#include "support/suporte.h"
+
+#include <QProcess>
+#include <QRandomGenerator>
+#include <QTest>
+
+#include <chrono>
+#include <thread>
+
+using namespace Qt::StringLiterals;
+using namespace quorel;
+using namespace quorel::teste;
+
+namespace {
+
+constexpr int kPatience = 60'000; ///< ms, for a child's line or end
+constexpr int kKills = 200;
+constexpr int kMostSaves = 3; ///< of a child before it is killed
+constexpr int kLongestMoment = 4'000; ///< microseconds until the kill, a little more than a save takes
+
+const QString kInUse = u"O banco de dados está em uso por outro programa. Tente novamente."_s;
+
+/// filho_cadastro on a register; killed at the end of the scope.
+class Filho final
+{
+public:
+    Filho(const Registro &registro, const QStringList &words)
+    {
+        mProcess.setProcessChannelMode(QProcess::ForwardedErrorChannel);
+        mProcess.start(QStringLiteral(QUOREL_BIN "/filho_cadastro"), QStringList(registro.native()) + words);
+    }
+    ~Filho()
+    {
+        mProcess.kill();
+        mProcess.waitForFinished(kPatience);
+    }
+    Q_DISABLE_COPY_MOVE(Filho)
+
+    QProcess &process() { return mProcess; }
+    /// Waits for its next line. @return empty when it ended
+    QString line()
+    {
+        while (!mProcess.canReadLine()) {
+            if (!mProcess.waitForReadyRead(kPatience))
+                return {};
+        }
+        return QString::fromUtf8(mProcess.readLine()).trimmed();
+    }
+
+private:
+    QProcess mProcess;
+};
+
+} // namespace
+
+class TstProcessos final : public QObject
+{
+    Q_OBJECT
+private slots:
+    void init();
+    void cleanup() { reiniciaData(); }
+    void killedAtAnyMomentOfASave();
+    void twoProgramsWriteAtOnce();
+    void anotherProgramHoldsTheLock_data();
+    void anotherProgramHoldsTheLock();
+};
+
+void TstProcessos::init()
+{
+    failOnWarnings();
+    reiniciaCosturas();
+    reiniciaStartup();
+    reiniciaLessons();
+    reiniciaData();
+}
+
+void TstProcessos::killedAtAnyMomentOfASave()
+{
+    const Registro registro;
+    registro.sql(u"INSERT INTO CL_Classes VALUES (1, '0', '0', '0')"_s);
+    int announced = 0;
+    for (int kill = 0; kill < kKills; ++kill) {
+        {
+            Filho writer(registro, {u"salva"_s});
+            const int saves = QRandomGenerator::global()->bounded(1, kMostSaves + 1);
+            for (int i = 0; i < saves; ++i) {
+                const QString line = writer.line();
+                QVERIFY2(line.toInt() > announced, qPrintable(line));
+                announced = line.toInt();
+            }
+            std::this_thread::sleep_for(std::chrono::microseconds(QRandomGenerator::global()->bounded(kLongestMoment)));
+            writer.process().kill();
+            writer.process().waitForFinished(kPatience);
+            QVERIFY(writer.process().exitStatus() == QProcess::CrashExit);
+            for (const QByteArray &line : writer.process().readAll().split('\n'))
+                announced = std::max(announced, line.toInt());
+        }
+        QCOMPARE(registro.sql(u"PRAGMA integrity_check"_s), QStringList(u"ok"_s));
+        const int logged = registro.sql(u"SELECT max(RO_Cod) FROM LG_LogAulas"_s).first().toInt();
+        QVERIFY(logged == announced || logged == announced + 1);
+        const int saved =
+            registro.sql(u"SELECT CL_Nome FROM CL_Classes WHERE CL_Prof = CL_Nome AND CL_Senha = CL_Nome"_s)
+                .value(0)
+                .toInt();
+        QVERIFY(saved == logged || saved == logged + 1);
+    }
+    const QString all = QString::number(registro.sql(u"SELECT max(RO_Cod) FROM LG_LogAulas"_s).first().toInt());
+    const QString answers = u"<disc>Rota<rot>A:E:"_s;
+    QCOMPARE(registro.sql(u"SELECT count(*), count(DISTINCT RO_Cod), max(LG_Resp), min(LG_Resp) FROM LG_LogAulas"_s),
+        QStringList(QStringList{all, all, answers, answers}.join(u'|')));
+}
+
+void TstProcessos::twoProgramsWriteAtOnce()
+{
+    const Registro registro;
+    const QStringList job{u"grava"_s, u"1000"_s};
+    Filho one(registro, job);
+    Filho other(registro, job);
+    for (Filho *each : {&one, &other}) {
+        QCOMPARE(each->line(), u"fim"_s);
+        QVERIFY(each->process().waitForFinished(kPatience));
+        QCOMPARE(each->process().exitCode(), 0);
+    }
+    QCOMPARE(registro.sql(u"SELECT count(*), count(DISTINCT LG_Id), count(DISTINCT RO_Cod) FROM LG_LogAulas"_s),
+        QStringList(u"2000|2000|1000"_s));
+}
+
+void TstProcessos::anotherProgramHoldsTheLock_data()
+{
+    QTest::addColumn<QString>("kind");
+    QTest::addColumn<QStringList>("titles");
+    QTest::newRow("to write: others may read") << u"IMMEDIATE"_s << QStringList{u"RSLog - Registro Atualiza"_s};
+    QTest::newRow("nobody may read") << u"EXCLUSIVE"_s
+                                     << QStringList{
+                                            u"RSLog - Registro Atualiza"_s, u"RSLog - Registro reAtualizaRecordSet"_s};
+}
+
+void TstProcessos::anotherProgramHoldsTheLock()
+{
+    QFETCH(QString, kind);
+    QFETCH(QStringList, titles);
+    const Registro registro;
+    registro.open();
+    logRow(1);
+    Filho holder(registro, {u"trava"_s, kind});
+    QCOMPARE(holder.line(), u"travado"_s);
+    QStringList seen;
+    costuras().box = [&](const Caixa &box) {
+        [&] { QCOMPARE(box.texto, kInUse); }();
+        seen << box.titulo;
+        return Resposta::Ok;
+    };
+    logRow(2);
+    QCOMPARE(seen, titles);
+    holder.process().closeWriteChannel();
+    QVERIFY(holder.process().waitForFinished(kPatience));
+    logRow(3);
+    QCOMPARE(seen, titles);
+    QCOMPARE(gBD->NumeroTotalDeRegistros(u"RSLog"_s), 2);
+    QCOMPARE(registro.sql(u"SELECT RO_Cod FROM LG_LogAulas ORDER BY LG_Id"_s), (QStringList{u"1"_s, u"3"_s}));
+}
+
+QTEST_MAIN(TstProcessos)
+#include "tst_processos.moc"
