@@ -10,7 +10,7 @@ falhas=0
 alvos=()
 falha() { echo "estilo: $*" >&2; falhas=1; }
 
-mapfile -t fontes < <(git ls-files -co --exclude-standard -- 'src/*.cpp' 'src/*.h' 'tests/*.cpp' 'tests/*.h' 'bench/*.cpp' 'bench/*.h')
+mapfile -t fontes < <(git ls-files -co --exclude-standard -- 'src/*.cpp' 'src/*.h' 'tests/*.cpp' 'tests/*.h' 'bench/*.cpp' 'bench/*.h' 'fuzz/*.cpp')
 ((${#fontes[@]})) || exit 0
 
 clang-format --dry-run -Werror "${fontes[@]}" || falha "rode clang-format -i nos arquivos acima"

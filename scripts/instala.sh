@@ -1,5 +1,5 @@
 #!/bin/bash
-# Installs the Debian packages that a purpose needs and that are missing. Purposes: compila, testa, mostra, mede.
+# Installs the Debian packages that a purpose needs and that are missing. Purposes: compila, testa, mostra, mede, fuzz.
 #   scripts/instala.sh compila testa
 set -euo pipefail
 
@@ -9,6 +9,7 @@ fontes="fonts-liberation fonts-dejavu-core"
 mostra="$fontes qt6-translations-l10n xvfb xauth openbox xdotool x11-utils imagemagick procps"
 testa="$mostra git clang-format poppler-utils"
 mede="libbenchmark-dev libqt6sql6-sqlite"
+fuzz="clang libclang-rt-dev"
 
 pacotes=
 for uso in "$@"; do
@@ -17,7 +18,8 @@ for uso in "$@"; do
     testa) pacotes+=" $testa" ;;
     mostra) pacotes+=" $mostra" ;;
     mede) pacotes+=" $mede" ;;
-    *) echo "uso: $0 compila|testa|mostra|mede …" >&2; exit 2 ;;
+    fuzz) pacotes+=" $fuzz" ;;
+    *) echo "uso: $0 compila|testa|mostra|mede|fuzz …" >&2; exit 2 ;;
     esac
 done
 
