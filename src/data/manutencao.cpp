@@ -9,6 +9,7 @@
 #include <QFile>
 #include <QFileInfo>
 #include <QMap>
+#include <QRegularExpression>
 
 #include <sqlite3.h>
 
@@ -82,14 +83,26 @@ void createRegister(const QString &caminho)
     }
 }
 
+/// What the store found, by the place that it names.
+static QString damageText(const QString &message)
+{
+    static const QRegularExpression place(u"\\b(index|page) (\\w+)"_s, QRegularExpression::CaseInsensitiveOption);
+    const QRegularExpressionMatch match = place.match(message);
+    if (!match.hasMatch())
+        return u"dano no arquivo"_s;
+    const bool isPage = match.captured(1).compare("page"_L1, Qt::CaseInsensitive) == 0;
+    return (isPage ? u"dano na página %1 do arquivo"_s : u"dano no índice %1"_s).arg(match.captured(2));
+}
+
 static void findDamage(sqlite3 *db, QStringList &findings)
 {
     Comando check(db, u"PRAGMA integrity_check(%1)"_s.arg(kMaxFindings));
     while (check.step()) {
         const QString text = textOf(check, 0);
         if (text != "ok"_L1)
-            findings << u"dano no arquivo: "_s + text.simplified();
+            findings << damageText(text);
     }
+    findings.removeDuplicates();
 }
 
 /// @return whether all tables and columns are there
@@ -146,7 +159,8 @@ QStringList registerFindings(const QString &caminho)
     QStringList findings;
     try {
         findDamage(db.get(), findings);
-        if (findMissing(db.get(), findings))
+        const bool sound = findings.isEmpty(); // rows counted by a damaged index are not what is there
+        if (findMissing(db.get(), findings) && sound)
             findLooseRows(db.get(), findings);
     } catch (const ErroBD &erro) {
         findings << erro.descricao();
@@ -199,7 +213,7 @@ static void writeChecked(const QString &origem, const QString &native)
     QStringList damage;
     findDamage(to.get(), damage);
     if (!damage.isEmpty())
-        throw ErroBD(kErroArmazem, u"A cópia foi conferida e está danificada: "_s + damage.first());
+        throw ErroBD(kErroArmazem, u"A cópia foi conferida; há "_s + damage.first());
 }
 
 void copyRegister(const QString &origem, const QString &destino, bool sobrescreve)

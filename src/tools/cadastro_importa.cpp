@@ -3,6 +3,7 @@
 #include "data/bd.h"
 #include "data/cadastros.h"
 #include "data/errobd.h"
+#include "data/recordset.h"
 #include "platform/costuras.h"
 #include "startup/texto_util.h"
 
@@ -10,14 +11,16 @@ using namespace Qt::StringLiterals;
 
 namespace quorel::cadastro {
 
-/// The code of the row just added: its key is the first field, and the row is still current.
+/// The code of the row just added: its key is the first field, and the row is still current. Not by gBD, which goes on
+/// after a failure: pupils would go to the class before the one that could not be written. @throws ErroBD
 static QVariant addRow(const QString &alias, const QList<std::pair<QString, QVariant>> &values)
 {
-    gBD->RegistroAdiciona(alias);
+    const auto set = gBD->GetRecordSet(alias);
+    set->AddNew();
     for (const auto &[field, value] : values)
-        gBD->RegistroTroca(field, value, alias);
-    gBD->RegistroAtualiza(alias);
-    return gBD->Campo(0, alias);
+        set->setValue(field, value);
+    set->Update();
+    return set->value(0);
 }
 
 static void importLine(const QStringList &fields, QVariant &classe)
