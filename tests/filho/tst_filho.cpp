@@ -20,7 +20,6 @@ private slots:
     void aLessonInsideTheSendIsToldAfterIt();
     void textsOfEverySize();
     void endsWithTheShell();
-    void aDyingChildLeavesTheShellAlive();
     void endsWhenTold();
 
 private:
@@ -115,14 +114,6 @@ void TstFilho::endsWithTheShell()
     QTRY_COMPARE(mChild->state(), QProcess::NotRunning);
     QCOMPARE(mChild->exitCode(), 3);
     QVERIFY(mReceived.isEmpty());
-}
-
-void TstFilho::aDyingChildLeavesTheShellAlive()
-{
-    lesson(u"morre"_s);
-    QVERIFY(mChild->waitForFinished());
-    QCOMPARE(mChild->exitCode(), 7);
-    QCOMPARE(lesson(u"proxima A"_s), 0);
 }
 
 void TstFilho::endsWhenTold()

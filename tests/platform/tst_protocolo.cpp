@@ -1,12 +1,9 @@
 // The page docs/protocolo.md, proved by its own child: docs/filho_exemplo.py in the place of each program.
 #include "platform/endereco.h"
-#include "platform/programas.h"
 #include "platform/protocolo.h"
 
-#include <QDir>
 #include <QFile>
 #include <QProcess>
-#include <QTemporaryDir>
 #include <QTest>
 
 using namespace quorel;
@@ -47,8 +44,6 @@ class TstProtocolo : public QObject
 private slots:
     void theExampleTakesThePlaceOf_data();
     void theExampleTakesThePlaceOf();
-    void aStartWaitsForTheAddress();
-    void aStartThatFails();
     void thePageNamesWhatTheExampleDoes();
 };
 
@@ -84,31 +79,6 @@ void TstProtocolo::theExampleTakesThePlaceOf()
     QCOMPARE(QString::fromUtf8(filho.readAllStandardOutput()),
         u"AULA primeira\nAULA segunda\nAULA terceira lição\n(o roteiro terminou: escondido)\n"_s);
     QCOMPARE(findWindow(title, true), Janela(0));
-}
-
-void TstProtocolo::aStartWaitsForTheAddress()
-{
-    Gerenciador shell({});
-    const QTemporaryDir programs;
-    const QString calc = programs.filePath(u"Calc.exe"_s);
-    QVERIFY(QFile::copy(kFilho, calc));
-    QVERIFY(startProgramNow({calc, u"/cfg:a  /Hook:"_s, true}));
-    const Janela janela = findWindow(u"Calculadora - Quorel", false);
-    QVERIFY(janela != 0); // at once
-    QCOMPARE(shell.envia(janela, MSG_AULA, "uma"), 1);
-    QTRY_COMPARE(shell.came, QList<QByteArray>{"2069 A"});
-    QCOMPARE(shell.envia(janela, MSG_SAI, ""), 1);
-    QTRY_COMPARE(findWindow(u"Calculadora - Quorel", false), Janela(0));
-}
-
-void TstProtocolo::aStartThatFails()
-{
-    QVERIFY(startProgramNow({u"/bin/true"_s, {}, true})); // its end is no failure
-    const QTemporaryDir programs;
-    QVERIFY(!startProgramNow({programs.filePath(u"Zeto.exe"_s), {}, true}));
-    QFile file(programs.filePath(u"Vrel.exe"_s));
-    QVERIFY(file.open(QIODevice::WriteOnly));
-    QVERIFY(!startProgramNow({file.fileName(), {}, true})); // no program
 }
 
 void TstProtocolo::thePageNamesWhatTheExampleDoes()
