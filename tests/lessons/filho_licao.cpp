@@ -1,5 +1,5 @@
 // A child program for tests, known by the titles that belong to the name it is started under. It writes what it gets
-// into the file named by FILHO_DIARIO, and a lesson tells it what to do.
+// into the file named by FILHO_DIARIO, if any, and a lesson tells it what to do.
 #include "platform/codec.h"
 #include "platform/endereco.h"
 #include "platform/linux/busdirectory.h"
@@ -28,7 +28,7 @@ static QWidget *gCorpo = nullptr; ///< with two children, of which the first one
 static void note(const QString &line)
 {
     QFile diary(qEnvironmentVariable("FILHO_DIARIO"));
-    if (diary.open(QIODevice::Append))
+    if (!diary.fileName().isEmpty() && diary.open(QIODevice::Append))
         diary.write(line.toUtf8() + '\n');
 }
 
@@ -118,7 +118,6 @@ int main(int argc, char **argv)
     corpo.setMinimumSize(kMenorCorpo);
     corpo.move(kCorpo.topLeft());
     corpo.resize(kCorpo.size());
-    corpo.show();
     gCorpo = &corpo;
     Endereco lugar(&corpo);
     gLugar = &lugar;
