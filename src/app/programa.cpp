@@ -1,15 +1,30 @@
 #include "app/programa.h"
 
+#include "register/falunos.h"
 #include "reports/fgraficos.h"
+#include "shell/faux.h"
+#include "shell/fprincip.h"
 
 namespace quorel {
 
 static Aberturas openings(Programa &programa)
 {
-    return {.mostraAlunos = {}, .mostraDesempenho = [&programa] { programa.mostraDesempenho(); }};
+    return {.mostraAlunos = [&programa] { programa.alunos().mostra(); },
+        .mostraDesempenho = [&programa] { programa.mostraDesempenho(); }};
 }
 
-Programa::Programa() : mJanelas(openings(*this)) { }
+static Arredores surroundings(Programa &programa)
+{
+    Janelas &janelas = programa.janelas();
+    return {.lugarDoPainel = [&janelas] { return janelas.painel().lugarDaJanela(); },
+        .mostraPainel = [&janelas] { janelas.painel().setVisivel(true); },
+        .setTituloPrincipal = [&janelas](const QString &titulo) { janelas.principal().setWindowTitle(titulo); },
+        .mostraDesempenho = [&programa] { programa.mostraDesempenho(); }};
+}
+
+Programa::Programa()
+    : mJanelas(openings(*this)), mAlunos(std::make_unique<fAlunos>(mJanelas.ativa(), surroundings(*this)))
+{ }
 
 Programa::~Programa() = default;
 

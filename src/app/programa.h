@@ -7,6 +7,7 @@
 namespace quorel {
 
 class FGraficos;
+class fAlunos;
 
 /// All windows of the program; each folder's are handed what they need of the others'.
 class Programa final
@@ -17,6 +18,7 @@ public:
     ~Programa();
 
     Janelas &janelas() { return mJanelas; }
+    fAlunos &alunos() { return *mAlunos; } ///< made and not loaded
 
     /// Shows FGraficos and returns when it is closed. It is made at its first use, and anew after the user closed it by
     /// its frame.
@@ -24,6 +26,7 @@ public:
 
 private:
     Janelas mJanelas;
+    std::unique_ptr<fAlunos> mAlunos;
     std::unique_ptr<FGraficos> mDesempenho;
 };
 

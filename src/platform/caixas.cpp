@@ -52,23 +52,22 @@ static QWidget *boxOwner()
     return modal ? modal : QApplication::activeWindow();
 }
 
-Resposta mostraCaixa(const Caixa &caixa)
+/// What closing a box without choosing a button answers.
+static Resposta unanswered(Botoes botoes)
 {
-    const bool choice = caixa.botoes == Botoes::SimNao;
-    if (!hasWindows()) {
-        printText(caixa.texto);
-        return choice ? Resposta::Nao : Resposta::Ok;
+    switch (botoes) {
+    case Botoes::SimNao:
+        return Resposta::Nao;
+    case Botoes::OkCancela:
+        return Resposta::Cancela;
+    case Botoes::Ok:
+        break;
     }
-    QMessageBox box(boxOwner());
-    box.setWindowTitle(caixa.titulo);
-    box.setTextFormat(Qt::PlainText);
-    box.setText(labelText(caixa.texto));
-    box.setIcon(iconOf(caixa.icone));
-    if (!choice) {
-        box.setEscapeButton(box.addButton(u"OK"_s, QMessageBox::AcceptRole));
-        box.exec();
-        return Resposta::Ok;
-    }
+    return Resposta::Ok;
+}
+
+static Resposta askYesNo(QMessageBox &box)
+{
     QPushButton *sim = box.addButton(u"Sim"_s, QMessageBox::YesRole);
     QPushButton *nao = box.addButton(u"Não"_s, QMessageBox::NoRole);
     sim->setShortcut(Qt::Key_S);
@@ -77,6 +76,29 @@ Resposta mostraCaixa(const Caixa &caixa)
     box.setEscapeButton(nao);
     box.exec();
     return box.clickedButton() == sim ? Resposta::Sim : Resposta::Nao;
+}
+
+Resposta mostraCaixa(const Caixa &caixa)
+{
+    if (!hasWindows()) {
+        printText(caixa.texto);
+        return unanswered(caixa.botoes);
+    }
+    QMessageBox box(boxOwner());
+    box.setWindowTitle(caixa.titulo);
+    box.setTextFormat(Qt::PlainText);
+    box.setText(labelText(caixa.texto));
+    box.setIcon(iconOf(caixa.icone));
+    if (caixa.botoes == Botoes::SimNao)
+        return askYesNo(box);
+    QPushButton *ok = box.addButton(u"OK"_s, QMessageBox::AcceptRole);
+    box.setDefaultButton(ok);
+    if (caixa.botoes == Botoes::OkCancela)
+        box.setEscapeButton(box.addButton(u"Cancelar"_s, QMessageBox::RejectRole));
+    else
+        box.setEscapeButton(ok);
+    box.exec();
+    return box.clickedButton() == ok ? Resposta::Ok : Resposta::Cancela;
 }
 
 QString pedeTexto(const CaixaTexto &caixa)

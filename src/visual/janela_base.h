@@ -46,6 +46,7 @@ protected:
     virtual void placeTold() { } ///< until the window stands, framed, where it was asked to: the desktop told of more
 
     void vaiPara(double left, double top); ///< moves the window, frame included; twips
+    void setDescarregada() { mLoaded = false; } ///< unloaded: the next use runs the Load handler anew
     void setCliente(const Lugar &cliente);
     /// The picture behind the controls; read when the window is first painted. @param nome  see figura()
     void setFundo(const QString &nome) { mNomeFundo = nome; }

@@ -49,27 +49,32 @@ static void whenShown(const std::function<void(Box &)> &work)
 
 void TstCaixas::questions_data()
 {
+    QTest::addColumn<Botoes>("botoes");
     QTest::addColumn<int>("key");
     QTest::addColumn<Resposta>("answer");
-    QTest::newRow("Enter takes the first") << int(Qt::Key_Return) << Resposta::Sim;
-    QTest::newRow("S") << int(Qt::Key_S) << Resposta::Sim;
-    QTest::newRow("N") << int(Qt::Key_N) << Resposta::Nao;
-    QTest::newRow("closing it is a no") << int(Qt::Key_Escape) << Resposta::Nao;
+    QTest::newRow("Enter takes the first") << Botoes::SimNao << int(Qt::Key_Return) << Resposta::Sim;
+    QTest::newRow("S") << Botoes::SimNao << int(Qt::Key_S) << Resposta::Sim;
+    QTest::newRow("N") << Botoes::SimNao << int(Qt::Key_N) << Resposta::Nao;
+    QTest::newRow("closing it is a no") << Botoes::SimNao << int(Qt::Key_Escape) << Resposta::Nao;
+    QTest::newRow("Enter takes OK") << Botoes::OkCancela << int(Qt::Key_Return) << Resposta::Ok;
+    QTest::newRow("closing it cancels") << Botoes::OkCancela << int(Qt::Key_Escape) << Resposta::Cancela;
 }
 
 void TstCaixas::questions()
 {
+    QFETCH(Botoes, botoes);
     QFETCH(int, key);
     QFETCH(Resposta, answer);
-    whenShown<QMessageBox>([key](QMessageBox &box) {
+    whenShown<QMessageBox>([key, botoes](QMessageBox &box) {
         QStringList texts;
         for (const QAbstractButton *button : box.buttons())
             texts.append(button->text());
         texts.sort();
-        QCOMPARE(texts, QStringList({u"Não"_s, u"Sim"_s}));
+        const bool yesNo = botoes == Botoes::SimNao;
+        QCOMPARE(texts, yesNo ? QStringList({u"Não"_s, u"Sim"_s}) : QStringList({u"Cancelar"_s, u"OK"_s}));
         QTest::keyClick(&box, Qt::Key(key));
     });
-    QCOMPARE(mostraCaixa({.texto = u"Apagar?"_s, .botoes = Botoes::SimNao}), answer);
+    QCOMPARE(mostraCaixa({.texto = u"Apagar?"_s, .botoes = botoes}), answer);
 }
 
 void TstCaixas::plainTextWithItsTitleAndIcon()

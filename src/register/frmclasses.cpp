@@ -1,0 +1,159 @@
+#include "register/frmclasses.h"
+
+#include "data/bd.h"
+#include "data/campos.h"
+#include "platform/costuras.h"
+#include "register/frmcadaluno.h"
+#include "register/registros.h"
+#include "startup/estado.h"
+#include "startup/valor.h"
+
+#include <QLineEdit>
+#include <QPushButton>
+
+namespace quorel {
+
+using namespace Qt::StringLiterals;
+
+static const QString kClasses = u"RsClasses"_s;
+
+void FrmClasses::connectEvents()
+{
+    const auto clicked = [this](QPushButton *botao, void (FrmClasses::*evento)()) {
+        connect(botao, &QPushButton::clicked, this, evento);
+    };
+    clicked(mBarra.primeiro, &FrmClasses::prim);
+    clicked(mBarra.anterior, &FrmClasses::ant);
+    clicked(mBarra.proximo, &FrmClasses::prox);
+    clicked(mBarra.ultimo, &FrmClasses::ult);
+    clicked(mBarra.grava, &FrmClasses::salvar);
+    clicked(mBarra.novo, &FrmClasses::novo);
+    clicked(mBarra.apaga, &FrmClasses::excluir);
+    clicked(mBarra.cancela, &FrmClasses::cancela);
+}
+
+void FrmClasses::Atualiza_Classe()
+{
+    mTxtNomeClasse->setText(variantText(gBD->Campo(u"CL_Nome"_s, kClasses)));
+    mTxtNomeProf->setText(variantText(gBD->Campo(u"CL_Prof"_s, kClasses)));
+    mTxtProfSenh->setText(variantText(gBD->Campo(u"CL_Senha"_s, kClasses)));
+    mBarra.posicao->setText(textoPosicao());
+}
+
+void FrmClasses::abreOuFecha()
+{
+    gBD->MoveParaComecoDeArquivo(u"rsClasses"_s);
+    Atualiza_Classe();
+    setVisible(isHidden());
+    raise();
+}
+
+void FrmClasses::esvazia()
+{
+    for (QLineEdit *campo : {mTxtNomeClasse, mTxtNomeProf, mTxtProfSenh, mBarra.posicao})
+        campo->clear();
+    mBarra.setAdicionando(false);
+    hide();
+}
+
+void FrmClasses::prim()
+{
+    gBD->MoveParaComecoDeArquivo(kClasses);
+    Atualiza_Classe();
+}
+
+void FrmClasses::ult()
+{
+    gBD->MoveParaFimDeArquivo(kClasses);
+    Atualiza_Classe();
+}
+
+void FrmClasses::prox()
+{
+    avanca(kClasses);
+    Atualiza_Classe();
+}
+
+void FrmClasses::ant()
+{
+    recua(kClasses);
+    Atualiza_Classe();
+}
+
+void FrmClasses::novo()
+{
+    gBD->RegistroAdiciona(kClasses);
+    mTxtNomeClasse->clear();
+    mTxtNomeClasse->setFocus();
+    mTxtNomeProf->clear();
+    mTxtProfSenh->clear();
+    mBarra.posicao->setText(u"Novo"_s);
+    mBarra.setAdicionando(true);
+}
+
+void FrmClasses::cancela()
+{
+    gBD->CancelaAdicao(kClasses);
+    Atualiza_Classe();
+    mBarra.setAdicionando(false);
+}
+
+void FrmClasses::salvar()
+{
+    if (mTxtNomeClasse->text().isEmpty()) {
+        caixa({.texto = u"Digite o nome da classe!"_s, .titulo = u"Cadastro de Classes"_s, .icone = Icone::Informacao});
+        return;
+    }
+    mBarra.setAdicionando(false);
+    gravaClasse();
+    mAlunos.ligaClasses();
+    // Kept: the class just saved is found by its teacher, so a teacher of two classes lands on the first; a name with
+    // an apostrophe is no criterion, which the search reports.
+    procura(u"CL_Prof='"_s + mTxtNomeProf->text() + u'\'', kClasses, 0);
+    mAlunos.ligaClasses();
+    Atualiza_Classe();
+    tornaCorrente();
+}
+
+void FrmClasses::gravaClasse()
+{
+    gBD->TransacaoInicio();
+    gBD->RegistroTroca(u"CL_Prof"_s, mTxtNomeProf->text(), kClasses, kTrocaTexto);
+    gBD->RegistroTroca(u"CL_Nome"_s, mTxtNomeClasse->text(), kClasses, kTrocaTexto);
+    gBD->RegistroTroca(u"CL_Senha"_s, mTxtProfSenh->text(), kClasses, kTrocaTexto);
+    gBD->RegistroAtualiza(kClasses);
+    gBD->TransacaoFim();
+    gBD->ReAtualizaRecordSet(kClasses);
+}
+
+void FrmClasses::tornaCorrente()
+{
+    const QString ligacoes = u"RSCLxAL"_s;
+    gBD->Filtro(QString(), ligacoes);
+    gClasse = codigo(gBD->Campo(u"CL_COD"_s, kClasses));
+    gBD->Filtro(u"CL_Cod = "_s + QString::number(gClasse), ligacoes);
+    // Kept: for a class without pupils this leaves the first class current while the saved one stays on display, and a
+    // second save writes over the first class.
+    mAlunos.Atualiza_Aluno();
+}
+
+// Kept: what goes is the first class of the teacher on display, and only pupils that the filter lets through hold it.
+void FrmClasses::excluir()
+{
+    const QString professor = mTxtNomeProf->text();
+    const QString classe = procura(u"CL_Prof= '"_s + professor + u'\'', kClasses, 0);
+    const qint32 numero = parteInteira(valorNumerico(classe));
+    if (!procura(u"CL_Cod= "_s + QString::number(numero), u"RSCLXAL"_s, 0).isEmpty()) {
+        caixa({.texto = u"Exclua primeiro os alunos relacionados a esse professor."_s, .icone = Icone::Informacao});
+        return;
+    }
+    const Caixa pergunta{
+        .texto = u"Deseja Apagar o Professor(a) "_s + professor + u" ?"_s, .botoes = Botoes::OkCancela};
+    if (caixa(pergunta) != Resposta::Ok)
+        return;
+    gBD->RegistroApaga(kClasses, kAfetaAtual, false);
+    gBD->ReAtualizaRecordSet(kClasses);
+    Atualiza_Classe();
+}
+
+} // namespace quorel
