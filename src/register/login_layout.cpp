@@ -1,5 +1,6 @@
 #include "register/login.h"
 
+#include "platform/twips.h"
 #include "register/quadro.h"
 #include "visual/aparencia.h"
 
@@ -38,7 +39,7 @@ void Login::buildLayout()
 
     auto *cadeado = novoRotulo(kCadeado, QString(), nullptr, this);
     cadeado->setAccessibleName(u"Um cadeado"_s);
-    cadeado->setPixmap(figura(u"cadeado"_s));
+    cadeado->setPixmap(face(u"cadeado"_s).pixmap(pixels(kCadeado.lugar.Width)));
     mTxtPassword = novoCampo(kTxtPassword, u"Senha"_s, this);
     mTxtPassword->setMaxLength(kMaxSenha);
     mTxtPassword->setEchoMode(QLineEdit::Password);
@@ -47,6 +48,7 @@ void Login::buildLayout()
     mPergunta->setWordWrap(true);
     novoRotulo(kSenha, u"&Senha:"_s, mTxtPassword, this);
     mCmdOK = novoBotaoDeTexto(kCmdOK, u"OK"_s, this);
+    mCmdOK->setAutoDefault(false); // or it would cease to be the default one when the focus leaves it
     mCmdOK->setDefault(true);
     mCmdCancel = novoBotaoDeTexto(kCmdCancel, u"Cancelar"_s, this);
 }

@@ -76,6 +76,7 @@ void TstCadastro::init()
     QImage imagem(60, 40, QImage::Format_RGB32);
     imagem.fill(Qt::darkGreen);
     imagem.save(windows(u"/QUOREL2001/zeto_mm/Fig/f/r/figura.gif"_s), "PNG");
+    escreve(windows(u"/QUOREL2001/exe/Zeto.exe"_s), "x"); // never run
     makeRegister(windows(u"/Cadastros.mdb"_s));
     plainSql(windows(u"/Cadastros.mdb"_s),
         u"INSERT INTO CL_Classes VALUES (1, 'Turma A', 'Ana Lima', 'amora'), (2, 'Turma B', 'Beto Reis', 'caju');"
