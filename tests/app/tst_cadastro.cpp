@@ -30,6 +30,9 @@
 #include <QImage>
 #include <QLineEdit>
 #include <QPushButton>
+#include <QTimer>
+
+#include <functional>
 
 using namespace quorel;
 using namespace quorel::teste;
@@ -51,6 +54,7 @@ private:
     void aperta(const QString &botao);
     void digita(const QString &campo, const QString &texto);
     void escolhe(const QString &combo, const QString &texto);
+    void paginaDeDesempenho(const std::function<void()> &comAPagina);
     fPrincip &principal() { return mPrograma->janelas().principal(); }
     fAux &painel() { return mPrograma->janelas().painel(); }
     fAlunos &alunos() { return mPrograma->alunos(); }
@@ -216,6 +220,24 @@ static QStringList filesThatHold(const QString &segredo)
     return found;
 }
 
+// Opens the performance window from the register and previews its page.
+void TstCadastro::paginaDeDesempenho(const std::function<void()> &comAPagina)
+{
+    QTimer timer; // the load runs events too, before the window is there
+    connect(&timer, &QTimer::timeout, &timer, [&] {
+        QWidget *janela = QApplication::activeModalWidget();
+        if (!janela || !janela->isVisible())
+            return;
+        timer.stop();
+        child<QPushButton>(*janela, u"CmdImprime"_s).click();
+        comAPagina();
+        janela->close();
+    });
+    timer.start(1);
+    aperta(u"CmdAluno(4)"_s);
+    QVERIFY(!timer.isActive());
+}
+
 void TstCadastro::passwordStaysInTheRegister()
 {
     const QString segredo = u"zigurate"_s;
@@ -257,6 +279,10 @@ void TstCadastro::passwordStaysInTheRegister()
     QTest::mouseClick(&mPrograma->janelas().blocos().botao(1), Qt::LeftButton); // copies
     QTest::mouseClick(&mPrograma->janelas().blocos().botao(1), Qt::LeftButton); // runs
     reporta(u"A"_s);
+    paginaDeDesempenho([&] {
+        QVERIFY(!filesThatHold(u"<html"_s).isEmpty()); // the page is there
+        QCOMPARE(filesThatHold(segredo), QStringList());
+    });
     vistos << gMensagem.Texto << mCaixas;
     QVERIFY(vistos.join(u'\n').contains(u"(1,1)7"_s)); // the lesson came through
     QVERIFY(mCaixas.join(u'\n').contains(u"Senha inválida"_s));
