@@ -194,11 +194,6 @@ void InsereVet(QByteArrayView texto, const QString &Arquivo)
     }
 }
 
-void InsereVet(const QString &Texto, const QString &Arquivo)
-{
-    InsereVet(QByteArrayView(encode1252(Texto)), Arquivo);
-}
-
 void indexaBlocos()
 {
     QString base = gConfig.Config(u"DBBLOCOS"_s);
@@ -210,7 +205,7 @@ void indexaBlocos()
         // The order decides which of two lines of one code is the first.
         std::ranges::sort(nomes, {}, [](const QString &nome) { return upper1252(nome); });
         for (const QString &nome : nomes)
-            InsereVet(QByteArrayView(gTexto.LeBytes(diretorio + u'\\' + nome)), nome);
+            InsereVet(gTexto.LeBytes(diretorio + u'\\' + nome), nome);
     }
 }
 

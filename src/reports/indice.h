@@ -12,11 +12,11 @@ namespace quorel {
 
 /// Indexes one block file: appends an element to gBlocosArq, and to the discipline's index string a line for each
 /// Roteiro that has a code and a lesson. One pass over the text, however damaged it is.
+/// @param texto    its bytes, of code page 1252
 /// @param Arquivo  its name without directory: MMAADDNV.EDB
 /// @throws ErroExecucao 13 when month, year or a code is no whole number, 6 when one is too large for its type or when
 /// overlapping sections would take many times the file's size in memory. What was done up to there stays.
-void InsereVet(const QString &Texto, const QString &Arquivo);
-void InsereVet(QByteArrayView texto, const QString &Arquivo); ///< bytes of code page 1252
+void InsereVet(QByteArrayView texto, const QString &Arquivo);
 
 /// Indexes all block files of the levels F1 to F4, I1 and I2 below the configured directory, each level in the order of
 /// the names. @throws as InsereVet; the rest is then not indexed

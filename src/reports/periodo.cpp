@@ -9,7 +9,7 @@ using namespace Qt::StringLiterals;
 
 QString dataEmDias(int dias)
 {
-    return dateText(agora().date().addDays(dias).startOfDay());
+    return agora().date().addDays(dias).toString(u"dd/MM/yy"_s);
 }
 
 Periodo lePeriodo(const QString &inicial, const QString &final)

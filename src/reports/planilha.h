@@ -40,7 +40,7 @@ struct Planilha
 struct EscolhaDisciplinas
 {
     bool todas = false; ///< mTodas
-    QString linha; ///< the chosen line of LstDisciplinas, its name behind no tab; not looked at with todas
+    QString linha; ///< the chosen line of LstDisciplinas, its name before the first tab; not looked at with todas
 };
 
 /// A row of the log.

@@ -1,0 +1,206 @@
+// The reports: indexing 720 block files beside reading the same files alone; the sheet of a period, the query included,
+// beside the store's own loop over the same query. Argument: number of log rows.
+
+#include "data/bd.h"
+#include "data/consultas.h"
+#include "data/schema.h"
+#include "reports/indice.h"
+#include "reports/planilha.h"
+#include "startup/quorel_zeto.h"
+#include "startup/texto_util.h"
+
+#include "platform/caminho.h"
+
+#include <QDir>
+#include <QFile>
+#include <QGuiApplication>
+#include <QTemporaryDir>
+
+#include <benchmark/benchmark.h>
+
+#include <sqlite3.h>
+
+#include <memory>
+
+using namespace quorel;
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr qsizetype kFileSize = 100 * 1024;
+constexpr int kRoteirosPerFile = 10;
+constexpr int kIndexLines = 7000;
+constexpr int kFirstCode = 1000;
+
+void check(bool ok, const char *what)
+{
+    if (!ok)
+        qFatal("%s", what);
+}
+
+QByteArray blockFile(int firstCode)
+{
+    const QByteArray linha = QByteArray("As cores do c\xE9u e do mar<SP\xC7>").repeated(16);
+    QByteArray text = "<OBJ>Ler</OBJ>\r\n<TM>Fevereiro</TM>\r\n";
+    for (int i = 1; i <= kRoteirosPerFile; ++i) {
+        const QByteArray n = QByteArray::number(i);
+        text += "[ROT<" + n + ">]\r\nNomeRot = Roteiro " + n + "\r\nCODROT:" + QByteArray::number(firstCode + i)
+            + "\r\nFIG:MA1\r\nSOM:SO1\r\n<DESC>Cores</DESC>\r\nNIVEL:F1\r\nDISC:MA\r\n";
+        for (int j = 1; text.size() < kFileSize / kRoteirosPerFile * i; ++j)
+            text += "[<" + n + ">" + QByteArray::number(j) + "]\r\nNome =Aula\r\nLinha =(1,1)2610<SP\xC7>" + linha
+                + "\r\n\tTipo = Zeto\t1\r\n";
+    }
+    return text;
+}
+
+/// 6 levels, 12 months, 10 disciplines.
+struct Blocos
+{
+    Blocos()
+    {
+        int code = kFirstCode;
+        for (const QString &nivel : {u"F1"_s, u"F2"_s, u"F3"_s, u"F4"_s, u"I1"_s, u"I2"_s}) {
+            QDir(dir.path()).mkdir(nivel);
+            for (int mes = 1; mes <= 12; ++mes) {
+                for (const char *disc : {"AV", "CI", "DE", "DI", "ED", "ES", "GE", "HI", "MA", "PO"}) {
+                    const QString nome = u"%1/%2%3%4%1.edb"_s.arg(nivel)
+                                             .arg(mes, 2, 10, QChar(u'0'))
+                                             .arg(26)
+                                             .arg(QLatin1StringView(disc));
+                    QFile file(dir.filePath(nome));
+                    check(file.open(QIODevice::WriteOnly) && file.write(blockFile(code)) > 0, "no block file");
+                    caminhos << backslashPath(file.fileName());
+                    code += kRoteirosPerFile;
+                }
+            }
+        }
+        gConfig.SetaCFG(u"DBBLOCOS="_s + backslashPath(dir.path()));
+    }
+    QTemporaryDir dir;
+    QStringList caminhos;
+};
+
+void readingFiles(benchmark::State &state)
+{
+    const Blocos blocos;
+    for (auto _ : state) {
+        for (const QString &caminho : blocos.caminhos)
+            benchmark::DoNotOptimize(gTexto.LeArquivo(caminho));
+    }
+}
+
+void indexingFiles(benchmark::State &state)
+{
+    const Blocos blocos;
+    for (auto _ : state) {
+        reiniciaReports();
+        indexaBlocos();
+    }
+    check(gBlocosArq.size() == 721 && gRotPortugues.count(u"\r\n"_s) == 720, "not all files are indexed");
+}
+
+/// A register with so many log rows of one pupil, and an index that knows their Roteiros.
+struct Registro
+{
+    explicit Registro(int rows)
+    {
+        const QString file = dir.filePath(u"Cadastros.mdb"_s);
+        sqlite3 *raw = nullptr;
+        check(sqlite3_open(file.toUtf8().constData(), &raw) == SQLITE_OK, "no register");
+        db.reset(raw);
+        run(registerSchema());
+        run("BEGIN");
+        for (int i = 0; i < rows; ++i)
+            run("INSERT INTO LG_LogAulas VALUES (3, 7, datetime('2026-01-01', '+" + QByteArray::number(i * 97)
+                + " seconds'), " + QByteArray::number(kFirstCode + 3 + i * 7 % kIndexLines)
+                + ", NULL, 'Matem\xC3\xA1tica<disc>Roteiro<rot>A:E:', NULL)");
+        run("COMMIT");
+        reiniciaReports();
+        gBlocosArq.resize(2); // the index stands
+        for (int i = 0; i < kIndexLines; ++i) {
+            QString &texto = i % 3 == 0 ? gRotCiencias : i % 3 == 1 ? gRotMatematica : gRotPortugues;
+            texto += QString::number(kFirstCode + i) + u"\t Roteiro das cores\r\n"_s;
+        }
+        criaBD();
+        gBD->Source(backslashPath(file));
+        consulta = consultas::logDoPeriodo(u"01/01/2026"_s, u"12/31/2026"_s, 3, 7);
+    }
+    void run(const QByteArray &sql) const
+    {
+        check(
+            sqlite3_exec(db.get(), sql.constData(), nullptr, nullptr, nullptr) == SQLITE_OK, sqlite3_errmsg(db.get()));
+    }
+
+    struct Closer
+    {
+        void operator()(sqlite3 *raw) const { sqlite3_close(raw); }
+    };
+    QTemporaryDir dir;
+    std::unique_ptr<sqlite3, Closer> db;
+    QString consulta;
+};
+
+void loopOverTheQuery(benchmark::State &state)
+{
+    const Registro registro(int(state.range(0)));
+    const QByteArray sql =
+        "SELECT LG_Data, RO_Cod, AU_Cod, LG_Resp, LG_Aluno, LG_Classe FROM LG_LogAulas WHERE LG_Data >= "
+        "'2026-01-01 00:00:00' AND LG_Data <= '2026-12-31 00:00:00' AND LG_Aluno = 3 AND LG_Resp <> '' "
+        "AND LG_Classe = 7 ORDER BY LG_Data DESC";
+    for (auto _ : state) {
+        sqlite3_stmt *raw = nullptr;
+        check(sqlite3_prepare_v2(registro.db.get(), sql.constData(), -1, &raw, nullptr) == SQLITE_OK, "no query");
+        const std::unique_ptr<sqlite3_stmt, int (*)(sqlite3_stmt *)> stmt(raw, sqlite3_finalize);
+        std::vector<LinhaLog> log;
+        const auto text = [raw](int column) {
+            return QString::fromUtf8(
+                reinterpret_cast<const char *>(sqlite3_column_text(raw, column)), sqlite3_column_bytes(raw, column));
+        };
+        while (sqlite3_step(raw) == SQLITE_ROW)
+            log.push_back({sqlite3_column_int(raw, 1), text(3), text(0)});
+        check(std::ssize(log) == state.range(0), "not all rows are read");
+        benchmark::DoNotOptimize(log.data());
+    }
+}
+
+void sheetOfAPeriod(benchmark::State &state)
+{
+    const Registro registro(int(state.range(0)));
+    for (auto _ : state) {
+        gBD->Records_Set(registro.consulta, u"rsLogAulas"_s, {}, kCursorKeyset);
+        const auto planilha = montaPlanilha({true, {}});
+        check(planilha && planilha->completa && planilha->linhas.size() > std::size_t(state.range(0)),
+            "not all rows are in the sheet");
+    }
+}
+
+/// The same without the query: rows in memory to sheet and summary.
+void marksOfRows(benchmark::State &state)
+{
+    const Registro registro(0);
+    std::vector<LinhaLog> log;
+    for (int i = 0; i < state.range(0); ++i)
+        log.push_back(
+            {kFirstCode + 3 + i * 7 % kIndexLines, u"Matemática<disc>Roteiro<rot>A:E:"_s, u"01/03/26 10:20:30"_s});
+    for (auto _ : state) {
+        const Planilha planilha = contaMarcas(log, IndiceRoteiros(), {true, {}});
+        check(planilha.completa, "not all rows are counted");
+    }
+}
+
+} // namespace
+
+BENCHMARK(readingFiles)->Unit(benchmark::kMillisecond);
+BENCHMARK(indexingFiles)->Unit(benchmark::kMillisecond);
+BENCHMARK(loopOverTheQuery)->Arg(10000)->Arg(20000)->Unit(benchmark::kMillisecond);
+BENCHMARK(sheetOfAPeriod)->Arg(10000)->Arg(20000)->Unit(benchmark::kMillisecond);
+BENCHMARK(marksOfRows)->Arg(10000)->Arg(20000)->Unit(benchmark::kMillisecond);
+
+int main(int argc, char **argv)
+{
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    const QGuiApplication app(argc, argv);
+    benchmark::Initialize(&argc, argv);
+    benchmark::RunSpecifiedBenchmarks();
+    return 0;
+}

@@ -1,0 +1,194 @@
+#include "reports/paginas.h"
+
+#include "apoio.h"
+#include "data/bd.h"
+#include "data/consultas.h"
+#include "platform/caminho.h"
+#include "reports/indice.h"
+#include "reports/periodo.h"
+#include "startup/estado.h"
+#include "startup/quorel_zeto.h"
+#include "support/suporte.h"
+
+#include <QDir>
+#include <QFileInfo>
+#include <QTemporaryDir>
+
+using namespace quorel;
+using namespace quorel::teste;
+using namespace Qt::StringLiterals;
+
+/// The pages of a small register, from its log rows to the bytes of the files.
+class TstPaginas : public QObject
+{
+    Q_OBJECT
+private slots:
+    void init();
+    void theSheetsPage_data();
+    void theSheetsPage();
+    void theChartsPage();
+    void missingNames();
+    void headerAlone();
+    void cells_data();
+    void cells();
+    void whereThePageIsWritten();
+
+private:
+    Planilha planilhaDe(const EscolhaDisciplinas &escolha);
+    std::unique_ptr<QTemporaryDir> mDir;
+    std::unique_ptr<Registro> mRegistro;
+};
+
+static QByteArray expectedPage(const QString &nome)
+{
+    const QByteArray page = le(QStringLiteral(QUOREL_SOURCE "/tests/reports/esperado/") + nome);
+    if (page.isEmpty())
+        qFatal("no page %s", qPrintable(nome));
+    return page;
+}
+
+static QByteArray writtenPage(const QString &pagina)
+{
+    return le(nativePath(gravaPagina(pagina)));
+}
+
+void TstPaginas::init()
+{
+    failOnWarnings();
+    reiniciaReports();
+    mDir = std::make_unique<QTemporaryDir>();
+    gConfig = Quorel_Zeto();
+    gConfig.SetaCFG(
+        u"[zeto]\r\nDBBLOCOS="_s + barras(mDir->path()) + u"\r\nZETO_MM="_s + barras(mDir->filePath(u"mm"_s)));
+    escreve(mDir->filePath(u"F1/0302CIF1.edb"_s),
+        "[ROT<1>]\r\nNomeRot =Primeiro\r\nCODROT:9\r\n[<1>1]\r\n"
+        "[ROT<2>]\r\nNomeRot = A \xC1gua\r\nCODROT:10\r\n[<2>1]\r\n");
+    escreve(mDir->filePath(u"I2/0302DEI2.edb"_s),
+        "[ROT<1>]\r\nNomeRot =Primeiro\r\nCODROT:19\r\n[<1>1]\r\n"
+        "[ROT<2>]\r\nNomeRot =<b>Cores & formas\r\nCODROT:20\r\n[<2>1]\r\n");
+    mRegistro = std::make_unique<Registro>();
+    mRegistro->sql(
+        u"INSERT INTO AL_Alunos VALUES (3, 'João <i>'), (4, NULL); INSERT INTO CL_Classes VALUES (7, '1ª A', NULL, "
+        u"NULL);"
+        "INSERT INTO LG_LogAulas VALUES (3, 7, '2026-03-01 00:00:00', 10, NULL, 'Ciências<disc>A Água<rot>E:', 1),"
+        "(3, 7, '2026-03-02 10:20:30', 10, NULL, 'Ciências<disc>A Água<rot>A:A:E:', 2),"
+        "(3, 7, '2026-03-02 10:20:31', 20, NULL, 'x<rot>A:', 3)"_s);
+    mRegistro->open();
+    gBD->Records_Set(consultas::alunosPorNome(), u"rsAlunos"_s, {}, kCursorKeyset);
+    gBD->Records_Set(consultas::classesPorNome(), u"rsClasses"_s, {}, kCursorKeyset);
+    gAluno = 3;
+    gClasse = 7;
+}
+
+Planilha TstPaginas::planilhaDe(const EscolhaDisciplinas &escolha)
+{
+    const Periodo periodo = lePeriodo(u"01/03/26"_s, u"31/03/26"_s);
+    gBD->Records_Set(
+        consultas::logDoPeriodo(periodo.inicio, periodo.fim, gAluno, gClasse), u"rsLogAulas"_s, {}, kCursorKeyset);
+    return montaPlanilha(escolha).value();
+}
+
+void TstPaginas::theSheetsPage_data()
+{
+    QTest::addColumn<EscolhaDisciplinas>("escolha");
+    QTest::addColumn<QString>("arquivo");
+    QTest::newRow("one discipline") << EscolhaDisciplinas{false, u"Ciências\t\t\t\t\t4"_s} << u"ciencias.html"_s;
+    QTest::newRow("Desenv. Sensorio Motor is cut at its first blank, a name passes as it is")
+        << EscolhaDisciplinas{false, u"Desenv. Sensorio Motor\t\t\t\t\t6"_s} << u"desenv.html"_s;
+    QTest::newRow("all disciplines") << EscolhaDisciplinas{true, {}} << u"todas.html"_s;
+}
+
+void TstPaginas::theSheetsPage()
+{
+    QFETCH(EscolhaDisciplinas, escolha);
+    QFETCH(QString, arquivo);
+    const Planilha planilha = planilhaDe(escolha);
+    const CabecalhoPagina cabecalho = leCabecalho(u"01/03/26"_s, u"31/03/26"_s);
+    QCOMPARE(writtenPage(paginaDesempenho(cabecalho, planilha.linhas)), expectedPage(arquivo));
+}
+
+void TstPaginas::theChartsPage()
+{
+    CabecalhoPagina cabecalho = leCabecalho(u"01/03/26"_s, u"31/03/26"_s);
+    QCOMPARE(writtenPage(paginaGrafico(cabecalho, u"C:\\TEMP\\TMP1.TMP"_s)), expectedPage(u"grafico.html"_s));
+
+    escreve(mDir->filePath(u"mm/Fig/q/e/quorel.GIF"_s), "GIF89a");
+    cabecalho = leCabecalho({}, {});
+    QCOMPARE(cabecalho.figura, barras(mDir->filePath(u"mm"_s)) + u"\\Fig\\q\\e\\quorel.GIF"_s);
+    QVERIFY(paginaGrafico(cabecalho, {}).contains(u"<img SRC=\""_s + cabecalho.figura + u"\"> \r\n"_s));
+}
+
+void TstPaginas::missingNames()
+{
+    gAluno = 4;
+    gClasse = 8;
+    const CabecalhoPagina cabecalho = leCabecalho(u"01/03/26"_s, u"__/__/__"_s);
+    const QString dates =
+        u"\r\n<BR>\r\n</FONT>\r\n<FONT SIZE=4>\r\n<BR>\r\nData Inicial: 01/03/26 -- Data Final: __/__/__"
+        "\r\n<BR>\r\n<BR>\r\n"_s;
+    QVERIFY(paginaGrafico(cabecalho, {}).contains(u"\r\nAluno: Genérico  Classe: Genérico"_s + dates));
+    QVERIFY(paginaDesempenho(cabecalho, {}).contains(u"\r\nAluno:   Classe: "_s + dates));
+}
+
+/// The rows of the table of a sheet's page.
+static QString tableOf(const std::vector<LinhaPlanilha> &linhas)
+{
+    const QString heading = paginaDesempenho({}, {});
+    const QString page = paginaDesempenho({}, linhas);
+    const QString end = u"</TR>\r\n</TABLE>\r\n</DIV></FONT>\r\n</BODY></HTML>"_s;
+    if (!heading.endsWith(end) || !page.endsWith(end) || !page.startsWith(heading.chopped(end.size())))
+        return u"another frame"_s;
+    return page.chopped(end.size()).sliced(heading.size() - end.size());
+}
+
+void TstPaginas::headerAlone()
+{
+    QCOMPARE(tableOf({{u"Data"_s, u"Nome do Roteiro"_s, u"Acertos"_s, u"Erros"_s}}),
+        u"<TD ALIGN=LEFT WIDTH=18>\r\nData\r\n</TD>\r\n<TD ALIGN=LEFT WIDTH=400>\r\nNome do Roteiro\r\n</TD>\r\n"
+        "<TD ALIGN=CENTER>\r\nAcertos\r\n</TD>\r\n<TD ALIGN=CENTER>\r\nErros\r\n</TD>\r\n</TR>\r\n<TR>\r\n"_s);
+}
+
+void TstPaginas::cells_data()
+{
+    QTest::addColumn<LinhaPlanilha>("linha");
+    QTest::addColumn<QString>("expected");
+    const QString opened = u"<TD ALIGN=LEFT WIDTH=18>\r\n"_s;
+    const QString rowEnd = u"</TR>\r\n<TR>\r\n"_s;
+    QTest::newRow("an empty row: its last cell opens") << LinhaPlanilha{} << opened + rowEnd;
+    QTest::newRow("a row that a failure cut off: a cell before an empty one is nothing")
+        << LinhaPlanilha{u"01/03/26 10:00:00"_s, {}, {}, {}} << opened + u"01/03/26\r\n</TD>\r\n"_s + opened + rowEnd;
+    QTest::newRow("five equals signs are an empty cell, and in the last place end no row")
+        << LinhaPlanilha{u"====="_s, u"x TOTALIZA"_s, u"====="_s, u"====="_s}
+        << opened + u"<TD ALIGN=LEFT WIDTH=400>\r\nx TOTALIZA\r\n</TD>\r\n"_s + opened;
+    QTest::newRow("total in small letters is none") << LinhaPlanilha{QString(), u"Total"_s, {},
+        u"1"_s} << u"<TD ALIGN=LEFT WIDTH=400>\r\nTotal\r\n</TD>\r\n<TD ALIGN=CENTER>\r\n1\r\n</TD>\r\n"_s + rowEnd;
+    QTest::newRow("only the first column is cut at a blank; tags pass")
+        << LinhaPlanilha{u"a b"_s, u"c d<img src=x>"_s, u"1 2"_s, u"&"_s}
+        << opened
+            + u"a\r\n</TD>\r\n<TD ALIGN=LEFT WIDTH=400>\r\nc d<img src=x>\r\n</TD>\r\n<TD ALIGN=CENTER>\r\n1 2\r\n"
+              "</TD>\r\n<TD ALIGN=CENTER>\r\n&\r\n</TD>\r\n"_s
+            + rowEnd;
+}
+
+void TstPaginas::cells()
+{
+    QFETCH(LinhaPlanilha, linha);
+    QFETCH(QString, expected);
+    QCOMPARE(tableOf({linha}), expected);
+}
+
+void TstPaginas::whereThePageIsWritten()
+{
+    const QString caminho = gravaPagina(u"Olá, \u4E16"_s);
+    QVERIFY(QFileInfo(caminho.section(u'\\', -1)).fileName().startsWith(u"TMP"_s));
+    QVERIFY(caminho.endsWith(u".HTML"_s));
+    QCOMPARE(le(nativePath(caminho)), QByteArray("Ol\xE1, ?"));
+    // The file that gave its name stays, empty.
+    const QString source = QString(caminho).replace(u".HTML"_s, u".TMP"_s);
+    QVERIFY(QFileInfo::exists(nativePath(source)));
+    QCOMPARE(le(nativePath(source)), QByteArray());
+    QVERIFY(gravaPagina({}) != caminho);
+}
+
+QTEST_MAIN(TstPaginas)
+#include "tst_paginas.moc"
