@@ -49,7 +49,7 @@ void fAlunos::buildLayout()
     paleta.setColor(QPalette::Window, QColor::fromRgb(kLaranjaPalido));
     setPalette(paleta);
     setFont(fonte(Tipo::Arial, kPontos));
-    setFundo(figura(u"fundo_cadastro"_s));
+    setFundo(u"fundo_cadastro"_s);
     setWindowTitle(u"Cadastros"_s);
     buildOpcoes();
     mFrmSel = new FrmSel(mArredores, this);
