@@ -1,0 +1,218 @@
+#include "reports/impressao.h"
+#include "reports/visor.h"
+#include "support/suporte.h"
+
+#include <QAbstractTextDocumentLayout>
+#include <QDir>
+#include <QHostAddress>
+#include <QImage>
+#include <QPrinter>
+#include <QProcess>
+#include <QScrollBar>
+#include <QTcpServer>
+#include <QTemporaryDir>
+#include <QTextBlock>
+
+using namespace quorel;
+using namespace quorel::teste;
+using namespace Qt::StringLiterals;
+
+class TstVisor : public QObject
+{
+    Q_OBJECT
+private slots:
+    void init() { failOnWarnings(); }
+    void showsThePictureUnderItsVeryText();
+    void loadsNothingElse_data();
+    void loadsNothingElse();
+    void aMissingPageIsEmpty();
+    void narrowColumnsStayOnOneLine();
+    void sheetsEndBetweenRows_data();
+    void sheetsEndBetweenRows();
+    void aLongPageLosesNoRowOnPaper();
+
+private:
+    QTemporaryDir mDir;
+    QString write(const QString &name, const QByteArray &page); ///< path with backslashes
+    QString picture(const QString &name, const QColor &colour, const QSize &size = {40, 30});
+};
+
+QString TstVisor::write(const QString &name, const QByteArray &page)
+{
+    escreve(mDir.filePath(name), page);
+    return barras(mDir.filePath(name));
+}
+
+QString TstVisor::picture(const QString &name, const QColor &colour, const QSize &size)
+{
+    QImage image(size, QImage::Format_RGB32);
+    image.fill(colour);
+    if (!image.save(mDir.filePath(name), "PNG"))
+        qFatal("no picture");
+    return barras(mDir.filePath(name));
+}
+
+static int pixelsOf(QWidget &widget, const QColor &colour)
+{
+    const QImage image = widget.grab().toImage().convertToFormat(QImage::Format_RGB32);
+    int n = 0;
+    for (int y = 0; y < image.height(); ++y)
+        for (int x = 0; x < image.width(); ++x)
+            n += image.pixelColor(x, y) == colour;
+    return n;
+}
+
+void TstVisor::showsThePictureUnderItsVeryText()
+{
+    for (const QString &name : {u"a b.TMP"_s, u"50%41#1?x.TMP"_s, u"ção.TMP"_s}) {
+        const QString src = picture(name, Qt::red);
+        const QString page = write(u"p.HTML"_s, "<HTML><img SRC=\"" + src.toLatin1() + "\"> olá</HTML>");
+        WebBrowser www(10, nullptr);
+        www.resize(300, 200);
+        www.Navigate(page, {src});
+        www.show();
+        QCOMPARE(pixelsOf(www, Qt::red), 40 * 30);
+    }
+    // One that is three times as fine as the screen keeps its natural size.
+    QImage fine(120, 90, QImage::Format_RGB32);
+    fine.fill(Qt::red);
+    fine.setDotsPerMeterX(11339);
+    fine.setDotsPerMeterY(11339);
+    QVERIFY(fine.save(mDir.filePath(u"fina.TMP"_s), "PNG"));
+    const QString src = barras(mDir.filePath(u"fina.TMP"_s));
+    WebBrowser www(10, nullptr);
+    www.resize(300, 200);
+    www.Navigate(write(u"p.HTML"_s, "<img SRC=\"" + src.toLatin1() + "\">"), {src});
+    www.show();
+    QCOMPARE(pixelsOf(www, Qt::red), 40 * 30);
+}
+
+void TstVisor::loadsNothingElse_data()
+{
+    QTest::addColumn<QString>("markup"); // %1 a server of ours, %2 a picture on the disc, native
+    QTest::newRow("address") << u"<img src=\"http://127.0.0.1:%1/a.png\">"_s;
+    QTest::newRow("share") << u"<img src=\"\\\\127.0.0.1\\a\\b.png\">"_s;
+    QTest::newRow("local file") << u"<img src=\"%2\">"_s;
+    QTest::newRow("file address") << u"<img src=\"file://%2\">"_s;
+    QTest::newRow("background of a cell") << u"<table><tr><td style=\"background-image: url(%2)\">x</td></table>"_s;
+    QTest::newRow("background of the page") << u"<body background=\"%2\">"_s;
+    QTest::newRow("style sheet") << u"<link rel=\"stylesheet\" href=\"http://127.0.0.1:%1/a.css\">"_s;
+    QTest::newRow("style sheet, local") << u"<link rel=\"stylesheet\" href=\"%2.css\"><p>x</p>"_s;
+    QTest::newRow("no name") << u"<img src=\"\">"_s;
+    QTest::newRow("link") << u"<a href=\"file://%2\">x</a>"_s;
+}
+
+void TstVisor::loadsNothingElse()
+{
+    QFETCH(QString, markup);
+    QTcpServer server;
+    QVERIFY(server.listen(QHostAddress::LocalHost));
+    const QString other = mDir.filePath(u"outra.png"_s);
+    picture(u"outra.png"_s, Qt::red);
+    escreve(other + u".css"_s, "p { background-color: #ff0000 }");
+    const QString page = write(u"p.HTML"_s,
+        u"<HTML>Aluno: %1</HTML>"_s.arg(markup)
+            .replace(u"%1"_s, QString::number(server.serverPort()))
+            .replace(u"%2"_s, other)
+            .toLatin1());
+    WebBrowser www(0, nullptr);
+    www.resize(300, 200);
+    www.Navigate(page, {});
+    www.show();
+    QCOMPARE(pixelsOf(www, Qt::red), 0);
+    QTest::mouseClick(www.viewport(), Qt::LeftButton, {}, {80, 12});
+    QVERIFY(www.toPlainText().contains(u"Aluno:"_s));
+    QPrinter printer;
+    printer.setOutputFormat(QPrinter::PdfFormat);
+    printer.setOutputFileName(mDir.filePath(u"p.pdf"_s));
+    pintaPagina(QString::fromLatin1(le(mDir.filePath(u"p.HTML"_s))), {}, printer);
+    QVERIFY(!le(mDir.filePath(u"p.pdf"_s)).isEmpty());
+    QVERIFY(!server.waitForNewConnection(0));
+}
+
+void TstVisor::aMissingPageIsEmpty()
+{
+    WebBrowser www(0, nullptr);
+    www.Navigate(write(u"p.HTML"_s, "<b>texto</b>"), {});
+    QCOMPARE(www.toPlainText(), u"texto"_s);
+    www.Navigate(barras(mDir.filePath(u"não há.HTML"_s)), {barras(mDir.filePath(u"nem figura"_s)), QString()});
+    QCOMPARE(www.toPlainText(), QString());
+}
+
+/// A page like those of the sheet.
+static QByteArray sheetPage(int rows)
+{
+    QByteArray page = "<HTML> \r\n<BODY bgcolor=#FFFFFF>\r\n<TABLE BORDER=1 ALIGN=CENTER>\r\n<TR>\r\n";
+    for (int i = 1; i <= rows; ++i)
+        page += "<TD ALIGN=LEFT WIDTH=18>\r\n24/11/26\r\n</TD>\r\n<TD ALIGN=LEFT WIDTH=400>\r\nRoteiro n\xba "
+            + QByteArray::number(i)
+            + "\r\n</TD>\r\n<TD ALIGN=CENTER>\r\n12\r\n</TD>\r\n<TD ALIGN=CENTER>\r\n3\r\n</TD>"
+              "\r\n</TR>\r\n<TR>\r\n";
+    return page + "</TR>\r\n</TABLE>\r\n</BODY></HTML>";
+}
+
+void TstVisor::narrowColumnsStayOnOneLine()
+{
+    const QByteArray longName = sheetPage(1).replace("Roteiro", QByteArray("nome ").repeated(60));
+    DocumentoPagina page(QString::fromLatin1(longName), {});
+    page.setTextWidth(500);
+    QVERIFY(page.documentLayout()->documentSize().width() <= 500);
+    for (QTextBlock block = page.begin(); block.isValid(); block = block.next()) {
+        if (block.text().startsWith(u"nome"))
+            QVERIFY(block.layout()->lineCount() > 2);
+        else if (!block.text().isEmpty())
+            QCOMPARE(block.layout()->lineCount(), 1);
+    }
+}
+
+void TstVisor::sheetsEndBetweenRows_data()
+{
+    using Edges = std::vector<double>;
+    QTest::addColumn<Edges>("cortes");
+    QTest::addColumn<Edges>("expected");
+    QTest::newRow("one sheet") << Edges{10, 20} << Edges{0, 20};
+    QTest::newRow("just full") << Edges{50, 100} << Edges{0, 100};
+    QTest::newRow("a row goes to the next sheet whole") << Edges{60, 110} << Edges{0, 60, 110};
+    QTest::newRow("taller than a sheet") << Edges{10, 250, 260} << Edges{0, 10, 110, 210, 260};
+    QTest::newRow("nothing") << Edges{0} << Edges{0, 0};
+}
+
+void TstVisor::sheetsEndBetweenRows()
+{
+    using Edges = std::vector<double>;
+    QFETCH(Edges, cortes);
+    QFETCH(Edges, expected);
+    QCOMPARE(folhas(cortes, 100), expected);
+}
+
+static QStringList printedPages(const QString &pdf)
+{
+    QProcess reader;
+    reader.start(u"pdftotext"_s, {u"-layout"_s, pdf, u"-"_s});
+    if (!reader.waitForFinished() || reader.exitCode() != 0)
+        qFatal("pdftotext: %s", qPrintable(reader.errorString()));
+    QStringList pages = QString::fromUtf8(reader.readAllStandardOutput()).split(u'\f');
+    pages.removeLast(); // behind the last form feed
+    return pages;
+}
+
+void TstVisor::aLongPageLosesNoRowOnPaper()
+{
+    constexpr int kRows = 150;
+    QPrinter printer(QPrinter::HighResolution);
+    printer.setOutputFormat(QPrinter::PdfFormat);
+    printer.setPageSize(QPageSize(QPageSize::A4));
+    printer.setOutputFileName(mDir.filePath(u"longa.pdf"_s));
+    pintaPagina(QString::fromLatin1(sheetPage(kRows)), {}, printer);
+    const QStringList pages = printedPages(mDir.filePath(u"longa.pdf"_s));
+    QVERIFY(pages.size() > 2);
+    int row = 0;
+    for (const QString &page : pages) {
+        for (const QString &line : page.split(u'\n', Qt::SkipEmptyParts))
+            QCOMPARE(line.simplified(), u"24/11/26 Roteiro nº %1 12 3"_s.arg(++row));
+    }
+    QCOMPARE(row, kRows);
+}
+
+QTEST_MAIN(TstVisor)
+#include "tst_visor.moc"
