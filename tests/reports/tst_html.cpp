@@ -25,11 +25,13 @@ private slots:
     void aSecondDocumentThrowsTheFirstAway();
 };
 
+static void row(const char *name, const Operacao &operacao, const QString &expected)
+{
+    QTest::newRow(name) << operacao << expected;
+}
+
 static void addSimpleRows()
 {
-    const auto row = [](const char *name, const Operacao &operacao, const QString &expected) {
-        QTest::newRow(name) << operacao << expected;
-    };
     row(
         "FinalizaHtml ends no line", [](Html &h) { h.FinalizaHtml(); }, u"</BODY></HTML>"_s);
     row(
@@ -70,9 +72,6 @@ static void addSimpleRows()
 
 static void addRowsWithArguments()
 {
-    const auto row = [](const char *name, const Operacao &operacao, const QString &expected) {
-        QTest::newRow(name) << operacao << expected;
-    };
     row(
         "three breaks", [](Html &h) { h.Pula_Linha(3); }, u"<BR>\r\n<BR>\r\n<BR>\r\n"_s);
     row(
@@ -97,6 +96,10 @@ static void addRowsWithArguments()
         u"<TD ALIGN=RIGHT WIDTH=18 COLSPAN=3>\r\n"_s);
     row(
         "cell: 2 is left", [](Html &h) { h.BordaColuna(2, QString(), u"2"_s); }, u"<TD ALIGN=LEFT COLSPAN=2>\r\n"_s);
+}
+
+static void addRowsOfTextsAndPictures()
+{
     row(
         "block in the centre", [](Html &h) { h.Alinhamento(0); }, u"<DIV ALIGN=CENTER>\r\n"_s);
     row(
@@ -144,6 +147,7 @@ void TstHtml::appends_data()
     QTest::addColumn<QString>("expected");
     addSimpleRows();
     addRowsWithArguments();
+    addRowsOfTextsAndPictures();
 }
 
 void TstHtml::appends()

@@ -41,7 +41,7 @@ private:
 
 static QByteArray expectedPage(const QString &nome)
 {
-    const QByteArray page = le(QStringLiteral(QUOREL_SOURCE "/tests/reports/esperado/") + nome);
+    QByteArray page = le(QStringLiteral(QUOREL_SOURCE "/tests/reports/esperado/") + nome);
     if (page.isEmpty())
         qFatal("no page %s", qPrintable(nome));
     return page;
