@@ -28,6 +28,7 @@ function(quorel_library folder)
     target_include_directories(quorel_${folder} PUBLIC ${root})
     target_compile_definitions(quorel_${folder} PRIVATE QT_NO_CAST_FROM_ASCII QT_NO_CAST_TO_ASCII QT_NO_FOREACH)
     target_link_libraries(quorel_${folder} PUBLIC ${A_USES} ${A_QT} PRIVATE quorel_warnings)
+    quorel_use_pch(quorel_${folder} src)
 endfunction()
 
 # quorel_program(name [JANELAS] USES folders QT modules SOURCES files…): an executable in bin/.
@@ -40,4 +41,5 @@ function(quorel_program name)
     list(TRANSFORM A_QT PREPEND Qt6::)
     target_compile_definitions(${name} PRIVATE QT_NO_CAST_FROM_ASCII QT_NO_CAST_TO_ASCII QT_NO_FOREACH)
     target_link_libraries(${name} PRIVATE ${A_USES} ${A_QT} quorel_warnings)
+    quorel_use_pch(${name} src)
 endfunction()

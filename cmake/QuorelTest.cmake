@@ -16,6 +16,7 @@ function(quorel_test name)
     target_compile_definitions(${name} PRIVATE QUOREL_BIN="${CMAKE_RUNTIME_OUTPUT_DIRECTORY}"
         QUOREL_SOURCE="${PROJECT_SOURCE_DIR}" QUOREL_BUILD="${PROJECT_BINARY_DIR}")
     target_link_libraries(${name} PRIVATE quorel_support ${A_USES} ${A_QT} Qt6::Test quorel_warnings)
+    quorel_use_pch(${name} tests)
     if(A_NEEDS)
         add_dependencies(${name} ${A_NEEDS})
     endif()
