@@ -21,6 +21,16 @@ foto() { import -window root "$saida/$1.png" && echo "  $saida/$1.png"; }
 desiste() {
     echo "demonstra: $*" >&2
     cat "$casa"/*.log >&2 2>/dev/null || true
+    if [ -n "${quorel:-}" ]; then
+        if kill -0 "$quorel" 2>/dev/null; then
+            echo "  o programa vive ($(cat "/proc/$quorel/wchan" 2>/dev/null))" >&2
+        else
+            wait "$quorel" && echo "  o programa terminou" >&2 || echo "  o programa terminou com $?" >&2
+        fi
+        echo "  janelas à vista:" >&2
+        xdotool search --onlyvisible --name '.' 2>/dev/null |
+            while read -r id; do echo "    $(xdotool getwindowname "$id")" >&2; done || true
+    fi
     foto falha || true
     exit 1
 }
@@ -39,14 +49,15 @@ unset WAYLAND_DISPLAY QT_SCALE_FACTOR
 mkdir -m 700 "$XDG_RUNTIME_DIR"
 cp -a "$raiz/instalacao/windows" "$casa/windows"
 export QUOREL_WINDIR=$casa/windows
-Xvfb -displayfd 3 -screen 0 1024x768x24 -nolisten tcp 3>"$casa/tela" 2>/dev/null &
+Xvfb -displayfd 3 -screen 0 1024x768x24 -nolisten tcp -noreset 3>"$casa/tela" 2>/dev/null &
 filhos+=($!)
 espera 20 test -s "$casa/tela"
 DISPLAY=:$(cat "$casa/tela")
 export DISPLAY
 openbox >/dev/null 2>&1 &
 filhos+=($!)
-espera 20 xprop -root _NET_SUPPORTING_WM_CHECK
+# Its window tells that it manages: xprop alone also succeeds when there is none yet.
+espera 20 eval "xprop -root _NET_SUPPORTING_WM_CHECK | grep -q 'window id'"
 
 # The windows, by title; the first visible one.
 janela() { xdotool search --onlyvisible --name "^$1\$" 2>/dev/null | head -n 1; }

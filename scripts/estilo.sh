@@ -29,8 +29,11 @@ fi
 
 if [ "${1:-}" = --tidy ]; then
     shift
+    # clang can't read what g++ precompiled.
+    mkdir -p build/tidy
+    sed -E 's/-Winvalid-pch -include [^ "]+|-fpch-preprocess//g' build/debug/compile_commands.json >build/tidy/compile_commands.json
     (($#)) || mapfile -t alvos < <(sed -n "s|.*\"file\": \"$PWD/\(src/[^\"]*\)\".*|\1|p" build/debug/compile_commands.json)
     printf '%s\n' "$@" "${alvos[@]}" | grep . |
-        xargs -P 2 -n 1 clang-tidy -p build/debug --quiet 2> >(grep -v 'warnings generated' >&2) || falha "clang-tidy"
+        xargs -P 2 -n 1 clang-tidy -p build/tidy --quiet 2> >(grep -v 'warnings generated' >&2) || falha "clang-tidy"
 fi
 exit $falhas

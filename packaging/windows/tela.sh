@@ -2,7 +2,7 @@
 # Runs a command on a virtual display of its own, which goes with it: packaging/windows/tela.sh COMMAND…
 set -euo pipefail
 numero=$(mktemp)
-Xvfb -displayfd 3 -screen 0 1024x768x24 -nolisten tcp 3>"$numero" 2>/dev/null &
+Xvfb -displayfd 3 -screen 0 1024x768x24 -nolisten tcp -noreset 3>"$numero" 2>/dev/null &
 tela=$!
 trap 'kill "$tela" 2>/dev/null; wait 2>/dev/null; rm -f "$numero"' EXIT
 for ((n = 0; n < 200; n++)); do
