@@ -204,10 +204,10 @@ void Bus::tellWatchers(pid_t process)
 {
     if (isAlive(process)) // only that connection was closed
         return;
-    const auto first =
-        std::ranges::stable_partition(mWatches, [&](const Watch &each) { return each.process != process; });
-    const std::vector<Watch> told(std::make_move_iterator(first.begin()), std::make_move_iterator(first.end()));
-    mWatches.erase(first.begin(), first.end());
+    const auto first = std::stable_partition(
+        mWatches.begin(), mWatches.end(), [&](const Watch &each) { return each.process != process; });
+    const std::vector<Watch> told(std::make_move_iterator(first), std::make_move_iterator(mWatches.end()));
+    mWatches.erase(first, mWatches.end());
     for (const Watch &each : told)
         each.gone();
 }
