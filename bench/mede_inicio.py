@@ -82,7 +82,8 @@ def main():
     runs = int(sys.argv[2]) if len(sys.argv) > 2 else 20
     home = tempfile.mkdtemp()
     read, write = os.pipe()
-    display = subprocess.Popen(["Xvfb", "-displayfd", str(write), "-screen", "0", "1024x768x24", "-nolisten", "tcp"],
+    display = subprocess.Popen(["Xvfb", "-displayfd", str(write), "-screen", "0", "1024x768x24", "-nolisten", "tcp",
+                                "-noreset"],
                                pass_fds=[write], stderr=subprocess.DEVNULL)
     os.close(write)
     env = dict(os.environ, DISPLAY=":" + os.read(read, 16).decode().strip(), HOME=home, QUOREL_WINDIR=home + "/windir",

@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <array>
 #include <cstdint>
-#include <cstring>
 
 namespace quorel {
 
@@ -75,30 +74,27 @@ static char byteOf(char16_t c)
     return found != kByCharacter.end() && found->character == c ? static_cast<char>(found->byte) : '?';
 }
 
-/// Characters handled at once where their numbers are those of the bytes: all but 0x80 to 0x9F, whose upper three bits
-/// are 100 (looked for in all lanes of a word at once), and what lies outside the page.
-static constexpr qsizetype kBlock = 16;
+/// Characters handled at once where their numbers are those of the bytes. The loops over a block are for the compiler
+/// to turn into vector instructions: no branch, no early end, a fixed count.
+static constexpr qsizetype kBlock = 64;
 
 static bool sameNumbers(const unsigned char *bytes)
 {
-    constexpr std::uint64_t kHighBits = 0x8080808080808080U;
-    std::uint64_t words[kBlock / sizeof(std::uint64_t)];
-    std::memcpy(words, bytes, sizeof words);
-    std::uint64_t others = 0;
-    for (const std::uint64_t w : words)
-        others |= w & ~(w << 1) & ~(w << 2);
-    return (others & kHighBits) == 0;
+    constexpr int kSignedFirstLatin = kFirstLatin - 0x100; // as a signed byte only 0x80 to 0x9F lie below it
+    unsigned char others = 0;
+    for (qsizetype i = 0; i < kBlock; ++i)
+        others |= static_cast<signed char>(bytes[i]) < kSignedFirstLatin;
+    return others == 0;
 }
 
 static bool sameNumbers(const char16_t *characters)
 {
-    constexpr std::uint64_t kOutside = 0xFF00FF00FF00FF00U;
-    constexpr std::uint64_t kHighBits = 0x0080008000800080U;
-    std::uint64_t words[kBlock / (sizeof(std::uint64_t) / sizeof(char16_t))];
-    std::memcpy(words, characters, sizeof words);
-    std::uint64_t others = 0;
-    for (const std::uint64_t w : words)
-        others |= (w & kOutside) | (w & ~(w << 1) & ~(w << 2) & kHighBits);
+    std::uint16_t others = 0;
+    for (qsizetype i = 0; i < kBlock; ++i) {
+        const auto aboveControls = static_cast<std::uint16_t>(characters[i] - kFirstControl);
+        others |=
+            static_cast<std::uint16_t>((characters[i] > kLastLatin) | (aboveControls < kFirstLatin - kFirstControl));
+    }
     return others == 0;
 }
 
