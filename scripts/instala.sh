@@ -1,5 +1,6 @@
 #!/bin/bash
-# Installs the Debian packages that a purpose needs and that are missing. Purposes: compila, testa, mostra, mede, fuzz.
+# Installs the Debian packages that a purpose needs and that are missing. Purposes: compila, testa, mostra, mede, fuzz,
+# and for the Windows program janelas and testa_janelas.
 #   scripts/instala.sh compila testa
 set -euo pipefail
 
@@ -10,16 +11,15 @@ mostra="$fontes qt6-translations-l10n xvfb xauth openbox xdotool x11-utils image
 testa="$mostra git clang-format poppler-utils"
 mede="libbenchmark-dev libqt6sql6-sqlite"
 fuzz="clang libclang-rt-dev"
+janelas="cmake ninja-build ccache python3 g++-mingw-w64-x86-64-posix g++-mingw-w64-i686-posix mingw-w64-tools
+    qt6-base-dev qt6-base-dev-tools wine wine64 nsis tcl zstd zip dpkg-dev"
+testa_janelas="xvfb xauth xdotool imagemagick $fontes"
 
 pacotes=
 for uso in "$@"; do
     case $uso in
-    compila) pacotes+=" $compila" ;;
-    testa) pacotes+=" $testa" ;;
-    mostra) pacotes+=" $mostra" ;;
-    mede) pacotes+=" $mede" ;;
-    fuzz) pacotes+=" $fuzz" ;;
-    *) echo "uso: $0 compila|testa|mostra|mede|fuzz …" >&2; exit 2 ;;
+    compila | testa | mostra | mede | fuzz | janelas | testa_janelas) pacotes+=" ${!uso}" ;;
+    *) sed -n '2,4p' "$0" >&2; exit 2 ;;
     esac
 done
 

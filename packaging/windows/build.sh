@@ -8,7 +8,7 @@ set -euo pipefail
 cd "$(dirname "$0")/../.."
 aqui=packaging/windows
 . "$aqui/ambiente.sh"
-"$aqui/pacotes.sh"
+scripts/instala.sh janelas
 "$aqui/qt.sh"
 "$aqui/sqlite.sh"
 cmake --preset windows >/dev/null
