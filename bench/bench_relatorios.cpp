@@ -200,7 +200,7 @@ void marksOfRows(benchmark::State &state)
         log.push_back(
             {kFirstCode + 3 + i * 7 % kIndexLines, u"Matemática<disc>Roteiro<rot>A:E:"_s, u"01/03/26 10:20:30"_s});
     for (auto _ : state) {
-        const Planilha planilha = contaMarcas(log, IndiceRoteiros(), {true, {}});
+        const Planilha planilha = contaMarcas(log, {true, {}});
         check(planilha.completa, "not all rows are counted");
     }
 }
@@ -299,8 +299,8 @@ void previewOfAPage(benchmark::State &state)
     for (auto _ : state) {
         WebBrowser browser(0, nullptr);
         browser.resize(kPageWidth, 500);
-        browser.Navigate(file, {});
         browser.show();
+        browser.Navigate(file, {});
         QApplication::processEvents();
     }
 }

@@ -183,12 +183,19 @@ qsizetype RecordSet::currentRow() const
 
 QVariant RecordSet::value(const QVariant &nome) const
 {
-    const int column = fieldNumber(nome);
+    return value(fieldNumber(nome));
+}
+
+QVariant RecordSet::value(int column) const
+{
+    field(column);
     if (mLugar == Lugar::Novo) {
         const auto value = mInclusao->valores.find(column);
         return value == mInclusao->valores.end() ? QVariant(QMetaType::fromType<QString>()) : value->second;
     }
     const qsizetype row = currentRow();
+    if (mEdicoes.empty())
+        return storedValue(row, column);
     if (const auto edit = mEdicoes.find(row); edit != mEdicoes.end()) {
         if (const auto value = edit->second.valores.find(column); value != edit->second.valores.end())
             return value->second;

@@ -46,6 +46,7 @@ public:
     const Coluna &field(int number) const; ///< from 0 @throws kErroNome
     int fieldNumber(const QVariant &nome) const; ///< by name, case ignored, or number from 0 @throws kErroNome
     QVariant value(const QVariant &nome) const; ///< of the current record; Null is a null variant
+    QVariant value(int numero) const; ///< the same by number from 0
     void setValue(const QVariant &nome, const QVariant &valor); ///< in memory, converted to the field's type
     bool writable(int number) const; ///< whether a field can be assigned
 

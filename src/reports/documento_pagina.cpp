@@ -29,8 +29,7 @@ FiguraDePagina leFigura(const QString &caminho)
     return {caminho, image};
 }
 
-DocumentoPagina::DocumentoPagina(const QString &texto, const std::vector<FiguraDePagina> &figuras, QObject *parent)
-    : QTextDocument(parent)
+DocumentoPagina::DocumentoPagina(const std::vector<FiguraDePagina> &figuras)
 {
     setUndoRedoEnabled(false);
     setDefaultFont(fonte(Tipo::Arial, kPontos));
@@ -40,8 +39,15 @@ DocumentoPagina::DocumentoPagina(const QString &texto, const std::vector<FiguraD
         addResource(ImageResource, QUrl(figura.src), figura.imagem);
         addResource(ImageResource, QUrl::fromEncoded(figura.src.toUtf8()), figura.imagem); // as the layout may ask
     }
+}
+
+void DocumentoPagina::setTexto(const QString &texto)
+{
+    const QSizeF size = pageSize();
+    setPageSize({0, 0}); // nothing is laid out on such a page
     setHtml(texto);
     freeColumns();
+    setPageSize(size);
 }
 
 // A picture of no resource would be looked for as a file by the layout itself: there is always one, with nothing on it.

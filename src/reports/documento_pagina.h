@@ -18,14 +18,17 @@ struct FiguraDePagina
 /// size. @param caminho  with backslashes; it is also the SRC
 FiguraDePagina leFigura(const QString &caminho);
 
-/// A report page, read and ready to be laid out: columns as wide as their texts, only the names in more than one line.
+/// A report page: columns as wide as their texts, only the names in more than one line.
 /// Names in the page pass unescaped and may be tags, so the pictures given are all that it shows; it loads nothing.
 class DocumentoPagina final : public QTextDocument
 {
     Q_OBJECT
 public:
+    explicit DocumentoPagina(const std::vector<FiguraDePagina> &figuras);
+
+    /// Reads the page. Where the width is known by now, a long page is laid out once: most of the time goes there.
     /// @param texto  the page, decoded; empty is an empty page
-    DocumentoPagina(const QString &texto, const std::vector<FiguraDePagina> &figuras, QObject *parent = nullptr);
+    void setTexto(const QString &texto);
 
     /// Heights at which the page may be cut without cutting a line, a picture or a row of a table, ascending; the last
     /// one is the page's end. In the units of the layout, whose width must be set before.

@@ -60,16 +60,15 @@ void FGraficos::imprimeClick()
 
 void FGraficos::beginPreview()
 {
-    const QString logo = gConfig.N_Fig(u"quorel"_s);
-    if (!mCrtGrafico->isHidden()) {
-        const QString pagina = CriaHtmlGrafico();
-        mWWW->Navigate(pagina, {mArqGrafico, logo});
-    } else {
-        mWWW->Navigate(CriaDesemp_html(), {logo});
-    }
+    const bool grafico = !mCrtGrafico->isHidden();
+    const QString pagina = grafico ? CriaHtmlGrafico() : CriaDesemp_html();
+    QStringList figuras{gConfig.N_Fig(u"quorel"_s)};
+    if (grafico)
+        figuras << mArqGrafico;
     setCliente(kPrevia.janela);
     coloca(*mWWW, kPrevia.pagina);
     OcultaControl();
+    mWWW->Navigate(pagina, figuras);
 }
 
 void FGraficos::endPreview()

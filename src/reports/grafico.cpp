@@ -19,6 +19,7 @@ static QAccessibleInterface *chartInterface(const QString &className, QObject *o
 
 CrtGrafico::CrtGrafico(QWidget *parent) : QWidget(parent)
 {
+    setAttribute(Qt::WA_OpaquePaintEvent); // the sheet that lies behind is not painted
     QAccessible::installFactory(chartInterface); // once more does no harm
     setFocusPolicy(Qt::StrongFocus);
     setAccessibleName(u"Gráfico de acertos e erros"_s);

@@ -64,10 +64,11 @@ void pintaPagina(const QString &texto, const std::vector<FiguraDePagina> &figura
     const QSizeF sheet = paper.size() / scale;
     if (sheet.isEmpty())
         return;
-    DocumentoPagina pagina(texto, figuras);
+    DocumentoPagina pagina(figuras);
     pagina.setDocumentMargin(0);
     pagina.setUseDesignMetrics(true);
     pagina.setTextWidth(sheet.width());
+    pagina.setTexto(texto);
     painter.scale(scale, scale);
     paintSheets(pagina, sheet, painter, printer);
 }

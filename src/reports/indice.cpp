@@ -12,6 +12,7 @@
 #include "startup/valor.h"
 
 #include <algorithm>
+#include <limits>
 #include <string_view>
 #include <vector>
 
@@ -220,6 +221,19 @@ IndiceRoteiros::IndiceRoteiros()
     }
 }
 
+/// Codes are looked for in their plain decimal form: "007" and " 7" are never asked for. 0 for these, and what is none.
+static qint32 plainNumber(QStringView code)
+{
+    constexpr qint64 kMax = std::numeric_limits<qint32>::max();
+    qint64 number = 0;
+    for (const QChar c : code) {
+        if (c < u'0' || c > u'9' || (number == 0 && c == u'0') || number > kMax)
+            return 0;
+        number = number * 10 + (c.unicode() - u'0');
+    }
+    return number > kMax ? 0 : static_cast<qint32>(number);
+}
+
 void IndiceRoteiros::addLines(DisciplinaRelatorio disciplina, QStringView linhas)
 {
     qsizetype lineEnd = linhas.indexOf(kFimLinha); // Kept: of the first line, which is passed over
@@ -230,11 +244,9 @@ void IndiceRoteiros::addLines(DisciplinaRelatorio disciplina, QStringView linhas
         linhas = rest;
         const qsizetype tab = line.indexOf(u'\t');
         const QStringView code = line.first(qMax(tab, 0));
-        const qint32 codigo = code.toInt(); // 0 for what is no number
-        // Codes are looked for in their plain decimal form: "007" and " 7" are never asked for.
-        if (codigo <= 0 || code != QString::number(codigo) || mPorCodigo.contains(codigo))
-            continue;
-        mPorCodigo.insert(codigo, {disciplina, lineEnd < 0 ? QStringView() : line.sliced(tab + 1)});
+        const qint32 codigo = plainNumber(code);
+        if (codigo > 0 && !mPorCodigo.contains(codigo))
+            mPorCodigo.insert(codigo, {disciplina, lineEnd < 0 ? QStringView() : line.sliced(tab + 1)});
     }
 }
 

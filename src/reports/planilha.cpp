@@ -2,6 +2,7 @@
 
 #include "data/bd.h"
 #include "data/campos.h"
+#include "data/recordset.h"
 #include "platform/erro.h"
 #include "reports/indice.h"
 #include "reports/textos.h"
@@ -14,8 +15,15 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-/// The lines of each discipline: date, name, right and wrong answers, tabs between them.
-using ListasPorDisciplina = std::array<QStringList, kNumDisciplinas>;
+/// Of a log row: date and name, and the right and wrong answers as numbers.
+struct LinhaContada
+{
+    QString data;
+    QString nome;
+    qsizetype acertos;
+    qsizetype erros;
+};
+using ListasPorDisciplina = std::array<std::vector<LinhaContada>, kNumDisciplinas>;
 
 const QString &tituloDe(DisciplinaRelatorio disciplina)
 {
@@ -23,19 +31,57 @@ const QString &tituloDe(DisciplinaRelatorio disciplina)
     return titulos[std::size_t(disciplina)];
 }
 
-ListasPorDisciplina separaPorDisciplina(const std::vector<LinhaLog> &log, const IndiceRoteiros &indice)
+/// A field as it would be found again between tabs.
+template <typename Texto>
+QString semBrancos(const Texto &texto)
 {
-    ListasPorDisciplina listas;
-    for (const LinhaLog &linha : log) {
-        const auto achado = linha.codigo > 0 ? indice.procura(linha.codigo) : std::nullopt;
-        if (!achado)
-            continue;
-        const QString respostas = gTexto.TextoDepois(linha.respostas, u"<rot>"_s);
-        const QStringList campos{linha.data, achado->nome.toString(), QString::number(respostas.count(u'A')),
-            QString::number(respostas.count(u'E'))};
-        listas[std::size_t(achado->disciplina)] << campos.join(u'\t');
+    QStringView view(texto);
+    while (view.startsWith(u' '))
+        view = view.sliced(1);
+    while (view.endsWith(u' '))
+        view.chop(1);
+    if constexpr (std::is_same_v<Texto, QString>) {
+        if (view.size() == texto.size())
+            return texto; // shared
     }
-    return listas;
+    return view.toString();
+}
+
+/// Puts log rows into the lists of their disciplines.
+class Separacao final
+{
+public:
+    Separacao() = default;
+
+    /// What the index knows of a row's code; nothing for a row that adds nothing.
+    std::optional<IndiceRoteiros::Achado> roteiro(qint32 codigo) const
+    {
+        return codigo > 0 ? mIndice.procura(codigo) : std::nullopt;
+    }
+    void add(const IndiceRoteiros::Achado &roteiro, const QString &respostas, const QString &data)
+    {
+        const qsizetype rot = respostas.indexOf(u"<rot>"_s);
+        const QStringView letras = QStringView(respostas).sliced(rot < 0 ? respostas.size() : rot);
+        mListas[std::size_t(roteiro.disciplina)].push_back(
+            {semBrancos(data), semBrancos(roteiro.nome), letras.count(u'A'), letras.count(u'E')});
+    }
+    const ListasPorDisciplina &listas() const { return mListas; }
+
+private:
+    IndiceRoteiros mIndice;
+    ListasPorDisciplina mListas;
+};
+
+/// A count as the sheet shows it; most are small, and a report has two a row.
+QString textoDaConta(qsizetype conta)
+{
+    static const auto pequenas = [] {
+        std::array<QString, 32> textos;
+        for (std::size_t i = 0; i < textos.size(); ++i)
+            textos[i] = QString::number(i);
+        return textos;
+    }();
+    return conta < std::ssize(pequenas) ? pequenas[std::size_t(conta)] : QString::number(conta);
 }
 
 /// Adds to a 16-bit counter. @throws ErroExecucao 6
@@ -51,11 +97,12 @@ public:
     explicit Montagem(Planilha &planilha) : mPlanilha(planilha) { }
 
     /// One discipline: title, lines, total. Nothing when it has no line.
-    void addDisciplina(const QString &titulo, const QStringList &lista, int fatia);
+    void addDisciplina(const QString &titulo, const std::vector<LinhaContada> &lista, int fatia);
     void addTotalGeral();
 
 private:
-    void addLinha(const QString &linha, Marcas &marcas);
+    void addLinha(const LinhaContada &linha, Marcas &marcas);
+    void addPartida(const QString &linha, Marcas &marcas);
     void addRow(LinhaPlanilha celulas) { mPlanilha.linhas.push_back(std::move(celulas)); }
 
     Planilha &mPlanilha;
@@ -67,7 +114,23 @@ LinhaPlanilha linhaDeTotal(const QString &rotulo, const Marcas &marcas)
     return {QString(), rotulo, QString::number(marcas.acertos), QString::number(marcas.erros)};
 }
 
-void Montagem::addLinha(const QString &linha, Marcas &marcas)
+void Montagem::addLinha(const LinhaContada &linha, Marcas &marcas)
+{
+    const QString acertos = textoDaConta(linha.acertos);
+    const QString erros = textoDaConta(linha.erros);
+    if (linha.data.contains(u'\t') || linha.nome.contains(u'\t')) {
+        addPartida(linha.data + u'\t' + linha.nome + u'\t' + acertos + u'\t' + erros, marcas);
+        return;
+    }
+    addRow({linha.data, linha.nome, QString(), QString()});
+    soma(marcas.acertos, inteiro16(double(linha.acertos)));
+    mPlanilha.linhas.back()[2] = acertos;
+    soma(marcas.erros, inteiro16(double(linha.erros)));
+    mPlanilha.linhas.back()[3] = erros;
+}
+
+// Kept: the four fields are found again by their tabs, so that one in a name moves the rest, and may end the sheet.
+void Montagem::addPartida(const QString &linha, Marcas &marcas)
 {
     const auto field = [&linha](int n) { return gTexto.Campo(linha, n, u"\t"_s, 1); };
     addRow({field(1), field(2), QString(), QString()});
@@ -79,13 +142,13 @@ void Montagem::addLinha(const QString &linha, Marcas &marcas)
     mPlanilha.linhas.back()[3] = erros;
 }
 
-void Montagem::addDisciplina(const QString &titulo, const QStringList &lista, int fatia)
+void Montagem::addDisciplina(const QString &titulo, const std::vector<LinhaContada> &lista, int fatia)
 {
-    if (lista.isEmpty())
+    if (lista.empty())
         return;
     Marcas marcas;
     addRow({titulo, QString(), QString(), QString()});
-    for (const QString &linha : lista)
+    for (const LinhaContada &linha : lista)
         addLinha(linha, marcas);
     addRow(linhaDeTotal(u"*** TOTAL ***"_s, marcas));
     mPlanilha.resumo[std::size_t(fatia)] = marcas;
@@ -122,20 +185,15 @@ void preenche(const ListasPorDisciplina &listas, const EscolhaDisciplinas &escol
 }
 
 /// The log rows from the current one to the last.
-std::vector<LinhaLog> leLog()
+void leLog(RecordSet &set, Separacao &separacao)
 {
-    std::vector<LinhaLog> log;
-    while (!gBD->FimDeArquivo(kLogAulas)) {
-        LinhaLog linha;
-        linha.codigo = gBD->Campo(u"RO_COD"_s, kLogAulas).toInt(); // a Null comes as an empty text
-        if (linha.codigo > 0) {
-            linha.respostas = variantText(gBD->Campo(u"LG_Resp"_s, kLogAulas));
-            linha.data = variantText(gBD->Campo(u"LG_DATA"_s, kLogAulas));
-        }
-        log.push_back(std::move(linha));
-        gBD->MoveProximoRegistro(kLogAulas);
+    const int codigo = set.fieldNumber(u"RO_COD"_s);
+    const int respostas = set.fieldNumber(u"LG_Resp"_s);
+    const int data = set.fieldNumber(u"LG_DATA"_s);
+    for (; !set.EOF_(); set.MoveNext()) {
+        if (const auto roteiro = separacao.roteiro(set.value(codigo).toInt())) // a Null is 0
+            separacao.add(*roteiro, variantText(set.value(respostas)), variantText(set.value(data)));
     }
-    return log;
 }
 
 Planilha soCabecalho()
@@ -145,16 +203,35 @@ Planilha soCabecalho()
 
 } // namespace
 
-Planilha contaMarcas(const std::vector<LinhaLog> &log, const IndiceRoteiros &indice, const EscolhaDisciplinas &escolha)
+/// The sheet of what was put into lists.
+Planilha planilhaDe(const ListasPorDisciplina &listas, const EscolhaDisciplinas &escolha)
 {
     Planilha planilha = soCabecalho();
     try {
-        if (!log.empty()) // without any row not even a total is shown
-            preenche(separaPorDisciplina(log, indice), escolha, planilha);
+        preenche(listas, escolha, planilha);
         planilha.completa = true;
     } catch (const ErroExecucao &) { // completa tells it
     }
     return planilha;
+}
+
+Planilha semLinhas()
+{
+    Planilha planilha = soCabecalho(); // not even a total is shown
+    planilha.completa = true;
+    return planilha;
+}
+
+Planilha contaMarcas(const std::vector<LinhaLog> &log, const EscolhaDisciplinas &escolha)
+{
+    if (log.empty())
+        return semLinhas();
+    Separacao separacao;
+    for (const LinhaLog &linha : log) {
+        if (const auto roteiro = separacao.roteiro(linha.codigo))
+            separacao.add(*roteiro, linha.respostas, linha.data);
+    }
+    return planilhaDe(separacao.listas(), escolha);
 }
 
 std::optional<Planilha> montaPlanilha(const EscolhaDisciplinas &escolha)
@@ -166,9 +243,11 @@ std::optional<Planilha> montaPlanilha(const EscolhaDisciplinas &escolha)
         return std::nullopt;
     }
     try {
-        const bool anyRow = gBD->NumeroTotalDeRegistros(kLogAulas) > 0;
-        const std::vector<LinhaLog> log = anyRow ? leLog() : std::vector<LinhaLog>();
-        return contaMarcas(log, IndiceRoteiros(), escolha);
+        if (gBD->NumeroTotalDeRegistros(kLogAulas) <= 0)
+            return semLinhas();
+        Separacao separacao;
+        leLog(*gBD->GetRecordSet(kLogAulas), separacao);
+        return planilhaDe(separacao.listas(), escolha);
     } catch (const ErroExecucao &) { // of the record set: the sheet is already cleared
         return soCabecalho();
     }

@@ -9,8 +9,6 @@
 
 namespace quorel {
 
-class IndiceRoteiros;
-
 /// A row of the sheet: date, name of the Roteiro, right answers, wrong answers.
 using LinhaPlanilha = std::array<QString, 4>;
 
@@ -51,9 +49,10 @@ struct LinhaLog
     QString data; ///< as the sheet shows it
 };
 
-/// The figures of log rows, in the order of these. Rows without a code, or of a Roteiro that the index doesn't know,
-/// add nothing. A number past 32767, or a name with a tab where a number is then looked for, ends it (see completa).
-Planilha contaMarcas(const std::vector<LinhaLog> &log, const IndiceRoteiros &indice, const EscolhaDisciplinas &escolha);
+/// The figures of log rows, in the order of these, by the index as it stands. Rows without a code, or of a Roteiro that
+/// the index doesn't know, add nothing. A number past 32767, or a name with a tab where a number is then looked for,
+/// ends it (see completa).
+Planilha contaMarcas(const std::vector<LinhaLog> &log, const EscolhaDisciplinas &escolha);
 
 /// The sheet of the log rows that gBD holds under "rsLogAulas", which end behind the last one. Builds the index of the
 /// block files first when gBlocosArq has its empty element alone.

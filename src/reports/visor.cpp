@@ -29,9 +29,11 @@ void WebBrowser::Navigate(const QString &caminho, const QStringList &figuras)
     mFiguras.clear();
     for (const QString &figura : figuras)
         mFiguras.push_back(leFigura(figura));
-    auto page = std::make_unique<DocumentoPagina>(mTexto, mFiguras);
-    setDocument(page.get());
+    auto page = std::make_unique<DocumentoPagina>(mFiguras);
+    setDocument(page.get()); // the empty one, or the page would be laid out before it has its width, and again
     mPagina = std::move(page);
+    mPagina->setTexto(mTexto);
+    moveCursor(QTextCursor::Start);
 }
 
 void WebBrowser::ExecWB()

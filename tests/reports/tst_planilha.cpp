@@ -88,8 +88,7 @@ void TstPlanilha::marksOfALog()
     QFETCH(QString, respostas);
     QFETCH(qint16, acertos);
     QFETCH(qint16, erros);
-    const Planilha planilha =
-        contaMarcas({{10, respostas, u"01/03/26 10:00:00"_s}}, IndiceRoteiros(), escolha(u"Ciências"_s));
+    const Planilha planilha = contaMarcas({{10, respostas, u"01/03/26 10:00:00"_s}}, escolha(u"Ciências"_s));
     QVERIFY(planilha.completa);
     const QString a = QString::number(acertos);
     const QString e = QString::number(erros);
@@ -116,7 +115,7 @@ void TstPlanilha::whichRowsCount()
 {
     QFETCH(qint32, codigo);
     QFETCH(QString, expected);
-    const Planilha planilha = contaMarcas({row(codigo, u"A:A:E:"_s)}, IndiceRoteiros(), kTodas);
+    const Planilha planilha = contaMarcas({row(codigo, u"A:A:E:"_s)}, kTodas);
     QVERIFY(planilha.completa);
     QString found = u"-"_s;
     for (std::size_t fatia = 0; fatia < planilha.resumo.size(); ++fatia) {
@@ -171,7 +170,7 @@ void TstPlanilha::oneDiscipline()
     QFETCH(QString, nome);
     QFETCH(Linhas4, rows);
     QFETCH(Marcas, marcas);
-    const Planilha planilha = contaMarcas(someRows(), IndiceRoteiros(), escolha(nome));
+    const Planilha planilha = contaMarcas(someRows(), escolha(nome));
     rows.insert(rows.begin(), kHeader);
     QCOMPARE(planilha, (Planilha{rows, Resumo{marcas}, true}));
 }
@@ -181,7 +180,7 @@ void TstPlanilha::allDisciplines()
     gRotMatematica += u"21\tMedidas\r\n"_s;
     std::vector<LinhaLog> log = someRows();
     log.push_back(row(21, u"A:A:A:A:"_s));
-    const Planilha planilha = contaMarcas(log, IndiceRoteiros(), kTodas);
+    const Planilha planilha = contaMarcas(log, kTodas);
     const QString date = u"01/03/26 10:00:00"_s;
     const QString total = u"*** TOTAL ***"_s;
     const Linhas4 expected{kHeader, {u"Ciências"_s, {}, {}, {}}, {u"05/03/26 09:30:00"_s, u"Animais"_s, u"1"_s, u"0"_s},
@@ -210,7 +209,7 @@ void TstPlanilha::allDisciplinesWithoutAny()
         expected.push_back({});
         expected.push_back({QString(), u"*** TOTAL GERAL***"_s, u"0"_s, u"0"_s});
     }
-    QCOMPARE(contaMarcas(log, IndiceRoteiros(), kTodas), (Planilha{expected, {}, true}));
+    QCOMPARE(contaMarcas(log, kTodas), (Planilha{expected, {}, true}));
 }
 
 /// A row with so many right and wrong answers.
@@ -252,7 +251,7 @@ void TstPlanilha::countersEndAt32767()
     QFETCH(bool, completa);
     QFETCH(int, rows);
     QFETCH(LinhaPlanilha, last);
-    const Planilha planilha = contaMarcas(log, IndiceRoteiros(), kTodas);
+    const Planilha planilha = contaMarcas(log, kTodas);
     QCOMPARE(planilha.completa, completa);
     QCOMPARE(planilha.linhas.size(), std::size_t(rows));
     QCOMPARE(planilha.linhas.back(), last);
@@ -261,13 +260,11 @@ void TstPlanilha::countersEndAt32767()
 void TstPlanilha::aTabInANameShiftsItsFields()
 {
     gRotCiencias += u"12\tcom\t7\r\n13\tcom\ttab\r\n"_s;
-    const IndiceRoteiros indice;
-    const Planilha shifted = contaMarcas({row(12, u"A:A:E:"_s)}, indice, escolha(u"Ciências"_s));
+    const Planilha shifted = contaMarcas({row(12, u"A:A:E:"_s)}, escolha(u"Ciências"_s));
     QVERIFY(shifted.completa);
     QCOMPARE(shifted.linhas[2], (LinhaPlanilha{u"01/03/26 10:00:00"_s, u"com"_s, u"7"_s, u"2"_s}));
     QCOMPARE(shifted.resumo[0], (Marcas{7, 2}));
-    const Planilha ended =
-        contaMarcas({row(10, u"A:"_s), row(13, u"A:"_s), row(10, u"A:"_s)}, indice, escolha(u"Ciências"_s));
+    const Planilha ended = contaMarcas({row(10, u"A:"_s), row(13, u"A:"_s), row(10, u"A:"_s)}, escolha(u"Ciências"_s));
     QVERIFY(!ended.completa);
     QCOMPARE(ended.linhas.size(), std::size_t(4));
     QCOMPARE(ended.linhas.back(), (LinhaPlanilha{u"01/03/26 10:00:00"_s, u"com"_s, {}, {}}));
@@ -344,7 +341,7 @@ void TstPlanilha::twentyThousandRows()
     std::vector<LinhaLog> log;
     for (int i = 0; i < kRows; ++i)
         log.push_back(row(100000 + i, u"A:"_s));
-    const Planilha planilha = contaMarcas(log, IndiceRoteiros(), kTodas);
+    const Planilha planilha = contaMarcas(log, kTodas);
     QCOMPARE(planilha.linhas.size(), std::size_t(kRows + 5));
     QCOMPARE(planilha.resumo[2], (Marcas{kRows, 0}));
 }

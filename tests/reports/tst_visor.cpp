@@ -154,8 +154,9 @@ static QByteArray sheetPage(int rows)
 void TstVisor::narrowColumnsStayOnOneLine()
 {
     const QByteArray longName = sheetPage(1).replace("Roteiro", QByteArray("nome ").repeated(60));
-    DocumentoPagina page(QString::fromLatin1(longName), {});
+    DocumentoPagina page({});
     page.setTextWidth(500);
+    page.setTexto(QString::fromLatin1(longName));
     QVERIFY(page.documentLayout()->documentSize().width() <= 500);
     for (QTextBlock block = page.begin(); block.isValid(); block = block.next()) {
         if (block.text().startsWith(u"nome"))
