@@ -73,7 +73,7 @@ static QByteArray pupilsOfClass(int classe)
 {
     return "SELECT CLxAL.AL_Cod, AL_Nome FROM AL_Alunos JOIN CLxAL ON AL_Alunos.AL_Cod = CLxAL.AL_Cod "
            "WHERE CLxAL.CL_Cod = "
-        + QByteArray::number(classe) + " ORDER BY AL_Nome";
+        + QByteArray::number(classe) + " ORDER BY AL_Nome COLLATE NOCASE"; // the register orders so, too
 }
 
 static void onePass(const std::vector<int> &codes)

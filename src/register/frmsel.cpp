@@ -15,6 +15,7 @@
 #include <QEvent>
 #include <QLineEdit>
 #include <QPushButton>
+#include <QScopeGuard>
 #include <QSignalBlocker>
 
 namespace quorel {
@@ -67,9 +68,17 @@ void FrmSel::esvazia()
     hide();
 }
 
+void FrmSel::holdPainting(bool hold)
+{
+    mCmbClasse->setUpdatesEnabled(!hold);
+    mCmbAluno->setUpdatesEnabled(!hold);
+}
+
 // Kept: merely choosing a class, or typing in its box, makes it the current one.
 void FrmSel::classeChange()
 {
+    holdPainting(true); // reading the rows lets events through: the boxes are painted once, with the list that is read
+    const auto paint = qScopeGuard([this] { holdPainting(false); });
     mCmbAluno->clearEditText();
     gBD->Combo_Zera(*mCmbAluno);
     gClasse = codigo(gBD->Combo_Cod(*mCmbClasse, u"RSClasses"_s));

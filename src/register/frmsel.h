@@ -27,6 +27,7 @@ private:
     void buildLayout();
     void connectEvents();
     void classeChange();
+    void holdPainting(bool hold);
     void classeClick();
     void seleciona();
     void chooseAluno();
