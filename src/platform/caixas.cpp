@@ -1,11 +1,15 @@
 #include "platform/caixas.h"
 
 #include <QApplication>
+#include <QGridLayout>
 #include <QInputDialog>
 #include <QLabel>
 #include <QMessageBox>
 #include <QPushButton>
+#include <QScreen>
+#include <QSpacerItem>
 
+#include <algorithm>
 #include <cstdio>
 
 namespace quorel {
@@ -66,6 +70,25 @@ static Resposta unanswered(Botoes botoes)
     return Resposta::Ok;
 }
 
+/// Width in pixels that a box needs for its title bar to show the whole title, as far as the screen has it. The desktop
+/// paints titles in a font of its own, often a bold one, between an icon and its buttons.
+static int titleWidth(const QWidget &box)
+{
+    constexpr int kBeside = 120; // pixels: icon, three buttons and what lies between them
+    constexpr int kFrame = 40; // pixels that the window takes beside its contents
+    QFont bold = QApplication::font();
+    bold.setBold(true);
+    return std::min(QFontMetrics(bold).horizontalAdvance(box.windowTitle()) + kBeside,
+        box.screen()->availableGeometry().width() - kFrame);
+}
+
+/// A message box computes its size from its layout each time that it is shown: only a row in it makes it wider.
+static void widenForTitle(QMessageBox &box)
+{
+    if (auto *grid = qobject_cast<QGridLayout *>(box.layout()))
+        grid->addItem(new QSpacerItem(titleWidth(box), 0), grid->rowCount(), 0, 1, grid->columnCount());
+}
+
 static Resposta askYesNo(QMessageBox &box)
 {
     QPushButton *sim = box.addButton(u"Sim"_s, QMessageBox::YesRole);
@@ -89,6 +112,7 @@ Resposta mostraCaixa(const Caixa &caixa)
     box.setTextFormat(Qt::PlainText);
     box.setText(labelText(caixa.texto));
     box.setIcon(iconOf(caixa.icone));
+    widenForTitle(box);
     if (caixa.botoes == Botoes::SimNao)
         return askYesNo(box);
     QPushButton *ok = box.addButton(u"OK"_s, QMessageBox::AcceptRole);
@@ -110,8 +134,10 @@ QString pedeTexto(const CaixaTexto &caixa)
     QInputDialog dialog(boxOwner());
     dialog.setWindowTitle(caixa.titulo);
     dialog.setLabelText(labelText(caixa.texto));
-    for (QLabel *label : dialog.findChildren<QLabel *>())
+    for (QLabel *label : dialog.findChildren<QLabel *>()) {
         label->setTextFormat(Qt::PlainText);
+        label->setMinimumWidth(titleWidth(dialog)); // the dialogue takes its own least width from its layout
+    }
     dialog.setTextValue(caixa.proposta);
     dialog.setOkButtonText(u"OK"_s);
     dialog.setCancelButtonText(u"Cancelar"_s);

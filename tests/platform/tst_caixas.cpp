@@ -9,6 +9,7 @@
 #include <QMessageBox>
 #include <QProcess>
 #include <QPushButton>
+#include <QScreen>
 #include <QTest>
 #include <QTimer>
 
@@ -28,6 +29,8 @@ private slots:
     void questions_data();
     void questions();
     void plainTextWithItsTitleAndIcon();
+    void titlesAreShownWhole_data();
+    void titlesAreShownWhole();
     void inputs();
     void messagesAreServedMeanwhile();
     void seamsAreReplacedAndPutBack();
@@ -91,6 +94,35 @@ void TstCaixas::plainTextWithItsTitleAndIcon()
     const Caixa shown{.texto = u"<b>Um</b>\r\nDois"_s, .titulo = u"Atenção"_s, .icone = Icone::Critico};
     QCOMPARE(mostraCaixa(shown), Resposta::Ok);
     QCOMPARE(Caixa{}.titulo, u"Blocos de Roteiros do Sistema Quorel"_s);
+}
+
+void TstCaixas::titlesAreShownWhole_data()
+{
+    QTest::addColumn<QString>("titulo");
+    QTest::addColumn<Botoes>("botoes");
+    QTest::newRow("longer than the text") << u"Conexão por rede DIAL-UP não encontrada"_s << Botoes::SimNao;
+    QTest::newRow("of a box without one") << QString::fromUtf16(kTituloPadrao) << Botoes::Ok;
+    QTest::newRow("wider than any screen") << u"Muito comprido "_s.repeated(200) << Botoes::Ok;
+}
+
+void TstCaixas::titlesAreShownWhole()
+{
+    QFETCH(QString, titulo);
+    QFETCH(Botoes, botoes);
+    QFont bold = QApplication::font();
+    bold.setBold(true);
+    const int beside = 16 + 3 * 20; // the least that a title bar has in it besides: icon and buttons
+    const int wanted = QFontMetrics(bold).horizontalAdvance(titulo) + beside;
+    const auto check = [wanted](QDialog &box) {
+        const int screen = box.screen()->availableGeometry().width();
+        const int width = box.width();
+        QTest::keyClick(&box, Qt::Key_Escape);
+        QVERIFY2(width >= qMin(wanted, screen * 9 / 10) && width <= screen, qPrintable(QString::number(width)));
+    };
+    whenShown<QDialog>(check);
+    mostraCaixa({.texto = u"Sim?"_s, .titulo = titulo, .botoes = botoes});
+    whenShown<QDialog>(check);
+    pedeTexto({.texto = u"Nome"_s, .titulo = titulo, .proposta = {}});
 }
 
 void TstCaixas::inputs()
