@@ -22,8 +22,8 @@ constexpr std::string_view kSeparador = "<SP\xC7>"; // between the fields of Lin
 /// Part of the text: a section, or the value of a field.
 struct Trecho
 {
-    Lugar begin = 0;
-    Lugar end = 0;
+    Posicao begin = 0;
+    Posicao end = 0;
     bool isEmpty() const { return begin >= end; }
 };
 
@@ -44,7 +44,7 @@ private:
     void readHead(const Trecho &secao, RoteiroRec &roteiro);
     void readButton(const Trecho &secao, RoteiroRec &roteiro);
     void readAulas(const Trecho &secao, quint32 i, RoteiroRec &roteiro);
-    void collectAulas(const Trecho &secao, std::span<const Lugar> abre, Lugar comprimento);
+    void collectAulas(const Trecho &secao, std::span<const Posicao> abre, Posicao comprimento);
     void readAula(const Trecho &secao, AulaRec &aula);
     Trecho codigoDe(const Trecho &linha);
 
@@ -56,10 +56,10 @@ private:
     std::string_view mTexto;
     PlantaBloco *mPlanta; ///< not owned; may be null
     quint32 mNumRoteiros = 0;
-    LugaresPorNumero mRoteiros; ///< "[ROT<" number ">]"
-    LugaresPorNumero mAulas; ///< "[<" number ">", whatever follows
-    std::vector<Lugar> mAulaOpens; ///< of the present Roteiro: where lesson j's text begins, by j
-    LugaresPorNumero mAulaEnds; ///< of the present Roteiro: CR LF "[<" i ">" and the digits of a number
+    PosicoesPorNumero mRoteiros; ///< "[ROT<" number ">]"
+    PosicoesPorNumero mAulas; ///< "[<" number ">", whatever follows
+    std::vector<Posicao> mAulaOpens; ///< of the present Roteiro: where lesson j's text begins, by j
+    PosicoesPorNumero mAulaEnds; ///< of the present Roteiro: CR LF "[<" i ">" and the digits of a number
     std::vector<MarcaNumerada> mScratch;
     qsizetype mBudget; ///< characters that may still be kept
     bool mEnded = false; ///< a failure ended the reading
@@ -116,18 +116,18 @@ Bloco Leitor::le()
     return bloco;
 }
 
-Lugar digitsOf(quint32 numero)
+Posicao digitsOf(quint32 numero)
 {
-    Lugar digitos = 1;
+    Posicao digitos = 1;
     for (; numero > 9; numero /= 10)
         ++digitos;
     return digitos;
 }
 
 /// Length of "[<" i ">".
-Lugar abreAula(quint32 i)
+Posicao abreAula(quint32 i)
 {
-    return Lugar(kAbreAula.size()) + digitsOf(i) + 1;
+    return Posicao(kAbreAula.size()) + digitsOf(i) + 1;
 }
 
 /// The number of the lesson that opens behind "[<" i ">".
@@ -170,7 +170,7 @@ std::optional<MarcaNumerada> Leitor::roteiroAt(std::size_t at) const
     const NumeroLido lido = readNumero(rest);
     if (lido.digitos == 0 || !rest.substr(lido.digitos).starts_with(">]"))
         return std::nullopt;
-    return MarcaNumerada{lido.numero, Lugar(at)};
+    return MarcaNumerada{lido.numero, Posicao(at)};
 }
 
 /// "[<" number ">", whatever follows
@@ -182,7 +182,7 @@ std::optional<MarcaNumerada> Leitor::aulaAt(std::size_t at) const
     const NumeroLido lido = readNumero(rest);
     if (lido.digitos == 0 || !rest.substr(lido.digitos).starts_with('>'))
         return std::nullopt;
-    return MarcaNumerada{lido.numero, Lugar(at)};
+    return MarcaNumerada{lido.numero, Posicao(at)};
 }
 
 void Leitor::noteSecao(quint32 roteiro, quint32 aula, const Trecho &secao)
@@ -194,12 +194,12 @@ void Leitor::noteSecao(quint32 roteiro, quint32 aula, const Trecho &secao)
 /// The text of section i, without its opening marker; nothing when the section is missing or empty.
 std::optional<Trecho> Leitor::roteiroSection(quint32 i) const
 {
-    constexpr Lugar kFechaRoteiro = 2; // ">]"
-    const Lugar opens = mRoteiros.firstFrom(i, 0);
+    constexpr Posicao kFechaRoteiro = 2; // ">]"
+    const Posicao opens = mRoteiros.firstFrom(i, 0);
     if (opens == kNenhum)
         return std::nullopt;
-    Trecho secao{opens + Lugar(kAbreRoteiro.size()) + digitsOf(i) + kFechaRoteiro, Lugar(mTexto.size())};
-    const Lugar next = mRoteiros.firstFrom(i + 1, secao.begin);
+    Trecho secao{opens + Posicao(kAbreRoteiro.size()) + digitsOf(i) + kFechaRoteiro, Posicao(mTexto.size())};
+    const Posicao next = mRoteiros.firstFrom(i + 1, secao.begin);
     // Kept: where the next section follows at once, this one runs to the end of the text and reads that one's fields.
     if (next != kNenhum && next != secao.begin)
         secao.end = next;
@@ -209,11 +209,11 @@ std::optional<Trecho> Leitor::roteiroSection(quint32 i) const
 /// The value between the first occurrence of one marker and the next of another; empty when one of them is missing.
 Trecho Leitor::between(const Trecho &secao, ProximaMarca &abre, ProximaMarca &fecha)
 {
-    const Lugar opens = abre.find(secao.begin);
+    const Posicao opens = abre.find(secao.begin);
     if (opens == kNenhum || opens + abre.size() > secao.end)
         return {};
-    const Lugar begin = opens + abre.size();
-    const Lugar end = fecha.find(begin);
+    const Posicao begin = opens + abre.size();
+    const Posicao end = fecha.find(begin);
     if (end == kNenhum || end + fecha.size() > secao.end)
         return {};
     return {begin, end};
@@ -268,11 +268,11 @@ void Leitor::readAulas(const Trecho &secao, quint32 i, RoteiroRec &roteiro)
 {
     if (mEnded)
         return;
-    const std::span<const Lugar> todas = mAulas.of(i);
-    const Lugar comprimento = abreAula(i);
+    const std::span<const Posicao> todas = mAulas.of(i);
+    const Posicao comprimento = abreAula(i);
     const auto first = std::lower_bound(todas.begin(), todas.end(), secao.begin);
-    const auto last = std::partition_point(first, todas.end(), [&](Lugar l) { return l + comprimento <= secao.end; });
-    const std::span<const Lugar> abre(first, last);
+    const auto last = std::partition_point(first, todas.end(), [&](Posicao l) { return l + comprimento <= secao.end; });
+    const std::span<const Posicao> abre(first, last);
     const quint32 numAulas = quint32(abre.size());
     roteiro.Aulas.dimension(int(numAulas));
     if (abre.empty())
@@ -283,7 +283,7 @@ void Leitor::readAulas(const Trecho &secao, quint32 i, RoteiroRec &roteiro)
         Trecho aula{mAulaOpens[j], secao.end};
         if (aula.begin == kNenhum || aula.isEmpty())
             continue;
-        const Lugar next = mAulaEnds.firstFrom(j + 1, aula.begin);
+        const Posicao next = mAulaEnds.firstFrom(j + 1, aula.begin);
         if (next != kNenhum && next != aula.begin)
             aula.end = next;
         if (!spend(qsizetype(j - stored) * qsizetype(sizeof(AulaRec) / sizeof(QChar))))
@@ -296,18 +296,18 @@ void Leitor::readAulas(const Trecho &secao, quint32 i, RoteiroRec &roteiro)
 
 /// Where the lessons of a Roteiro begin and end.
 /// @param abre  places of "[<" i ">", each `comprimento` long
-void Leitor::collectAulas(const Trecho &secao, std::span<const Lugar> abre, Lugar comprimento)
+void Leitor::collectAulas(const Trecho &secao, std::span<const Posicao> abre, Posicao comprimento)
 {
     const quint32 numAulas = quint32(abre.size());
     mAulaOpens.assign(std::size_t(numAulas) + 1, kNenhum);
     mScratch.clear();
-    for (const Lugar lugar : abre) {
-        const std::string_view rest = view({lugar + comprimento, secao.end});
+    for (const Posicao posicao : abre) {
+        const std::string_view rest = view({posicao + comprimento, secao.end});
         const NumeroLido lido = aulaQueAbre(rest);
         if (lido.digitos > 0 && lido.numero <= numAulas && mAulaOpens[lido.numero] == kNenhum)
-            mAulaOpens[lido.numero] = lugar + comprimento + lido.digitos + Lugar(kFechaAula.size());
-        if (lugar < secao.begin + kFimLinha.size()
-            || mTexto.substr(lugar - kFimLinha.size(), kFimLinha.size()) != kFimLinha)
+            mAulaOpens[lido.numero] = posicao + comprimento + lido.digitos + Posicao(kFechaAula.size());
+        if (posicao < secao.begin + kFimLinha.size()
+            || mTexto.substr(posicao - kFimLinha.size(), kFimLinha.size()) != kFimLinha)
             continue;
         // Kept: the end marker has no closing bracket, so lesson 1 also ends before lesson 20.
         quint64 prefix = 0;
@@ -317,7 +317,7 @@ void Leitor::collectAulas(const Trecho &secao, std::span<const Lugar> abre, Luga
             prefix = prefix * 10 + quint64(c - '0');
             if (prefix > numAulas + 1)
                 break;
-            mScratch.push_back({quint32(prefix), lugar - Lugar(kFimLinha.size())});
+            mScratch.push_back({quint32(prefix), posicao - Posicao(kFimLinha.size())});
         }
     }
     mAulaEnds.build(mScratch, numAulas + 1);
@@ -330,7 +330,7 @@ void Leitor::readAula(const Trecho &secao, AulaRec &aula)
     aula.Linha = text(linha);
     Trecho tipo = between(secao, mTipo, mTab);
     if (!tipo.isEmpty()) {
-        const Lugar fimLinha = mFimLinha.find(tipo.begin);
+        const Posicao fimLinha = mFimLinha.find(tipo.begin);
         if (fimLinha != kNenhum && fimLinha + kFimLinha.size() <= tipo.end)
             tipo.end = fimLinha;
     }
@@ -345,11 +345,11 @@ Trecho Leitor::codigoDe(const Trecho &linha)
 {
     if (linha.isEmpty())
         return {};
-    const Lugar end = mFimCampo.find(linha.begin);
+    const Posicao end = mFimCampo.find(linha.begin);
     if (end == kNenhum || end + mFimCampo.size() > linha.end)
         return {};
     const std::size_t parentese = view({linha.begin, end}).find(')');
-    return parentese == std::string_view::npos ? Trecho() : Trecho{linha.begin + Lugar(parentese) + 1, end};
+    return parentese == std::string_view::npos ? Trecho() : Trecho{linha.begin + Posicao(parentese) + 1, end};
 }
 
 std::string_view viewOf(QByteArrayView bytes)

@@ -7,21 +7,21 @@ namespace quorel {
 ProximaMarca::ProximaMarca(std::string_view texto, std::string_view marca) : mTexto(texto), mMarca(marca) { }
 
 /// Only occurrences that begin inside the range count.
-Lugar ProximaMarca::findStartingIn(Lugar from, Lugar end) const
+Posicao ProximaMarca::findStartingIn(Posicao from, Posicao end) const
 {
     const std::size_t limit = std::min(mTexto.size(), std::size_t(end) + mMarca.size() - 1);
     const std::size_t found = mTexto.substr(0, limit).find(mMarca, from);
-    return found == std::string_view::npos ? kNenhum : Lugar(found);
+    return found == std::string_view::npos ? kNenhum : Posicao(found);
 }
 
-Lugar ProximaMarca::find(Lugar from)
+Posicao ProximaMarca::find(Posicao from)
 {
     if (mLastFrom <= from && from <= mLastFound)
         return mLastFound;
     mLastFrom = from;
     const std::size_t own = from / kBloco;
-    const Lugar size = Lugar(mTexto.size());
-    mLastFound = findStartingIn(from, Lugar(std::min<std::size_t>(size, (own + 1) * kBloco)));
+    const Posicao size = Posicao(mTexto.size());
+    mLastFound = findStartingIn(from, Posicao(std::min<std::size_t>(size, (own + 1) * kBloco)));
     if (mLastFound != kNenhum)
         return mLastFound;
 
@@ -30,18 +30,18 @@ Lugar ProximaMarca::find(Lugar from)
     std::size_t bloco = own + 1;
     while (bloco < mFromBloco.size() && mFromBloco[bloco] == 0 && mLastFound == kNenhum) {
         const std::size_t begin = bloco * kBloco;
-        mLastFound = findStartingIn(Lugar(begin), Lugar(std::min<std::size_t>(size, begin + kBloco)));
+        mLastFound = findStartingIn(Posicao(begin), Posicao(std::min<std::size_t>(size, begin + kBloco)));
         ++bloco;
     }
     if (mLastFound == kNenhum && bloco < mFromBloco.size())
         mLastFound = mFromBloco[bloco] == kNenhum ? kNenhum : mFromBloco[bloco] - 1;
-    const Lugar remembered = mLastFound == kNenhum ? kNenhum : mLastFound + 1;
+    const Posicao remembered = mLastFound == kNenhum ? kNenhum : mLastFound + 1;
     std::fill(mFromBloco.begin() + std::ptrdiff_t(std::min(own + 1, mFromBloco.size())),
         mFromBloco.begin() + std::ptrdiff_t(std::min(bloco, mFromBloco.size())), remembered);
     return mLastFound;
 }
 
-void LugaresPorNumero::build(std::span<const MarcaNumerada> marcas, quint32 maximo)
+void PosicoesPorNumero::build(std::span<const MarcaNumerada> marcas, quint32 maximo)
 {
     // Counting sort: first how many each number has, then where they begin, which filling moves to where they end.
     mEnd.assign(std::size_t(maximo) + 2, 0);
@@ -51,26 +51,26 @@ void LugaresPorNumero::build(std::span<const MarcaNumerada> marcas, quint32 maxi
     }
     for (std::size_t numero = 1; numero < mEnd.size(); ++numero)
         mEnd[numero] += mEnd[numero - 1];
-    mLugares.resize(mEnd.back());
+    mPosicoes.resize(mEnd.back());
     for (const MarcaNumerada &marca : marcas) {
         if (marca.numero <= maximo)
-            mLugares[mEnd[marca.numero]++] = marca.lugar;
+            mPosicoes[mEnd[marca.numero]++] = marca.posicao;
     }
 }
 
-std::span<const Lugar> LugaresPorNumero::of(quint32 numero) const
+std::span<const Posicao> PosicoesPorNumero::of(quint32 numero) const
 {
     if (std::size_t(numero) + 1 >= mEnd.size())
         return {};
-    const Lugar begin = numero == 0 ? 0 : mEnd[numero - 1];
-    return std::span(mLugares).subspan(begin, mEnd[numero] - begin);
+    const Posicao begin = numero == 0 ? 0 : mEnd[numero - 1];
+    return std::span(mPosicoes).subspan(begin, mEnd[numero] - begin);
 }
 
-Lugar LugaresPorNumero::firstFrom(quint32 numero, Lugar from) const
+Posicao PosicoesPorNumero::firstFrom(quint32 numero, Posicao from) const
 {
-    const std::span<const Lugar> lugares = of(numero);
-    const auto found = std::lower_bound(lugares.begin(), lugares.end(), from);
-    return found == lugares.end() ? kNenhum : *found;
+    const std::span<const Posicao> posicoes = of(numero);
+    const auto found = std::lower_bound(posicoes.begin(), posicoes.end(), from);
+    return found == posicoes.end() ? kNenhum : *found;
 }
 
 NumeroLido readNumero(std::string_view texto)

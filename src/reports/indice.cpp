@@ -30,8 +30,8 @@ constexpr std::string_view kFechaPrimeira = ">1]"; // of a Roteiro's first lesso
 /// Head of a Roteiro: from behind its opening marker to its first lesson.
 struct Trecho
 {
-    Lugar begin = 0;
-    Lugar end = 0;
+    Posicao begin = 0;
+    Posicao end = 0;
 };
 
 /// Finds the heads of the Roteiros of one text and the two fields of a head.
@@ -51,8 +51,8 @@ private:
 
     std::string_view mTexto;
     quint32 mCount = 0;
-    LugaresPorNumero mRoteiros; ///< "[ROT<" number ">]"
-    LugaresPorNumero mPrimeiras; ///< "[<" number ">1]"
+    PosicoesPorNumero mRoteiros; ///< "[ROT<" number ">]"
+    PosicoesPorNumero mPrimeiras; ///< "[<" number ">1]"
     ProximaMarca mCodigo{mTexto, "CODROT:"};
     ProximaMarca mNome{mTexto, "NomeRot ="};
     ProximaMarca mFimLinha{mTexto, "\r\n"};
@@ -88,27 +88,27 @@ void LeitorDeRoteiros::collect(
     const std::string_view rest = mTexto.substr(at + opens.size());
     const NumeroLido lido = readNumero(rest);
     if (lido.digitos > 0 && rest.substr(lido.digitos).starts_with(closes))
-        into.push_back({lido.numero, Lugar(at)});
+        into.push_back({lido.numero, Posicao(at)});
 }
 
 std::optional<Trecho> LeitorDeRoteiros::head(quint32 j) const
 {
-    const Lugar opens = mRoteiros.firstFrom(j, 0);
-    const Lugar lesson = mPrimeiras.firstFrom(j, 0);
+    const Posicao opens = mRoteiros.firstFrom(j, 0);
+    const Posicao lesson = mPrimeiras.firstFrom(j, 0);
     if (opens == kNenhum || lesson == kNenhum || lesson < opens)
         return std::nullopt;
-    const Lugar digits = Lugar(QByteArray::number(j).size());
-    return Trecho{opens + Lugar(kAbreRoteiro.size() + kFechaRoteiro.size()) + digits, lesson};
+    const Posicao digits = Posicao(QByteArray::number(j).size());
+    return Trecho{opens + Posicao(kAbreRoteiro.size() + kFechaRoteiro.size()) + digits, lesson};
 }
 
 /// From behind the first occurrence of a marker to the next line end; empty when one of them is missing.
 QString LeitorDeRoteiros::between(const Trecho &trecho, ProximaMarca &abre)
 {
-    const Lugar opens = abre.find(trecho.begin);
+    const Posicao opens = abre.find(trecho.begin);
     if (opens == kNenhum || opens + abre.size() > trecho.end)
         return {};
-    const Lugar begin = opens + abre.size();
-    const Lugar end = mFimLinha.find(begin);
+    const Posicao begin = opens + abre.size();
+    const Posicao end = mFimLinha.find(begin);
     if (end == kNenhum || end + mFimLinha.size() > trecho.end)
         return {};
     mBudget -= qsizetype(end - begin);

@@ -97,7 +97,7 @@ int Exame::lineOf(qint64 lugar)
 
 qint64 Exame::placeOf(const LugarBloco &secao, ProximaMarca &marca) const
 {
-    const Lugar at = marca.find(Lugar(secao.begin));
+    const Posicao at = marca.find(Posicao(secao.begin));
     return at == kNenhum || qint64(at) + marca.size() > secao.end ? -1 : qint64(at);
 }
 
