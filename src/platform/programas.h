@@ -26,7 +26,7 @@ struct DocumentRequest
 {
     Janela owner = 0; ///< window that an error box of the system would belong to
     QString verb; ///< "OPEN"
-    QString document; ///< path with backslashes, or an address
+    QString document; ///< path with backslashes, a name in `directory`, or an address
     QString directory; ///< working directory as the caller gives it, sense or not
     ShowMode show = ShowMode::Normal;
 };

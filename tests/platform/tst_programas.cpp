@@ -6,10 +6,12 @@
 
 #include "filho_teste.h"
 
+#include <QDesktopServices>
 #include <QDir>
 #include <QFileInfo>
 #include <QProcess>
 #include <QTemporaryDir>
+#include <QUrl>
 
 using namespace quorel;
 using namespace quorel::teste;
@@ -43,6 +45,8 @@ private slots:
     void theStartWaitsForTheAddressOrTheEnd();
     void aTurnRunsWhatIsQueuedHeldOrNot();
     void handlesOfWidgets();
+    void documentsAreFoundByTheirDirectory_data();
+    void documentsAreFoundByTheirDirectory();
     void roundRegion();
     void theEndOfTheProgram();
 };
@@ -115,6 +119,46 @@ void TstProgramas::handlesOfWidgets()
     placeWindow(gone, Ordem::Topmost, 0); // passed over
     const QWidget later;
     QVERIFY(handleOf(&later) != gone);
+}
+
+/// Takes the place of the system's viewers.
+class Viewer : public QObject
+{
+    Q_OBJECT
+public:
+    Viewer() { QDesktopServices::setUrlHandler(u"file"_s, this, "open"); }
+    ~Viewer() override { QDesktopServices::unsetUrlHandler(u"file"_s); }
+    QString opened; ///< native path
+
+public slots:
+    void open(const QUrl &url) { opened = url.toLocalFile(); }
+};
+
+void TstProgramas::documentsAreFoundByTheirDirectory_data()
+{
+    QTest::addColumn<QString>("document"); // D: the directory
+    QTest::addColumn<QString>("directory");
+    QTest::addColumn<bool>("opened");
+    QTest::newRow("a name in its directory") << u"index.htm"_s << u"D\\"_s << true;
+    QTest::newRow("no trailing backslash") << u"INDEX.HTM"_s << u"D"_s << true;
+    QTest::newRow("a whole path beside a name that is no directory") << u"D\\index.htm"_s << u"index.htm"_s << true;
+    QTest::newRow("not there") << u"outro.htm"_s << u"D\\"_s << false;
+    QTest::newRow("no name") << QString() << u"D\\"_s << false;
+}
+
+void TstProgramas::documentsAreFoundByTheirDirectory()
+{
+    QFETCH(QString, document);
+    QFETCH(QString, directory);
+    QFETCH(bool, opened);
+    const QTemporaryDir dir;
+    escreve(dir.filePath(u"index.htm"_s), "x");
+    const auto whole = [&](const QString &text) {
+        return text.startsWith(u'D') ? barras(dir.path()) + text.mid(1) : text;
+    };
+    Viewer viewer;
+    QCOMPARE(openDocumentNow({0, u"OPEN"_s, whole(document), whole(directory), ShowMode::Normal}), opened);
+    QCOMPARE(viewer.opened, opened ? dir.filePath(u"index.htm"_s) : QString());
 }
 
 void TstProgramas::roundRegion()

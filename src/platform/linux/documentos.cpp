@@ -19,17 +19,21 @@ static void askViewersForX11()
     qputenv("GDK_BACKEND", "x11");
 }
 
-static QUrl urlOf(const QString &document)
+/// A document named without its directory lies in the one that is asked for; for any other document that is of no use.
+static QUrl urlOf(const QString &document, const QString &directory)
 {
     if (document.contains("://"_L1) || document.startsWith("mailto:"_L1, Qt::CaseInsensitive))
         return QUrl(document);
-    const QString native = nativePath(document);
+    if (document.isEmpty())
+        return {};
+    const bool bare = !document.contains(u'\\') && !document.contains(u'/') && directory.contains(u'\\');
+    const QString native = nativePath(bare ? directory + u'\\' + document : document);
     return QFileInfo::exists(native) ? QUrl::fromLocalFile(QFileInfo(native).absoluteFilePath()) : QUrl();
 }
 
 bool openDocumentNow(const DocumentRequest &request)
 {
-    const QUrl url = urlOf(request.document);
+    const QUrl url = urlOf(request.document, request.directory);
     if (url.isEmpty())
         return false;
     askViewersForX11();
