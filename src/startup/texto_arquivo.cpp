@@ -8,6 +8,7 @@
 #include <QFile>
 #include <QFileInfo>
 #include <QSaveFile>
+#include <QStandardPaths>
 #include <QTemporaryFile>
 
 namespace quorel {
@@ -71,7 +72,8 @@ void TextoUtil::ApagaArquivo(const QString &Caminho) const
         QFile::remove(native);
 }
 
-/// The program and the rest of a command line; no program when no beginning names a file.
+/// The program and the rest of a command line; no program when no beginning names a file. A name without a directory
+/// may also be one of the system's programs.
 static ProgramRequest splitCommand(const QString &command)
 {
     if (command.startsWith(u'"')) {
@@ -85,7 +87,10 @@ static ProgramRequest splitCommand(const QString &command)
         if (isFile(native))
             return {.program = native, .arguments = command.mid(end + 1)};
     }
-    return {};
+    const QString name = command.section(u' ', 0, 0);
+    if (name.isEmpty() || name.contains(u'\\') || name.contains(u'/'))
+        return {};
+    return {.program = QStandardPaths::findExecutable(name), .arguments = command.mid(name.size() + 1)};
 }
 
 int TextoUtil::Executa(const QString &Comando, int, bool Espera, const QString &) const

@@ -44,7 +44,7 @@ public:
     void GravaArquivo(const QString &Caminho, const QString &Texto, int Modo, int = 0) const;
 
     /// Starts the program of a command line: the longest beginning that ends at a blank or at the end and names a file
-    /// (quotes around it allowed); the rest goes to it as it stands.
+    /// (quotes around it allowed), else the system's program of that bare name; the rest goes to it as it stands.
     /// @param Espera  return only when it can take messages; the rest is passed over @return not 0 when it was started
     int Executa(const QString &Comando, int EstiloJanela, bool Espera, const QString &Diretorio) const;
 

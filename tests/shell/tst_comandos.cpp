@@ -2,6 +2,7 @@
 
 #include "platform/costuras.h"
 #include "platform/fim.h"
+#include "shell/cconecta.h"
 #include "shell/comandos.h"
 #include "shell/faux.h"
 #include "shell/fblocos.h"
@@ -39,6 +40,7 @@ private slots:
     void didacticMaterialIsPointedOut();
     void page_data();
     void page();
+    void diallerIsAProgramOfTheSystem();
     void suiteProgramEndsThisOne();
 
 private:
@@ -249,6 +251,19 @@ void TstComandos::page()
         QCOMPARE(boxes->last(), pergunta);
     }
     QTRY_COMPARE(QApplication::activeWindow() == &c.principal(), !opened);
+}
+
+void TstComandos::diallerIsAProgramOfTheSystem()
+{
+    record(mStarted, mOpened);
+    const QByteArray path = qgetenv("PATH");
+    const QString dialler = noWindows(u"system/rundll32.exe"_s);
+    escreve(dialler, "x");
+    QFile::setPermissions(dialler, QFile::ReadOwner | QFile::ExeOwner);
+    qputenv("PATH", QFile::encodeName(noWindows(u"system"_s)));
+    gConecta.AtivarDialUp(u"Escola Nova"_s);
+    qputenv("PATH", path);
+    QCOMPARE(mStarted, QStringList{u"rundll32.exe rnaui.dll,RnaDial Escola Nova"_s});
 }
 
 void TstComandos::suiteProgramEndsThisOne()
