@@ -26,25 +26,18 @@ QString opticalRoot()
     return gTexto.TextoAntes(gUnidades.ListaUnidades(kOpticalDrive), QString(QChar(u'\0')), true);
 }
 
-QString proposedOrigin()
-{
-    const QString root = opticalRoot();
-    return (root.isEmpty() ? gSistema.DirWindows() + u'\\' : root) + "zeto_mm"_L1;
-}
-
 /// Asks for the destination the first time; for the origin only later, so never in the call that asked for the other.
 void askDirectories()
 {
     const QString titulo = u"Diretório"_s;
     if (gDirFiguras.isEmpty()) {
-        gDirFiguras = perguntaTexto({.texto = u"Digite o Diretório Destino das Figuras"_s,
-            .titulo = titulo,
-            .proposta = documentsDirectory() + "\\FigurasQuorel"_L1});
+        gDirFiguras = perguntaTexto(
+            {.texto = u"Digite o Diretório Destino das Figuras"_s, .titulo = titulo, .proposta = proposedCopies()});
         if (gDirFiguras.isEmpty())
             gDirFiguras = gSistema.DirWindows() + "\\Temp\\"_L1;
     } else if (gDirMM.isEmpty()) {
         gDirMM = perguntaTexto(
-            {.texto = u"Digite o Diretório Origem do Zeto_MM"_s, .titulo = titulo, .proposta = proposedOrigin()});
+            {.texto = u"Digite o Diretório Origem do Zeto_MM"_s, .titulo = titulo, .proposta = proposedMedia()});
     }
 }
 

@@ -6,7 +6,6 @@
 #include <QFile>
 #include <QFileInfo>
 #include <QSaveFile>
-#include <QStandardPaths>
 
 #include <algorithm>
 #include <array>
@@ -40,11 +39,13 @@ bool isSafeDestination(const QString &destino, const QString &diretorio)
 {
     const QString base = normalised(diretorio);
     const QString path = normalised(destino);
-    const QString inside = base.endsWith(u'/') ? base : base + u'/';
-    if (!path.startsWith(inside))
+    // The current directory, normalised, is a dot that the paths below it lose.
+    const QString inside = base == u"."_s ? QString() : base.endsWith(u'/') ? base : base + u'/';
+    if (!path.startsWith(inside) || QDir::isAbsolutePath(path) != QDir::isAbsolutePath(base))
         return false;
-    return std::ranges::none_of(QStringView(path).sliced(inside.size()).split(u'/'),
-        [](QStringView component) { return component.contains(u':') || isDeviceName(component); });
+    return std::ranges::none_of(QStringView(path).sliced(inside.size()).split(u'/'), [](QStringView component) {
+        return component == u".." || component.contains(u':') || isDeviceName(component);
+    });
 }
 
 bool copyFile(const QString &origem, const QString &destino)
@@ -88,11 +89,6 @@ QString parentOf(const QString &caminho)
 {
     const qsizetype end = caminho.lastIndexOf(u'\\');
     return end < 0 ? QString() : caminho.left(end);
-}
-
-QString documentsDirectory()
-{
-    return backslashPath(QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation));
 }
 
 } // namespace quorel

@@ -23,7 +23,4 @@ void makePath(const QString &caminho);
 /// The directory of a path without its trailing backslash; empty when it has none.
 QString parentOf(const QString &caminho);
 
-/// Directory for the user's documents, without a trailing backslash.
-QString documentsDirectory();
-
 } // namespace quorel

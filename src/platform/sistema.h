@@ -25,6 +25,14 @@ bool isReadOnly(const QString &caminho);
 /// Clears the read-only attribute. @return false when that failed or there is no such file.
 bool clearReadOnly(const QString &caminho);
 
+/// Where pictures and sounds are proposed to be copied to, without a trailing backslash: on Windows "C:\FigurasQuorel",
+/// on Linux a directory of that name among the user's documents.
+QString proposedCopies();
+
+/// Where the media collection is proposed to be: on Windows "D:\zeto_MM", on Linux "zeto_mm" on the optical disc, else
+/// in the Windows directory.
+QString proposedMedia();
+
 /// Directory for temporary files, backslash form, no trailing one.
 QString temporaryDirectory();
 

@@ -36,6 +36,8 @@ private slots:
     void copiesWhatALessonNames();
     void asksForTheDestinationOnce();
     void ontoItselfLosesNothing();
+    void relativeDestinations_data();
+    void relativeDestinations();
     void destinations_data();
     void destinations();
 };
@@ -84,11 +86,13 @@ void TstCopiaMidia::asksForTheDestinationOnce()
     QCOMPARE(boxes.asked().size(), 1);
     QCOMPARE(boxes.asked().front().texto, u"Digite o Diretório Destino das Figuras"_s);
     QCOMPARE(boxes.asked().front().titulo, u"Diretório"_s);
+    QVERIFY(boxes.asked().front().proposta.endsWith(u"\\FigurasQuorel"_s));
     QCOMPARE(copied().size(), 2);
     gConfig.SetaCFG(QString());
     boxes.respondeTexto(QString());
     CopiaSom(u"miau"_s);
     QCOMPARE(boxes.asked().back().texto, u"Digite o Diretório Origem do Zeto_MM"_s);
+    QVERIFY(boxes.asked().back().proposta.endsWith(u"\\zeto_mm"_s, Qt::CaseInsensitive));
     QCOMPARE(copied().size(), 2);
     gDirFiguras.clear();
     boxes.respondeTexto(QString());
@@ -129,6 +133,29 @@ void TstCopiaMidia::destinations()
     QFETCH(QString, destino);
     QTEST(isSafeDestination(destino, u"C:\\Fig"_s), "safe");
     QTEST(isSafeDestination(destino, u"C:\\Fig\\"_s), "safe");
+}
+
+// A teacher may type a destination that is no full path.
+void TstCopiaMidia::relativeDestinations_data()
+{
+    QTest::addColumn<QString>("diretorio");
+    QTest::addColumn<QString>("nome");
+    QTest::addColumn<bool>("safe");
+    QTest::newRow("here") << u"."_s << u"gato"_s << true;
+    QTest::newRow("here, below") << u".\\"_s << u"a\\gato"_s << true;
+    QTest::newRow("here, out") << u"."_s << u"..\\gato"_s << false;
+    QTest::newRow("here, device") << u"."_s << u"con"_s << false;
+    QTest::newRow("above") << u".."_s << u"gato"_s << true;
+    QTest::newRow("above, out") << u".."_s << u"..\\gato"_s << false;
+    QTest::newRow("named") << u"figuras"_s << u"gato"_s << true;
+    QTest::newRow("named, out") << u"figuras"_s << u"..\\gato"_s << false;
+}
+
+void TstCopiaMidia::relativeDestinations()
+{
+    QFETCH(QString, diretorio);
+    QFETCH(QString, nome);
+    QTEST(isSafeDestination(diretorio + u'\\' + nome + u".GIF"_s, diretorio), "safe");
 }
 
 QTEST_MAIN(TstCopiaMidia)

@@ -207,6 +207,8 @@ void TstJanelas::readOnlyFiles()
 
 void TstJanelas::drivesAndDirectories()
 {
+    QCOMPARE(proposedCopies(), u"C:\\FigurasQuorel"_s);
+    QCOMPARE(proposedMedia(), u"D:\\zeto_MM"_s);
     constexpr int kFixedDrive = 3;
     QVERIFY(driveRoots(kFixedDrive).contains(u"C:\\"_s));
     for (const QString &root : driveRoots(kOpticalDrive))

@@ -44,6 +44,17 @@ QStringList driveRoots(int tipo)
     return roots;
 }
 
+QString proposedCopies()
+{
+    return backslashPath(QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation) + u"/FigurasQuorel"_s);
+}
+
+QString proposedMedia()
+{
+    const QString root = driveRoots(kOpticalDrive).value(0, windowsDirectory() + u'\\');
+    return root + u"zeto_mm"_s;
+}
+
 int waveOutputCount()
 {
     return static_cast<int>(QDir(u"/dev/snd"_s).entryList({u"pcmC*D*p"_s}, QDir::System).size());

@@ -10,6 +10,8 @@
 
 namespace quorel {
 
+using namespace Qt::StringLiterals;
+
 QString systemWindowsDirectory()
 {
     std::array<wchar_t, MAX_PATH> path;
@@ -32,6 +34,16 @@ QStringList driveRoots(int tipo)
 int waveOutputCount()
 {
     return int(waveOutGetNumDevs());
+}
+
+QString proposedCopies()
+{
+    return u"C:\\FigurasQuorel"_s;
+}
+
+QString proposedMedia()
+{
+    return u"D:\\zeto_MM"_s;
 }
 
 bool dialUpConnected()
