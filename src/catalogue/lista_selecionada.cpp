@@ -59,16 +59,17 @@ void terminaSelecao()
     gSelecionando = false;
 }
 
-void incluiRoteiro(qint32 cod)
+void incluiRoteiro(std::optional<qint32> cod)
 {
-    gRotSelec += QString::number(cod) + u"\r\n"_s;
+    if (cod)
+        gRotSelec += QString::number(*cod) + u"\r\n"_s;
     caixa({u"Roteiro Incluído"_s, kTituloSelecao, Icone::Informacao});
 }
 
-bool autorizaRoteiro(qint32 cod)
+bool autorizaRoteiro(std::optional<qint32> cod)
 {
     // Kept: a piece of text, not a line; 261 may run where only 12610 is listed.
-    if (gRotSelec.isEmpty() || gTexto.ContaDelimitador(gRotSelec, QString::number(cod), 0) > 0)
+    if (gRotSelec.isEmpty() || (cod && gTexto.ContaDelimitador(gRotSelec, QString::number(*cod), 0) > 0))
         return true;
     caixa({u"Roteiro não autorizado"_s, kTituloSelecao, Icone::Informacao});
     return false;

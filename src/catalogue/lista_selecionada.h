@@ -2,6 +2,8 @@
 
 #include <QString>
 
+#include <optional>
+
 namespace quorel {
 
 /// Reads RotSelec.cfg into gRotSelec: the file in Config("DIRQUOREL") if it exists, else that in <windir>\QUOREL2001.
@@ -16,10 +18,11 @@ void iniciaSelecao();
 void terminaSelecao();
 
 /// A click while selecting: adds the code to gRotSelec and says so.
-void incluiRoteiro(qint32 cod);
+/// @param cod  none when it could not be read: nothing is added, and the message comes all the same
+void incluiRoteiro(std::optional<qint32> cod);
 
 /// Whether a Roteiro may run: gRotSelec is empty or holds the code's digits at any place, also as part of a longer
-/// code. Says so when it may not.
-bool autorizaRoteiro(qint32 cod);
+/// code. Says so when it may not. @param cod  none when it could not be read: no list holds it
+bool autorizaRoteiro(std::optional<qint32> cod);
 
 } // namespace quorel

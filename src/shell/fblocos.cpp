@@ -30,6 +30,7 @@
 #include <QPushButton>
 
 #include <chrono>
+#include <optional>
 
 namespace quorel {
 
@@ -220,7 +221,7 @@ void fBlocos::botaoClick(int indice)
 {
     // Kept: set also by a selection, a refusal or a copy, so Activate leaves the window alone until a lesson ends.
     gEmRoteiro = true;
-    qint32 cod = 0;
+    std::optional<qint32> cod;
     ignora([&] { cod = gRoteiros[indice].Cod; });
     if (gSelecionando) {
         ignora([&] { incluiRoteiro(cod); });

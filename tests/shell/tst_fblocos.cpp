@@ -36,6 +36,7 @@ private slots:
     void listDecidesWhatRuns_data();
     void listDecidesWhatRuns();
     void selectionWinsOverCopying();
+    void pictureWithoutRoteiro();
     void copyingAsksAndUnticks();
     void refusedCopyLeavesTheBoxTicked();
     void fiveReloads();
@@ -180,6 +181,22 @@ void TstFBlocos::selectionWinsOverCopying()
     QCOMPARE(gRotSelec, u"261\r\n261\r\n"_s); // the same one twice is listed twice
     QCOMPARE(gRotAtual, qint16(0));
     QVERIFY(c.painel().copiaFiguras());
+}
+
+// A picture that stands there though a newer reading has no such roteiro: each step that fails is passed over alone.
+void TstFBlocos::pictureWithoutRoteiro()
+{
+    Cenario c;
+    openMathematics(c);
+    gSelecionando = true;
+    gRotSelec = u"10\r\n"_s;
+    BoxScript boxes{Resposta::Ok, Resposta::Ok};
+    c.blocos().botao(9).click();
+    QCOMPARE(boxes.last().texto, u"Roteiro Incluído"_s);
+    QCOMPARE(gRotSelec, u"10\r\n"_s);
+    gSelecionando = false;
+    c.blocos().botao(9).click();
+    QCOMPARE(boxes.last().texto, u"Roteiro não autorizado"_s); // nothing of it is in the list, not even a 0
 }
 
 void TstFBlocos::copyingAsksAndUnticks()
