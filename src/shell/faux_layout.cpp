@@ -97,6 +97,7 @@ void fAux::buildAlunos()
     mLstAlunos = new QListView(mFrmSelecAluno);
     mLstAlunos->setObjectName(QString::fromUtf16(kLstAlunos.nome));
     mLstAlunos->setAccessibleName(u"Alunos"_s);
+    mLstAlunos->setFocusPolicy(Qt::ClickFocus); // behind the months: the Tab key would lead to what nobody sees
     coloca(*mLstAlunos, kLstAlunos.lugar);
 }
 

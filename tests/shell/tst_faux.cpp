@@ -39,6 +39,8 @@ private slots:
     void scrollBarComesWithTheEleventh();
     void focusScrollsTheMonths();
     void wheelScrollsTheMonths();
+    void wheelStopsAtTheEnds();
+    void tabPassesByThePupilsBehind();
     void barWithoutMonthsAboveIsNoMaximum();
     void listIsAskedForAtTheEndOfSelection_data();
     void listIsAskedForAtTheEndOfSelection();
@@ -137,16 +139,46 @@ void TstFAux::focusScrollsTheMonths()
     QCOMPARE(c.painel().opcao(1).lugar().Top, 30.0);
 }
 
+// A notch of the wheel over the months.
+static void turnWheel(fAux &painel, int delta)
+{
+    const QPointF meio(100, 200);
+    QWheelEvent roda(meio, painel.mapToGlobal(meio), QPoint(), QPoint(0, delta), Qt::NoButton, Qt::NoModifier,
+        Qt::NoScrollPhase, false);
+    QApplication::sendEvent(&painel, &roda);
+}
+
 void TstFAux::wheelScrollsTheMonths()
 {
     Cenario c(12);
     const auto &barra = child<QScrollBar>(c.painel(), u"scrVertical"_s);
-    const QPointF meio(100, 200);
-    QWheelEvent roda(meio, c.painel().mapToGlobal(meio), QPoint(), QPoint(0, -120), Qt::NoButton, Qt::NoModifier,
-        Qt::NoScrollPhase, false);
-    QApplication::sendEvent(&c.painel(), &roda);
+    turnWheel(c.painel(), -120);
     QVERIFY(barra.value() > 675);
     QCOMPARE(c.painel().opcao(1).lugar().Top, 450.0 - (barra.value() - 675));
+}
+
+// What the bar does not take comes back to the panel, which must not hand it on again.
+void TstFAux::wheelStopsAtTheEnds()
+{
+    Cenario c(12);
+    const auto &barra = child<QScrollBar>(c.painel(), u"scrVertical"_s);
+    turnWheel(c.painel(), 120);
+    QCOMPARE(barra.value(), barra.minimum());
+    for (int i = 0; i < 5; ++i)
+        turnWheel(c.painel(), -120);
+    QCOMPARE(barra.value(), barra.maximum());
+}
+
+void TstFAux::tabPassesByThePupilsBehind()
+{
+    Cenario c;
+    c.painel().activateWindow();
+    QVERIFY(QTest::qWaitForWindowActive(&c.painel()));
+    c.painel().opcao(1).setFocus();
+    for (int i = 0; i < 10; ++i) {
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+        QVERIFY(QApplication::focusWidget()->objectName() != u"LstAlunos"_s);
+    }
 }
 
 void TstFAux::barWithoutMonthsAboveIsNoMaximum()
