@@ -11,10 +11,10 @@ namespace quorel {
 
 using namespace Qt::StringLiterals;
 
-static constexpr Lugar kCliente{0, 0, 2910, 3000};
-static constexpr LinhaLayout kImgFundo{u"ImgFundo", {0, 0, 2910, 3000}};
+static constexpr Lugar kCliente{0, 0, 3900, 3000}; // its title bar shows the whole title
+static constexpr LinhaLayout kImgFundo{u"ImgFundo", {0, 0, 3900, 3000}};
 static constexpr LinhaLayout kLblConect{u"LblConect", {120, 420, 2670, 1755}};
-static constexpr LinhaLayout kCmdOK{u"cmdOK", {915, 2400, 1080, 420}};
+static constexpr LinhaLayout kCmdOK{u"cmdOK", {1410, 2400, 1080, 420}};
 static constexpr double kPontosTexto = 14.25;
 static constexpr double kPontosBotao = 9.75;
 static constexpr QRgb kAzulEscuro = 0xff000080;
@@ -36,7 +36,7 @@ fAtencao::fAtencao(QWidget *parent) : QDialog(parent)
     texto->setObjectName(QString::fromUtf16(kLblConect.nome));
     texto->setTextFormat(Qt::PlainText);
     texto->setWordWrap(true);
-    texto->setAlignment(Qt::AlignHCenter | Qt::AlignTop);
+    texto->setAlignment(Qt::AlignLeft | Qt::AlignTop);
     texto->setFont(fonte(Tipo::Arial, kPontosTexto, true));
     QPalette paleta = texto->palette();
     paleta.setColor(QPalette::WindowText, QColor::fromRgb(kAzulEscuro));

@@ -10,7 +10,7 @@ mkdir -p png
 for n in 01 02 03 04 05 06 07 08 09 10; do desenha "bloco_$n" 81 "bloco_$n"; done
 for f in fundo_principal fundo_blocos; do desenha $f 530 $f; done
 desenha fundo_painel 220 fundo_painel
-desenha fundo_atencao 194 fundo_atencao
+desenha fundo_atencao 260 fundo_atencao
 desenha fundo_cadastro 484 fundo_cadastro
 for f in ajuda desenho revista quorel; do desenha $f 28 $f; done
 for f in primeiro anterior proximo ultimo; do desenha $f 22 $f; done
