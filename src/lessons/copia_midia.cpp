@@ -1,6 +1,7 @@
 #include "lessons/copia_midia.h"
 
 #include "lessons/destino_midia.h"
+#include "platform/caminho.h"
 #include "platform/costuras.h"
 #include "platform/eventos.h"
 #include "platform/sistema.h"
@@ -26,18 +27,21 @@ QString opticalRoot()
     return gTexto.TextoAntes(gUnidades.ListaUnidades(kOpticalDrive), QString(QChar(u'\0')), true);
 }
 
+/// Asks for a directory; shown and typed in the system's own form. Empty when the box was cancelled.
+QString askDirectory(const QString &texto, const QString &proposta)
+{
+    return backslashPath(perguntaTexto({.texto = texto, .titulo = u"Diretório"_s, .proposta = nativePath(proposta)}));
+}
+
 /// Asks for the destination the first time; for the origin only later, so never in the call that asked for the other.
 void askDirectories()
 {
-    const QString titulo = u"Diretório"_s;
     if (gDirFiguras.isEmpty()) {
-        gDirFiguras = perguntaTexto(
-            {.texto = u"Digite o Diretório Destino das Figuras"_s, .titulo = titulo, .proposta = proposedCopies()});
+        gDirFiguras = askDirectory(u"Digite o Diretório Destino das Figuras"_s, proposedCopies());
         if (gDirFiguras.isEmpty())
             gDirFiguras = gSistema.DirWindows() + "\\Temp\\"_L1;
     } else if (gDirMM.isEmpty()) {
-        gDirMM = perguntaTexto(
-            {.texto = u"Digite o Diretório Origem do Zeto_MM"_s, .titulo = titulo, .proposta = proposedMedia()});
+        gDirMM = askDirectory(u"Digite o Diretório Origem do Zeto_MM"_s, proposedMedia());
     }
 }
 

@@ -70,16 +70,28 @@ static Resposta unanswered(Botoes botoes)
     return Resposta::Ok;
 }
 
-/// Width in pixels that a box needs for its title bar to show the whole title, as far as the screen has it. The desktop
-/// paints titles in a font of its own, often a bold one, between an icon and its buttons.
+/// A width in pixels, as far as the screen has room for it in a window.
+static int onScreen(const QWidget &box, int width)
+{
+    constexpr int kFrame = 40; // pixels that the window takes beside its contents
+    return std::min(width, box.screen()->availableGeometry().width() - kFrame);
+}
+
+/// Width in pixels that a box needs for its title bar to show the whole title. The desktop paints titles in a font of
+/// its own, often a bold one, between an icon and its buttons.
 static int titleWidth(const QWidget &box)
 {
     constexpr int kBeside = 120; // pixels: icon, three buttons and what lies between them
-    constexpr int kFrame = 40; // pixels that the window takes beside its contents
     QFont bold = QApplication::font();
     bold.setBold(true);
-    return std::min(QFontMetrics(bold).horizontalAdvance(box.windowTitle()) + kBeside,
-        box.screen()->availableGeometry().width() - kFrame);
+    return onScreen(box, QFontMetrics(bold).horizontalAdvance(box.windowTitle()) + kBeside);
+}
+
+/// Width in pixels that an input box needs for its text box to show the whole proposal.
+static int proposalWidth(const QWidget &box, const QString &proposta)
+{
+    constexpr int kBeside = 24; // pixels: borders, margins and the cursor
+    return onScreen(box, box.fontMetrics().horizontalAdvance(proposta) + kBeside);
 }
 
 /// A message box computes its size from its layout each time that it is shown: only a row in it makes it wider.
@@ -136,11 +148,14 @@ QString pedeTexto(const CaixaTexto &caixa)
     dialog.setLabelText(labelText(caixa.texto));
     for (QLabel *label : dialog.findChildren<QLabel *>()) {
         label->setTextFormat(Qt::PlainText);
-        label->setMinimumWidth(titleWidth(dialog)); // the dialogue takes its own least width from its layout
+        label->setMinimumWidth(std::max(titleWidth(dialog),
+            proposalWidth(dialog, caixa.proposta))); // the dialogue takes its own least width from its layout
     }
     dialog.setTextValue(caixa.proposta);
     dialog.setOkButtonText(u"OK"_s);
     dialog.setCancelButtonText(u"Cancelar"_s);
+    for (QPushButton *button : dialog.findChildren<QPushButton *>())
+        button->setIcon(QIcon()); // as in the message boxes
     return dialog.exec() == QDialog::Accepted ? dialog.textValue() : QString();
 }
 

@@ -35,6 +35,7 @@ private slots:
     void cleanup();
     void copiesWhatALessonNames();
     void asksForTheDestinationOnce();
+    void typedDestinationIsMade();
     void ontoItselfLosesNothing();
     void relativeDestinations_data();
     void relativeDestinations();
@@ -86,18 +87,29 @@ void TstCopiaMidia::asksForTheDestinationOnce()
     QCOMPARE(boxes.asked().size(), 1);
     QCOMPARE(boxes.asked().front().texto, u"Digite o Diretório Destino das Figuras"_s);
     QCOMPARE(boxes.asked().front().titulo, u"Diretório"_s);
-    QVERIFY(boxes.asked().front().proposta.endsWith(u"\\FigurasQuorel"_s));
+    QVERIFY(boxes.asked().front().proposta.endsWith(QDir::separator() + u"FigurasQuorel"_s));
     QCOMPARE(copied().size(), 2);
     gConfig.SetaCFG(QString());
     boxes.respondeTexto(QString());
     CopiaSom(u"miau"_s);
     QCOMPARE(boxes.asked().back().texto, u"Digite o Diretório Origem do Zeto_MM"_s);
-    QVERIFY(boxes.asked().back().proposta.endsWith(u"\\zeto_mm"_s, Qt::CaseInsensitive));
+    QVERIFY(boxes.asked().back().proposta.endsWith(QDir::separator() + u"zeto_mm"_s, Qt::CaseInsensitive));
     QCOMPARE(copied().size(), 2);
     gDirFiguras.clear();
     boxes.respondeTexto(QString());
     CopiaSom(u"miau"_s);
     QVERIFY(gDirFiguras.endsWith("\\Temp\\"_L1));
+}
+
+// A destination as the user types it: in the system's own form.
+void TstCopiaMidia::typedDestinationIsMade()
+{
+    gDirFiguras.clear();
+    BoxScript boxes;
+    boxes.respondeTexto(at("dst/nova"));
+    CopiaFigura(u"gato"_s);
+    QCOMPARE(gDirFiguras, barras(at("dst/nova")));
+    QCOMPARE(copied(), QStringList{u"nova/gato.GIF"_s});
 }
 
 void TstCopiaMidia::ontoItselfLosesNothing()
