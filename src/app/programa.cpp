@@ -22,11 +22,16 @@ static Arredores surroundings(Programa &programa)
         .mostraDesempenho = [&programa] { programa.mostraDesempenho(); }};
 }
 
-Programa::Programa()
-    : mJanelas(openings(*this)), mAlunos(std::make_unique<fAlunos>(mJanelas.ativa(), surroundings(*this)))
-{ }
+Programa::Programa() : mJanelas(openings(*this)) { }
 
 Programa::~Programa() = default;
+
+fAlunos &Programa::alunos()
+{
+    if (!mAlunos)
+        mAlunos = std::make_unique<fAlunos>(mJanelas.ativa(), surroundings(*this));
+    return *mAlunos;
+}
 
 void Programa::mostraDesempenho()
 {

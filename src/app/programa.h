@@ -18,7 +18,7 @@ public:
     ~Programa();
 
     Janelas &janelas() { return mJanelas; }
-    fAlunos &alunos() { return *mAlunos; } ///< made and not loaded
+    fAlunos &alunos(); ///< made at its first use: most visits do without it
 
     /// Shows FGraficos and returns when it is closed. It is made at its first use, and anew after the user closed it by
     /// its frame.

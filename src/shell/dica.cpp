@@ -16,11 +16,18 @@ static constexpr double kPontos = 9.75;
 static constexpr int kBorda = 2; // pixels
 
 Dica::Dica(const Lugar &frame, const Lugar &box, QWidget *parent)
-    : QFrame(parent), mLugar(frame), mLugarTexto(box), mTxtInf(new QPlainTextEdit(this))
+    : QFrame(parent), mLugar(frame), mLugarTexto(box), mCor(kAzulClaro)
 {
     setObjectName(u"FrmTip"_s);
     setAccessibleName(u"Dica"_s);
     setMouseTracking(true);
+    coloca(*this, mLugar);
+    hide();
+}
+
+void Dica::buildTxtInf()
+{
+    mTxtInf = new QPlainTextEdit(this);
     mTxtInf->setObjectName(u"TxtInf"_s);
     mTxtInf->setAccessibleName(u"Texto da dica"_s);
     mTxtInf->setReadOnly(true);
@@ -29,24 +36,30 @@ Dica::Dica(const Lugar &frame, const Lugar &box, QWidget *parent)
     mTxtInf->setFrameShape(QFrame::NoFrame);
     mTxtInf->setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     mTxtInf->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    mTxtInf->setFont(fonte(Tipo::CourierNew, kPontos));
     mTxtInf->document()->setDocumentMargin(0);
     mTxtInf->viewport()->setMouseTracking(true);
     mTxtInf->viewport()->installEventFilter(this);
-    setCor(kAzulClaro);
-    coloca(*this, mLugar);
     coloca(*mTxtInf, mLugarTexto);
-    hide();
+    mTxtInf->show();
+    setCor(mCor);
 }
 
 void Dica::setTexto(const QString &texto)
 {
-    mTxtInf->setFont(fonte(Tipo::CourierNew, kPontos)); // here, since a typeface costs the start some milliseconds
     mTexto = texto;
+    if (!mTxtInf && texto.isEmpty())
+        return;
+    if (!mTxtInf)
+        buildTxtInf();
     mTxtInf->setPlainText(texto);
 }
 
 void Dica::setCor(QRgb cor)
 {
+    mCor = cor;
+    if (!mTxtInf)
+        return;
     QPalette paleta = mTxtInf->palette();
     paleta.setColor(QPalette::Base, Qt::transparent); // the frame's border runs under the corners of the box
     paleta.setColor(QPalette::Text, QColor::fromRgb(cor));
@@ -62,7 +75,8 @@ void Dica::setLugar(const Lugar &lugar)
 void Dica::setAlturaTexto(double altura)
 {
     mLugarTexto.Height = altura;
-    coloca(*mTxtInf, mLugarTexto);
+    if (mTxtInf)
+        coloca(*mTxtInf, mLugarTexto);
     Lugar frame = mLugar;
     frame.Height = altura + kMargemDica;
     setLugar(frame);

@@ -2,8 +2,8 @@
 
 #include "visual/lugar.h"
 
-#include <QColor>
 #include <QFrame>
+#include <QRgb>
 
 class QPlainTextEdit;
 
@@ -38,10 +38,13 @@ protected:
     bool eventFilter(QObject *watched, QEvent *event) override;
 
 private:
+    void buildTxtInf();
+
     Lugar mLugar;
     Lugar mLugarTexto;
     QString mTexto;
-    QPlainTextEdit *mTxtInf;
+    QRgb mCor;
+    QPlainTextEdit *mTxtInf = nullptr; ///< made with the first text: it costs as much as all else of a window's start
     quint8 mRaio = 0; ///< pixels
 };
 

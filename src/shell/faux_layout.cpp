@@ -8,6 +8,7 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QListView>
+#include <QPainter>
 #include <QScrollBar>
 
 namespace quorel {
@@ -31,9 +32,31 @@ static constexpr LinhaLayout kCmdInternet{u"CmdInternet", {1950, 6690, 735, 735}
 static constexpr LinhaLayout kChkSelec{u"chkSelec", {60, 7530, 1515, 495}};
 static constexpr LinhaLayout kChkFig{u"ChkFig", {1680, 7590, 1515, 495}};
 
-static QFrame *novoQuadro(const LinhaLayout &linha, const QString &nome, QWidget *parent)
+namespace {
+
+/// A frame that hides what lies behind it with the panel's own picture. It is drawn as it is: as a brush of the palette
+/// it would be tiled, for which Qt starts threads.
+class QuadroOpaco final : public QFrame
 {
-    auto *quadro = new QFrame(parent);
+public:
+    explicit QuadroOpaco(QWidget *parent) : QFrame(parent) { setAttribute(Qt::WA_OpaquePaintEvent); }
+
+protected:
+    void paintEvent(QPaintEvent *) override
+    {
+        if (mFundo.isNull())
+            mFundo = figura(u"fundo_painel"_s);
+        QPainter(this).drawPixmap(0, 0, mFundo);
+    }
+
+private:
+    QPixmap mFundo; ///< larger than the frame; null until it is painted
+};
+
+} // namespace
+
+static QFrame *novoQuadro(QFrame *quadro, const LinhaLayout &linha, const QString &nome)
+{
     quadro->setObjectName(QString::fromUtf16(linha.nome));
     quadro->setAccessibleName(nome);
     quadro->setFont(fonte(Tipo::Arial, kPontosQuadro));
@@ -55,11 +78,7 @@ void fAux::buildLayout()
 
 void fAux::buildMeses()
 {
-    mFrmMeses = novoQuadro(kFrmMeses, u"Temas"_s, this);
-    QPalette fundo = mFrmMeses->palette(); // opaque: the pupil list lies behind
-    fundo.setBrush(QPalette::Window, QBrush(figura(u"fundo_painel"_s)));
-    mFrmMeses->setPalette(fundo);
-    mFrmMeses->setAutoFillBackground(true);
+    mFrmMeses = novoQuadro(new QuadroOpaco(this), kFrmMeses, u"Temas"_s); // the pupil list lies behind
     mTxtSelecMes = new QLineEdit(u"TEMAS"_s, mFrmMeses);
     mTxtSelecMes->setObjectName(QString::fromUtf16(kTxtSelecMes.nome));
     mTxtSelecMes->setAccessibleName(u"Temas"_s);
@@ -90,7 +109,7 @@ void fAux::buildMeses()
 
 void fAux::buildAlunos()
 {
-    mFrmSelecAluno = novoQuadro(kFrmSelecAluno, u"Alunos"_s, this);
+    mFrmSelecAluno = novoQuadro(new QFrame(this), kFrmSelecAluno, u"Alunos"_s);
     auto *label = new QLabel(u"Alunos:"_s, mFrmSelecAluno);
     label->setObjectName(QString::fromUtf16(kLabel1.nome));
     coloca(*label, kLabel1.lugar);

@@ -32,6 +32,8 @@ void OpcaoMes::setTop(double top)
 // Long captions lose their end; the tip then shows them whole, and never as rich text.
 void OpcaoMes::setCaption(const QString &texto)
 {
+    if (texto == text())
+        return; // each file of a month sets it; measuring it costs more than reading the file
     setText(texto);
     setShortcut(QKeySequence()); // an ampersand of the caption is no key
     setAccessibleName(texto);

@@ -1,10 +1,13 @@
 #include "visual/aparencia.h"
 
 #include <QApplication>
+#include <QFontDatabase>
 #include <QLibraryInfo>
 #include <QStyle>
 #include <QStyleFactory>
 #include <QTranslator>
+
+#include <algorithm>
 
 // A static library's pictures are only linked where somebody asks for them; the macro wants the global namespace.
 static void carregaFiguras()
@@ -35,10 +38,21 @@ static QStringList familias(Tipo tipo)
     return {u"MS Sans Serif"_s, u"Microsoft Sans Serif"_s, u"Arial"_s, u"Liberation Sans"_s, u"DejaVu Sans"_s};
 }
 
+/// The first typeface that is there. Qt finds it too, but only after it has asked the system what else comes near the
+/// missing ones, for each size anew, which would be a tenth of the whole start.
+static QString familia(Tipo tipo)
+{
+    static const QStringList installed = QFontDatabase::families();
+    const QStringList wanted = familias(tipo);
+    const auto found =
+        std::ranges::find_if(wanted, [](const QString &name) { return installed.contains(name, Qt::CaseInsensitive); });
+    return found == wanted.end() ? wanted.front() : *found;
+}
+
 QFont fonte(Tipo tipo, double pontos, bool negrito)
 {
-    QFont font;
-    font.setFamilies(familias(tipo));
+    QFont font(familia(tipo));
+    font.setStyleStrategy(QFont::NoFontMerging); // each has all letters of the code page
     font.setPixelSize(qRound(pontos * kPixelsPorPonto));
     font.setBold(negrito);
     return font;

@@ -1,5 +1,6 @@
 #include "cenario.h"
 
+#include "shell/estado.h"
 #include "shell/fatencao.h"
 #include "shell/faux.h"
 #include "shell/fblocos.h"
@@ -48,6 +49,8 @@ void TstAcesso::everyControlHasAName()
 {
     Cenario c(12);
     fAtencao aviso(nullptr);
+    gImgApontada = 9; // the text of a tip is a control too, made with the first one
+    QTRY_VERIFY(c.principal().findChild<QWidget *>(u"TxtInf"_s));
     for (const QWidget *janela :
         std::initializer_list<const QWidget *>{&c.principal(), &c.blocos(), &c.painel(), &aviso}) {
         QVERIFY(!controls(*janela).isEmpty());
