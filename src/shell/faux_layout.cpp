@@ -8,6 +8,7 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QListView>
+#include <QPaintEvent>
 #include <QPainter>
 #include <QScrollBar>
 
@@ -34,23 +35,25 @@ static constexpr LinhaLayout kChkFig{u"ChkFig", {1680, 7590, 1515, 495}};
 
 namespace {
 
-/// A frame that hides what lies behind it with the panel's own picture. It is drawn as it is: as a brush of the palette
-/// it would be tiled, for which Qt starts threads.
+/// A frame that hides what lies behind it with the panel's own picture. As a brush of the palette it would be tiled,
+/// for which Qt starts threads.
 class QuadroOpaco final : public QFrame
 {
 public:
-    explicit QuadroOpaco(QWidget *parent) : QFrame(parent) { setAttribute(Qt::WA_OpaquePaintEvent); }
+    explicit QuadroOpaco(QWidget *parent) : QFrame(parent), mFundo(u"fundo_painel"_s)
+    {
+        setAttribute(Qt::WA_OpaquePaintEvent);
+    }
 
 protected:
-    void paintEvent(QPaintEvent *) override
+    void paintEvent(QPaintEvent *event) override
     {
-        if (mFundo.isNull())
-            mFundo = figura(u"fundo_painel"_s);
-        QPainter(this).drawPixmap(0, 0, mFundo);
+        QPainter painter(this);
+        mFundo.paint(painter, event->rect());
     }
 
 private:
-    QPixmap mFundo; ///< larger than the frame; null until it is painted
+    Fundo mFundo; ///< larger than the frame
 };
 
 } // namespace

@@ -100,6 +100,12 @@ QPixmap figura(const QString &nome)
     return QPixmap(u":/quorel/%1.png"_s.arg(nome));
 }
 
+QImage imagem(const QString &nome)
+{
+    carregaFiguras();
+    return QImage(u":/quorel/%1.png"_s.arg(nome));
+}
+
 QIcon face(const QString &nome)
 {
     carregaFiguras();
@@ -110,7 +116,7 @@ QIcon iconeDoPrograma()
 {
     carregaFiguras();
     QIcon icone;
-    for (const auto &lado : {u"16"_s, u"32"_s, u"48"_s, u"128"_s})
+    for (const auto &lado : {u"16"_s, u"32"_s, u"48"_s})
         icone.addFile(u":/quorel/icone_%1.png"_s.arg(lado));
     return icone;
 }

@@ -2,6 +2,7 @@
 
 #include <QFont>
 #include <QIcon>
+#include <QImage>
 #include <QPalette>
 #include <QPixmap>
 
@@ -31,10 +32,13 @@ void vesteAplicacao();
 /// A picture of the set, sharp on dense screens too. @param nome  without extension, "bloco_01"
 QPixmap figura(const QString &nome);
 
+/// The same as it is stored, for screens of usual density.
+QImage imagem(const QString &nome);
+
 /// A button face of the set. @param nome  as above
 QIcon face(const QString &nome);
 
-/// The application's icon, in all its sizes.
+/// The application's icon, in the sizes that desktops show a window's in.
 QIcon iconeDoPrograma();
 
 } // namespace quorel

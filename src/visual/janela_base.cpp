@@ -124,14 +124,10 @@ void JanelaBase::closeEvent(QCloseEvent *event)
     descarrega();
 }
 
-void JanelaBase::paintEvent(QPaintEvent *)
+void JanelaBase::paintEvent(QPaintEvent *event)
 {
-    if (mNomeFundo.isEmpty())
-        return;
-    if (mFundo.isNull())
-        mFundo = figura(mNomeFundo);
     QPainter painter(this);
-    painter.drawPixmap(0, 0, mFundo);
+    mFundo.paint(painter, event->rect());
 }
 
 } // namespace quorel

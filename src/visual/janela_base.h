@@ -1,8 +1,8 @@
 #pragma once
 
+#include "visual/fundo.h"
 #include "visual/lugar.h"
 
-#include <QPixmap>
 #include <QWidget>
 
 namespace quorel {
@@ -49,7 +49,7 @@ protected:
     void setDescarregada() { mLoaded = false; } ///< unloaded: the next use runs the Load handler anew
     void setCliente(const Lugar &cliente);
     /// The picture behind the controls; read when the window is first painted. @param nome  see figura()
-    void setFundo(const QString &nome) { mNomeFundo = nome; }
+    void setFundo(const QString &nome) { mFundo = Fundo(nome); }
     bool isBare(const QPoint &pos) const; ///< whether no control of the window lies there
 
     bool event(QEvent *event) override;
@@ -62,8 +62,7 @@ private:
 
     JanelaAtiva &mAtiva;
     Lugar mCliente;
-    QString mNomeFundo;
-    QPixmap mFundo; ///< null until it is painted
+    Fundo mFundo;
     bool mLoaded = false;
     QMargins mFrame; ///< frame, as far as it is known
     QPoint mAsked; ///< place asked for, the frame's corner
