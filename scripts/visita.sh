@@ -61,9 +61,8 @@ parada() { # parada JANELA: until it has stopped changing
     done
 }
 
-abre_roteiro() { # from the main window of F1 to the first lesson of Português; sets principal, blocos and aula
+abre_roteiro() { # from F1's main window, principal, to the first lesson of Português; sets blocos and aula
     local titulo='Série: Fundamental I'
-    principal=$(janela "$titulo")
     clica "$principal" 264 105 # the block Português
     espera 20 eval "[ \"\$(janela '$titulo')\" != $principal ] && visivel '$titulo'"
     blocos=$(janela "$titulo")

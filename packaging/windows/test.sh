@@ -37,6 +37,7 @@ wineserver -w # programs started from now on know it
 echo "Visita de um aluno ao nível F1:"
 wine start 'C:\ProgramData\Microsoft\Windows\Start Menu\Programs\Quorel\Quorel - Fundamental I.lnk' 2>/dev/null
 espera 60 visivel 'Série: Fundamental I'
+principal=$(janela 'Série: Fundamental I')
 sleep 1
 foto 1-disciplinas
 abre_roteiro
