@@ -56,6 +56,24 @@ private:
     Fundo mFundo; ///< larger than the frame
 };
 
+/// A scroll bar that shows when it has the focus, which the style leaves out.
+class BarraRolagem final : public QScrollBar
+{
+public:
+    explicit BarraRolagem(QWidget *parent) : QScrollBar(Qt::Vertical, parent) { }
+
+protected:
+    void paintEvent(QPaintEvent *event) override
+    {
+        QScrollBar::paintEvent(event);
+        if (!hasFocus())
+            return;
+        QPainter painter(this);
+        painter.setPen(QPen(QColor(0x10, 0x3a, 0x8c), 2));
+        painter.drawRect(rect().adjusted(1, 1, -1, -1));
+    }
+};
+
 } // namespace
 
 static QFrame *novoQuadro(QFrame *quadro, const LinhaLayout &linha, const QString &nome)
@@ -94,7 +112,7 @@ void fAux::buildMeses()
     mTxtSelecMes->setPalette(paleta);
     coloca(*mTxtSelecMes, kTxtSelecMes.lugar);
 
-    mScrVertical = new QScrollBar(Qt::Vertical, mFrmMeses);
+    mScrVertical = new BarraRolagem(mFrmMeses);
     mScrVertical->setObjectName(QString::fromUtf16(kScrVertical.nome));
     mScrVertical->setAccessibleName(u"Rolar os temas"_s);
     mScrVertical->setRange(kRolagemInicial, kRolagemInicial);

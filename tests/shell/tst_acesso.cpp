@@ -29,6 +29,7 @@ class TstAcesso : public QObject
 private slots:
     void everyControlHasAName();
     void tabReachesWhatCanBeUsed();
+    void focusIsSeen();
     void picturesAreButtonsToAScreenReader();
     void textsFitTheirControls();
     void coloursAreTheWindowsOwn();
@@ -92,6 +93,26 @@ void TstAcesso::tabReachesWhatCanBeUsed()
         for (QAbstractButton *botao : janela->findChildren<QAbstractButton *>()) {
             if (botao->isVisible())
                 QVERIFY2(names.contains(botao->objectName()), qPrintable(botao->objectName()));
+        }
+    }
+}
+
+// Whatever the Tab key reaches looks different while it has the focus.
+void TstAcesso::focusIsSeen()
+{
+    Cenario c(12);
+    for (QWidget *janela : std::initializer_list<QWidget *>{&c.principal(), &c.painel(), &c.blocos()}) {
+        if (janela == &c.blocos())
+            QTest::mouseClick(&c.principal().bloco(2), Qt::LeftButton);
+        janela->activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(janela));
+        for (QWidget *controle : janela->findChildren<QWidget *>()) {
+            if (!controle->isVisible() || !(controle->focusPolicy() & Qt::TabFocus))
+                continue;
+            controle->setFocus(Qt::TabFocusReason);
+            const QImage with = controle->grab().toImage();
+            controle->clearFocus();
+            QVERIFY2(with != controle->grab().toImage(), qPrintable(controle->objectName()));
         }
     }
 }
