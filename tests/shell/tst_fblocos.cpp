@@ -2,6 +2,8 @@
 
 #include "catalogue/estado.h"
 #include "lessons/andamento.h"
+#include "lessons/gancho.h"
+#include "lessons/mensagens.h"
 #include "platform/costuras.h"
 #include "platform/erro.h"
 #include "shell/estado.h"
@@ -18,6 +20,7 @@
 #include <QLabel>
 #include <QPlainTextEdit>
 #include <QPushButton>
+#include <QTimer>
 
 using namespace quorel;
 using namespace quorel::teste;
@@ -42,6 +45,8 @@ private slots:
     void fiveReloads();
     void closingHidesAndKeepsTheTimer();
     void monthWithoutTheDiscipline();
+    void messageInTheMiddleOfAnOpening();
+    void monthClickInTheMiddleOfAnOpening();
     void tipIsTheTagAtThePicture();
     void focusOnAHiddenWindowFails();
 };
@@ -264,6 +269,39 @@ void TstFBlocos::monthWithoutTheDiscipline()
     QCOMPARE(child<QLabel>(c.blocos(), u"LblTitulo"_s).text(), u"ROTEIROS NÃO DISPONÍVEIS"_s);
     QCOMPARE(shownPictures(c.blocos()), QString());
     QCOMPARE(gRoteiros.upperBound(), 3); // the old ones stay
+}
+
+// The opening of a discipline without a file lets events run; a message then closes the window, and the opening, which
+// goes on, shows it again.
+void TstFBlocos::messageInTheMiddleOfAnOpening()
+{
+    Cenario c;
+    openMathematics(c);
+    bool came = false;
+    QTimer::singleShot(0, &c.blocos(), [&] {
+        came =
+            EnviaTexto(janelaBlocos(), handleOf(&c.painel()), MSG_FECHA_BLOCOS, QString()) && !c.blocos().isVisible();
+    });
+    QTest::mouseClick(&child<QWidget>(c.painel(), u"OptMeses(2)"_s), Qt::LeftButton);
+    QVERIFY(came);
+    QVERIFY(c.blocos().isVisible());
+    QCOMPARE(child<QLabel>(c.blocos(), u"LblTitulo"_s).text(), u"ROTEIROS NÃO DISPONÍVEIS"_s);
+    QCOMPARE(
+        shownPictures(c.blocos()), u"1 2 3 "_s); // its activation finds picture 1 hidden and reads the last text again
+}
+
+// The same with the user going back to the other month: what the newer opening has shown is hidden by the older one.
+void TstFBlocos::monthClickInTheMiddleOfAnOpening()
+{
+    Cenario c;
+    openMathematics(c);
+    QTimer::singleShot(
+        0, &c.blocos(), [&] { QTest::mouseClick(&child<QWidget>(c.painel(), u"OptMeses(1)"_s), Qt::LeftButton); });
+    QTest::mouseClick(&child<QWidget>(c.painel(), u"OptMeses(2)"_s), Qt::LeftButton);
+    QCOMPARE(c.painel().selectedMonth(), u"1"_s);
+    QVERIFY(c.blocos().isVisible());
+    QCOMPARE(gRoteiros.upperBound(), 3);
+    QCOMPARE(child<QLabel>(c.blocos(), u"LblTitulo"_s).text(), u"Roteiros de Matemática"_s);
 }
 
 void TstFBlocos::tipIsTheTagAtThePicture()
