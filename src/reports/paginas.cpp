@@ -4,15 +4,13 @@
 #include "platform/erro.h"
 #include "reports/html.h"
 #include "startup/estado.h"
+#include "startup/lugares.h"
 #include "startup/quorel_zeto.h"
 #include "startup/texto_util.h"
 
 namespace quorel {
 
 using namespace Qt::StringLiterals;
-
-/// Where the makers are to be found; the head of every page shows it as plain text.
-static const QString kEnderecoWeb = u"www.quorel.example"_s;
 
 static const QString kSemLargura;
 
@@ -38,7 +36,7 @@ CabecalhoPagina leCabecalho(const QString &dataInicial, const QString &dataFinal
 static void writeHeading(Html &html, const CabecalhoPagina &cabecalho)
 {
     html.InicializaHtml(u"OVRA"_s, u"#FFFFFF"_s);
-    html.LogoTipo(cabecalho.figura, u"OVRA - Oficina de Vivências em Recursos de Aprendizagem"_s, kEnderecoWeb);
+    html.LogoTipo(cabecalho.figura, u"OVRA - Oficina de Vivências em Recursos de Aprendizagem"_s, makerAddress());
     html.Pula_Linha(1);
     html.Negrito();
     html.Font(u"6"_s);

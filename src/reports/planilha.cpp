@@ -201,8 +201,6 @@ Planilha soCabecalho()
     return {{{u"Data"_s, u"Nome do Roteiro"_s, u"Acertos"_s, u"Erros"_s}}, {}, false};
 }
 
-} // namespace
-
 /// The sheet of what was put into lists.
 Planilha planilhaDe(const ListasPorDisciplina &listas, const EscolhaDisciplinas &escolha)
 {
@@ -221,6 +219,8 @@ Planilha semLinhas()
     planilha.completa = true;
     return planilha;
 }
+
+} // namespace
 
 Planilha contaMarcas(const std::vector<LinhaLog> &log, const EscolhaDisciplinas &escolha)
 {

@@ -18,8 +18,8 @@ public:
     WebBrowser(int faixa, QWidget *parent);
     ~WebBrowser() override;
 
-    /// Shows a page file; one that is missing gives an empty page. Quickest when the control is on view by then. @param
-    /// caminho  with backslashes
+    /// Shows a page file; one that is missing gives an empty page. Quickest when the control is on view by then.
+    /// @param caminho  with backslashes
     /// @param figuras  paths of the pictures that it may show; a missing one is left out
     void Navigate(const QString &caminho, const QStringList &figuras);
 

@@ -7,6 +7,7 @@
 #include "shell/fprincip.h"
 #include "shell/janelas.h"
 #include "startup/estado.h"
+#include "startup/lugares.h"
 #include "startup/quorel_zeto.h"
 #include "startup/sistema_util.h"
 #include "startup/texto_util.h"
@@ -90,8 +91,7 @@ void abreMaterialDidatico()
         abre(u"index.htm"_s, gTexto.DiretorioDe(pagina), ShowMode::Normal);
         return;
     }
-    caixa({u"Arquivo não encontrado\nFaça o download do material didático em\n"_s + QStringLiteral(QUOREL_PAGINA)
-            + u" e instale-o."_s,
+    caixa({u"Arquivo não encontrado\nFaça o download do material didático em\n"_s + makerAddress() + u" e instale-o."_s,
         u"Material Didático"_s, Icone::Informacao});
     const auto [nome, diretorio] = escolhePagina();
     abre(nome, diretorio, ShowMode::Normal);
@@ -117,8 +117,7 @@ void acessaPagina(Janelas &janelas, bool conectado)
             return;
         }
     }
-    openDocument({handleOf(QApplication::activeWindow()), u"OPEN"_s, QStringLiteral(QUOREL_PAGINA), QString(),
-        ShowMode::Maximized});
+    openDocument({handleOf(QApplication::activeWindow()), u"OPEN"_s, makerAddress(), QString(), ShowMode::Maximized});
 }
 
 } // namespace quorel

@@ -14,4 +14,7 @@ QString opticalRoot();
 /// The installation's directory below the Windows directory, without a trailing backslash.
 QString installationDirectory();
 
+/// Web address of the maker's page, a setting of the build: it is opened, named in a box, and heads the reports.
+QString makerAddress();
+
 } // namespace quorel

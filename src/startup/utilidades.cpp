@@ -90,4 +90,9 @@ QString installationDirectory()
     return gSistema.DirWindows() + u"\\QUOREL2001"_s;
 }
 
+QString makerAddress()
+{
+    return QStringLiteral(QUOREL_PAGINA);
+}
+
 } // namespace quorel

@@ -8,6 +8,7 @@
 #include "shell/fblocos.h"
 #include "shell/fprincip.h"
 #include "startup/estado.h"
+#include "startup/lugares.h"
 #include "startup/quorel_zeto.h"
 #include "support/suporte.h"
 
@@ -205,8 +206,8 @@ void TstComandos::didacticMaterialIsPointedOut()
     QVERIFY(next.came());
     QCOMPARE(inicio, noWindows(u"outro/MatDid"_s));
     QCOMPARE(boxes.last().titulo, u"Material Didático"_s);
-    QVERIFY(boxes.last().texto.startsWith(u"Arquivo não encontrado\nFaça o download do material didático em\n"_s));
-    QVERIFY(boxes.last().texto.endsWith(u" e instale-o."_s));
+    QCOMPARE(boxes.last().texto,
+        u"Arquivo não encontrado\nFaça o download do material didático em\n"_s + makerAddress() + u" e instale-o."_s);
     QCOMPARE(mOpened, QStringList{opened});
 }
 
@@ -243,7 +244,7 @@ void TstComandos::page()
     QCOMPARE(next.came(), !conectado);
     QCOMPARE(mOpened.size(), opened);
     if (opened)
-        QVERIFY(mOpened.first().endsWith(u"||3"_s));
+        QCOMPARE(mOpened.first(), u"OPEN|"_s + makerAddress() + u"||3"_s);
     if (!conectado) {
         QCOMPARE(aviso, u"Blocos de Atividades"_s);
         const Caixa pergunta{u"Deseja Continuar mesmo assim?"_s, u"Conexão por rede DIAL-UP não encontrada"_s,
