@@ -12,8 +12,8 @@
 #include "startup/sistema_util.h"
 
 #include <QComboBox>
-#include <QEvent>
 #include <QLineEdit>
+#include <QMouseEvent>
 #include <QPushButton>
 #include <QScopeGuard>
 #include <QSignalBlocker>
@@ -33,7 +33,7 @@ void FrmSel::connectEvents()
 // A click on the box comes before the choice that it may lead to; a class without pupils then shuts the pupils' box.
 bool FrmSel::eventFilter(QObject *alvo, QEvent *event)
 {
-    if (event->type() == QEvent::MouseButtonPress)
+    if (event->type() == QEvent::MouseButtonPress && static_cast<QMouseEvent *>(event)->button() == Qt::LeftButton)
         classeClick();
     return Quadro::eventFilter(alvo, event);
 }

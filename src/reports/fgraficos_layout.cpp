@@ -29,7 +29,7 @@ static constexpr LinhaLayout kMskDataInicial{u"MskDataInicial", {2010, 435, 1500
 static constexpr LinhaLayout kLblData1{u"LblData(1)", {2010, 1095, 1650, 270}};
 static constexpr LinhaLayout kMskDataFinal{u"MskDataFinal", {2010, 1380, 1500, 405}};
 static constexpr LinhaLayout kFrmDesempenho{u"FrmDesempenho", {3810, 60, 3150, 2085}};
-static constexpr LinhaLayout kLstDisciplinas{u"LstDisciplinas", {120, 315, 2910, 1245}};
+static constexpr LinhaLayout kLstDisciplinas{u"LstDisciplinas", {120, 420, 2910, 1140}};
 static constexpr LinhaLayout kChkDisciplinas{u"ChkDisciplinas", {120, 1605, 2910, 405}};
 static constexpr Lugar kVista{120, 2280, 6840, 4740}; // of the sheet and of the chart
 static constexpr Lugar kWWW{50, 10, 7080, 7140};

@@ -161,6 +161,8 @@ void TstFAlunos::clickOnTheClassBoxEmptiesThePupils()
     gClasse = 1;
     c.aperta(u"CmdAluno(2)"_s);
     c.escolhe(u"CmbAluno"_s, u"Caio"_s);
+    QTest::mouseClick(c.combo(u"CmbClasse"_s).lineEdit(), Qt::RightButton); // for the menu of cut and paste
+    QCOMPARE(c.combo(u"CmbAluno"_s).currentText(), u"Caio"_s);
     QTest::mouseClick(c.combo(u"CmbClasse"_s).lineEdit(), Qt::LeftButton);
     QCOMPARE(c.combo(u"CmbAluno"_s).currentText(), QString());
     QCOMPARE(itens(c.combo(u"CmbAluno"_s)).size(), 3);
