@@ -52,7 +52,6 @@ static QString familia(Tipo tipo)
 QFont fonte(Tipo tipo, double pontos, bool negrito)
 {
     QFont font(familia(tipo));
-    font.setStyleStrategy(QFont::NoFontMerging); // each has all letters of the code page
     font.setPixelSize(qRound(pontos * kPixelsPorPonto));
     font.setBold(negrito);
     return font;

@@ -8,15 +8,15 @@
 
 namespace quorel {
 
-// As a pixmap a background would take four times the memory, touched for the first time while the program starts. The
-// strips are low: for higher ones Qt starts threads.
+// As a pixmap a background would take four times the memory, touched for the first time while the program starts; a
+// strip's is used again for the next one.
 static void paintStrips(QPainter &painter, const QImage &imagem, const QRect &area)
 {
     constexpr int kFaixa = 48; // pixels
     const QRect todo = area & imagem.rect();
     for (int y = todo.top(); y <= todo.bottom(); y += kFaixa) {
         const QRect faixa(todo.left(), y, todo.width(), std::min(kFaixa, todo.bottom() + 1 - y));
-        painter.drawImage(faixa.topLeft(), imagem, faixa);
+        painter.drawImage(faixa.topLeft(), imagem.copy(faixa).convertToFormat(QImage::Format_RGB32));
     }
 }
 
