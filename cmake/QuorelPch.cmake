@@ -1,7 +1,7 @@
 # Reading Qt's headers takes longer than compiling most of our files, so g++ reads them once for all folders and once for
 # all tests (which allow casts from text that the folders forbid). The headers say nothing about who may use what: each
-# file still includes what it needs, and the cross build and clang, which go without, hold it to that.
-if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU" AND NOT CMAKE_CROSSCOMPILING)
+# file still includes what it needs, and clang, which goes without, holds it to that.
+if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
     option(QUOREL_PCH "Precompiled headers" ON)
 endif()
 
@@ -25,9 +25,11 @@ if(QUOREL_PCH)
     quorel_pch_target(quorel_pch_tests)
 endif()
 
-# quorel_use_pch(target of): reads the headers of quorel_pch_<of>, where they are precompiled.
+# quorel_use_pch(target of): reads the headers of quorel_pch_<of>, where they are precompiled. A Windows program without
+# a console goes without: Qt gives it a definition of its own for its entry, and g++ then refuses what others compiled.
 function(quorel_use_pch target of)
-    if(QUOREL_PCH)
+    get_target_property(sem_console ${target} WIN32_EXECUTABLE)
+    if(QUOREL_PCH AND NOT (WIN32 AND sem_console))
         target_compile_options(${target} PRIVATE -fpch-preprocess)
         target_precompile_headers(${target} REUSE_FROM quorel_pch_${of})
     endif()
