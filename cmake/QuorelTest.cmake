@@ -23,7 +23,23 @@ function(quorel_test name)
     add_test(NAME ${name} COMMAND ${PROJECT_SOURCE_DIR}/tests/support/em_casa_propria.sh
         ${CMAKE_CROSSCOMPILING_EMULATOR} $<TARGET_FILE:${name}>)
     set_tests_properties(${name} PROPERTIES TIMEOUT ${A_TIMEOUT} ENVIRONMENT "QT_QPA_PLATFORM=offscreen;LC_ALL=C.UTF-8")
-    if(CMAKE_CROSSCOMPILING_EMULATOR) # which the test's own home would hide its cache from
+    quorel_test_emulated(${name})
+endfunction()
+
+# What a test needs to run under the emulator of the cross build, if there is one.
+function(quorel_test_emulated name)
+    if(CMAKE_CROSSCOMPILING_EMULATOR)
+        # The test's own home would hide the cache. All tests stand on one desktop, where any of them is found by its title.
         set_property(TEST ${name} APPEND PROPERTY ENVIRONMENT QUOREL_CACHE=$ENV{QUOREL_CACHE})
+        set_property(TEST ${name} PROPERTY RESOURCE_LOCK mesa)
     endif()
+endfunction()
+
+# quorel_test_200(name): runs a test once more on a dense screen, as <name>_200.
+function(quorel_test_200 name)
+    add_test(NAME ${name}_200 COMMAND ${PROJECT_SOURCE_DIR}/tests/support/em_casa_propria.sh
+        ${CMAKE_CROSSCOMPILING_EMULATOR} $<TARGET_FILE:${name}>)
+    set_tests_properties(${name}_200 PROPERTIES TIMEOUT 120
+        ENVIRONMENT "QT_QPA_PLATFORM=offscreen;LC_ALL=C.UTF-8;QT_SCALE_FACTOR=2")
+    quorel_test_emulated(${name}_200)
 endfunction()

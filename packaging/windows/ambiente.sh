@@ -37,6 +37,8 @@ quorel_wine() {
         env -u DISPLAY wineboot -i >/dev/null 2>&1
         wine reg add 'HKCR\.txt' /ve /d txtfile /f >/dev/null 2>&1
         wineserver -w
+        mkdir -p "$QUOREL_WINE/fontes"
+        ln -sf /usr/share/fonts/truetype/{liberation*,dejavu}/*.ttf "$QUOREL_WINE/fontes/"
         touch "$WINEPREFIX/pronto"
     fi
     exec {tranca}>&-

@@ -10,6 +10,10 @@ export QT_FORCE_STDERR_LOGGING=1 # else what Qt and its tests print goes to a de
 while IFS='=' read -r nome valor; do # Wine keeps them from its programs, and hands them over under another name
     export "WINE$nome=$valor"
 done < <(env | grep '^QT_' | grep -v '^QT_PLUGIN_PATH=' || true)
+if [[ ${QUOREL_WINDIR:-} = /* ]]; then
+    export QUOREL_WINDIR=$(winepath_de "$QUOREL_WINDIR")
+fi
 export WINEQT_PLUGIN_PATH=$(winepath_de "$QUOREL_QT_WINDOWS/plugins")
+export WINEQT_QPA_FONTDIR=$(winepath_de "$QUOREL_WINE/fontes") # for windows that are not on the screen
 export WINEPATH=$(winepath_de "$QUOREL_QT_WINDOWS/bin")
 exec wine "$@"
