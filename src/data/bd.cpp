@@ -132,15 +132,16 @@ void BD::Records_Set(const QString &Sql, const QVariant &Alias, const QString &B
             set->open(mConexoes[static_cast<size_t>(mSourceAtual)], Sql);
             if (!Busca.isEmpty()) {
                 set->Find(Busca);
-                if (set->EOF_() && !set->BOF()) // no hit; an empty set stays as it is
-                    set->MoveFirst();
+                if (set->EOF_())
+                    set->MoveFirst(); // Kept: without records that fails
             }
         }
         if (!alias.isEmpty())
             mAliases[static_cast<size_t>(slot - 1)] = alias;
         mAberto = true;
     } catch (const ErroExecucao &erro) {
-        caixa({Sql + kFimLinha + QString::number(erro.numero()) + u'\t' + erro.descricao(), alias});
+        if (erro.numero() != kFalhaIndice) // Kept: a slot that can't be made is not told
+            caixa({Sql + kFimLinha + QString::number(erro.numero()) + u'\t' + erro.descricao(), alias});
         throw;
     }
 }

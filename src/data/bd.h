@@ -64,8 +64,9 @@ public:
 
     /// Opens a query under an alias, in place of an earlier one of that alias. Lets window events run once.
     /// @param Sql    in the provider's dialect; empty leaves a set that is not open
-    /// @param Busca  criterion of a first search; empty for none. With no hit the first record, if any, is current
-    /// @throws ErroBD after a box with the query, the number and the description, titled with the alias
+    /// @param Busca  criterion of a first search; empty for none. With no hit the first record is current
+    /// @throws ErroBD after a box with the query, the number and the description, titled with the alias; so also for a
+    ///         search without records. 9 without a box for a slot below 1
     void Records_Set(const QString &Sql, const QVariant &Alias, const QString &Busca = {},
         qint32 TipoCursor = kCursorStatic, qint32 TipoTrava = kTravaOtimista, qint32 Opcoes = kOpcaoTexto);
 

@@ -94,21 +94,18 @@ void TstBd::logRowIsInTheFile()
 
 void TstBd::opensWithASearch_data()
 {
-    QTest::addColumn<QString>("table");
     QTest::addColumn<QString>("search");
     QTest::addColumn<qint32>("position");
-    QTest::newRow("a hit") << u"CL_Classes"_s << u"CL_Nome='B'"_s << 2;
-    QTest::newRow("no hit: the first") << u"CL_Classes"_s << u"CL_Nome='x'"_s << 1;
-    QTest::newRow("nothing to search in") << u"AL_Alunos"_s << u"AL_Nome='x'"_s << 0;
+    QTest::newRow("a hit") << u"CL_Nome='B'"_s << 2;
+    QTest::newRow("no hit: the first") << u"CL_Nome='x'"_s << 1;
 }
 
 void TstBd::opensWithASearch()
 {
-    QFETCH(QString, table);
     QFETCH(QString, search);
     QFETCH(qint32, position);
     const BoxScript boxes;
-    gBD->Records_Set(u"Select * From "_s + table, u"RS"_s, search);
+    gBD->Records_Set(u"Select * From CL_Classes"_s, u"RS"_s, search);
     QCOMPARE(gBD->PosicaoRegistroAtual(), position);
 }
 
@@ -125,6 +122,9 @@ void TstBd::failedOpeningIsToldAndRaised_data()
                                << u"Não existe a coluna \"Nada\"."_s;
     QTest::newRow("no criterion") << u"Select * From CL_Classes"_s << u"a"_s << int(kErroCriterio)
                                   << u"O critério não pôde ser entendido."_s;
+    QTest::newRow("nothing to search in")
+        << u"Select * From AL_Alunos"_s << u"AL_Nome='x'"_s << int(kErroSemRegistro)
+        << u"Não há registro atual: BOF ou EOF é verdadeiro, ou o registro atual foi excluído."_s;
     QTest::newRow("no date") << u"Select #02/30/2026#"_s << u""_s << int(kErroSql)
                              << u"A data #02/30/2026# não existe."_s;
 }
@@ -232,7 +232,7 @@ void TstBd::emptyAliasMeansTheLastTable()
     gBD->Linha_Conexao();
     QCOMPARE(gBD->Resolve_Alias({}), qint16(0));
     QCOMPARE(failureOf([] { gBD->NumeroTotalDeRegistros(); }), int(kFalhaIndice));
-    BoxScript boxes{Resposta::Ok};
+    const BoxScript boxes; // and nothing is told
     QCOMPARE(failureOf([] { gBD->Records_Set(u"Select * From AL_Alunos"_s, {}); }), int(kFalhaIndice));
 }
 
