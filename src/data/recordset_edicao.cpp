@@ -212,6 +212,7 @@ void RecordSet::Resync()
     reread(row, edit == mEdicoes.end() ? Valores() : edit->second.valores);
     if (edit != mEdicoes.end())
         edit->second.emLote = true;
+    emit rowsChanged(false);
 }
 
 } // namespace quorel

@@ -396,6 +396,8 @@ void TstBdControles::controlShowsAField()
     QCOMPARE(edit.text(), u"2"_s);
     play(u"name z; update"_s);
     QCOMPARE(label.text(), u"z"_s);
+    play(u"file UPDATE CL_Classes SET CL_Nome = 'fora' WHERE CL_Cod = 2; resync"_s);
+    QCOMPARE(label.text(), u"fora"_s);
     play(u"last"_s);
     QCOMPARE(label.text(), u""_s); // Null
     play(u"next"_s);
