@@ -216,6 +216,21 @@ static void writeChecked(const QString &origem, const QString &native)
         throw ErroBD(kErroArmazem, u"A cópia foi conferida; há "_s + damage.first());
 }
 
+/// Puts the copy in the destination's place. What a program that died left beside the old file goes before, since the
+/// store would play it back into the copy.
+static void takeThePlace(const QString &copy, const QString &target)
+{
+    for (const auto suffix : {"-journal"_L1, "-wal"_L1}) {
+        const QString left = target + suffix;
+        if (QFileInfo::exists(left) && !QFile::remove(left))
+            throw ErroBD(kErroArmazem, u"O que ficou de uma gravação interrompida no destino não pôde ser retirado."_s);
+    }
+    std::error_code failure;
+    std::filesystem::rename(copy.toStdU16String(), target.toStdU16String(), failure);
+    if (failure)
+        throw ErroBD(kErroArmazem, u"A cópia não pôde receber o nome do destino."_s);
+}
+
 void copyRegister(const QString &origem, const QString &destino, bool sobrescreve)
 {
     const QString target = nativePath(destino);
@@ -228,15 +243,10 @@ void copyRegister(const QString &origem, const QString &destino, bool sobrescrev
     QFile::remove(unfinished);
     try {
         writeChecked(origem, unfinished);
+        takeThePlace(unfinished, target);
     } catch (const ErroExecucao &) {
         QFile::remove(unfinished);
         throw;
-    }
-    std::error_code failure;
-    std::filesystem::rename(unfinished.toStdU16String(), target.toStdU16String(), failure);
-    if (failure) {
-        QFile::remove(unfinished);
-        throw ErroBD(kErroArmazem, u"A cópia não pôde receber o nome do destino."_s);
     }
 }
 

@@ -22,7 +22,7 @@ const QString kAjuda = uR"(Uso:
       cria um cadastro vazio; um arquivo que existe fica como está
   quorel-cadastro importa ARQUIVO LISTA
       acrescenta classes e alunos de um texto, um por linha, na página de código 1252:
-          classe<TAB>nome<TAB>professor<TAB>senha
+          classe<TAB>nome<TAB>professor<TAB>senha (de até 8 caracteres)
           aluno<TAB>nome                         (vai para a classe acima)
   quorel-cadastro verifica ARQUIVO
       confere o arquivo, as tabelas e colunas, os registros genéricos e as ligações; mostra um achado por linha

@@ -8,6 +8,8 @@
 #include <QTemporaryDir>
 #include <QTest>
 
+#include <sqlite3.h>
+
 using namespace quorel::teste;
 using namespace Qt::StringLiterals;
 
@@ -38,6 +40,7 @@ private slots:
     void badFiles();
     void copiesWhileAProgramWrites();
     void copyReplacesNothingUnasked();
+    void copyTakesNothingFromWhatItReplaces();
     void copyOfADamagedRegisterIsRefused();
     void exitCodes_data();
     void exitCodes();
@@ -104,14 +107,14 @@ void TstQuorelCadastro::importsClassesAndPupils()
     QCOMPARE(run({u"cria"_s, path(u"c.mdb"_s)}), 0);
     escreve(path(u"lista.txt"_s),
         "; uma lista\r\nclasse\t1\xBA ano\tZ\xE9lia\tuva\r\naluno\tCau\xE3 D'\xC1vila\r\n\r\nclasse\tVazia\r\n"
-        "classe\tOutra\tRui\tmel\r\naluno\tAna\r\naluno\tBia");
+        "classe\tOutra\tRui\t12345678\r\naluno\tAna\r\naluno\tBia");
     QCOMPARE(run({u"importa"_s, path(u"c.mdb"_s), path(u"lista.txt"_s)}), 0);
     QCOMPARE(mErros, QByteArray());
     QCOMPARE(plainSql(path(u"c.mdb"_s),
                  u"SELECT CL_Nome, CL_Prof, CL_Senha, AL_Nome FROM CL_Classes LEFT JOIN CLxAL USING (CL_Cod) "
                  "LEFT JOIN AL_Alunos USING (AL_Cod) WHERE CL_Cod <> 9999 ORDER BY CL_Cod, AL_Cod"_s),
-        (QStringList{
-            u"1º ano|Zélia|uva|Cauã DÁvila"_s, u"Vazia|||NULL"_s, u"Outra|Rui|mel|Ana"_s, u"Outra|Rui|mel|Bia"_s}));
+        (QStringList{u"1º ano|Zélia|uva|Cauã DÁvila"_s, u"Vazia|||NULL"_s, u"Outra|Rui|12345678|Ana"_s,
+            u"Outra|Rui|12345678|Bia"_s}));
     QCOMPARE(run({u"verifica"_s, path(u"c.mdb"_s)}), 0);
     QCOMPARE(mSaida, QByteArray());
 }
@@ -125,6 +128,9 @@ void TstQuorelCadastro::importsAllOrNothing_data()
     QTest::newRow("a pupil above every class") << QByteArray("aluno\tAna\r\n") << neither.arg(1);
     QTest::newRow("a word that is neither") << good + "turma\tB\r\n" << neither.arg(3);
     QTest::newRow("a class without name") << good + "\r\nclasse\t \r\n" << u"linha 4: falta o nome\n"_s;
+    QTest::newRow("a name of apostrophes alone") << good + "aluno\t''\r\n" << u"linha 3: falta o nome\n"_s;
+    QTest::newRow("a password that no window lets type")
+        << QByteArray("classe\tA\tRui\t123456789\r\n") << u"linha 1: a senha tem mais de 8 caracteres\n"_s;
     QTest::newRow("a line without tab") << good + "aluno" << u"linha 3: falta o nome\n"_s;
 }
 
@@ -288,6 +294,29 @@ void TstQuorelCadastro::copyReplacesNothingUnasked()
     QCOMPARE(plainSql(path(u"d.mdb"_s), u"SELECT AL_Nome FROM AL_Alunos"_s), QStringList(u"Genérico"_s));
     QCOMPARE(le(file), bytes);
     QCOMPARE(QDir(mDir->path()).entryList(QDir::Files), (QStringList{u"c.mdb"_s, u"d.mdb"_s}));
+}
+
+/// Half a save, as a program that dies leaves it beside the register: the next who opens it plays it back.
+static void leaveHalfASave(const QString &file)
+{
+    sqlite3 *db = nullptr;
+    QCOMPARE(sqlite3_open(file.toUtf8().constData(), &db), SQLITE_OK);
+    const char *save = "PRAGMA cache_size = 1; BEGIN; DELETE FROM AL_Alunos; "
+                       "WITH n(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n WHERE i < 500) "
+                       "INSERT INTO AL_Alunos (AL_Nome) SELECT hex(zeroblob(100)) FROM n";
+    QCOMPARE(sqlite3_exec(db, save, nullptr, nullptr, nullptr), SQLITE_OK);
+    const QByteArray journal = le(file + "-journal"_L1);
+    QCOMPARE(sqlite3_close(db), SQLITE_OK);
+    escreve(file + "-journal"_L1, journal);
+}
+
+void TstQuorelCadastro::copyTakesNothingFromWhatItReplaces()
+{
+    makeRegister(path(u"d.mdb"_s));
+    leaveHalfASave(path(u"d.mdb"_s));
+    const QString file = aRegister();
+    QCOMPARE(run({u"copia"_s, file, path(u"d.mdb"_s), u"--sobrescreve"_s}), 0);
+    QCOMPARE(plainSql(path(u"d.mdb"_s), u"SELECT AL_Nome FROM AL_Alunos"_s), QStringList(u"Genérico"_s));
 }
 
 void TstQuorelCadastro::copyOfADamagedRegisterIsRefused()
