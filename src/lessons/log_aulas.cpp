@@ -2,6 +2,7 @@
 
 #include "catalogue/estado.h"
 #include "data/bd.h"
+#include "data/consultas.h"
 #include "lessons/andamento.h"
 #include "platform/costuras.h"
 #include "platform/erro.h"
@@ -27,9 +28,7 @@ void AbreLog()
 {
     if (gAluno == 0)
         return;
-    bank().Records_Set(u"SELECT * FROM LG_LogAulas where LG_Aluno="_s + QString::number(gAluno) + " and LG_Classe="_L1
-            + QString::number(gClasse) + " order by LG_Data DESC"_L1,
-        kRSLog, QString(), kCursorKeyset, kTravaOtimista, kOpcaoTexto);
+    bank().Records_Set(consultas::logDoAluno(gAluno, gClasse), kRSLog, {}, kCursorKeyset);
     eventTurn();
 }
 
