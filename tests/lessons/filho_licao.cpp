@@ -22,6 +22,8 @@ using namespace Qt::StringLiterals;
 static constexpr QRect kCorpo{300, 200, 400, 300}, kDentro{10, 20, 200, 100};
 static constexpr QSize kMenorCorpo{120, 80}, kMenorDentro{50, 40};
 
+static constexpr int kImpatience = 300; ///< ms
+
 static Endereco *gLugar = nullptr;
 static QWidget *gCorpo = nullptr; ///< with two children, of which the first one is the inner window
 
@@ -56,11 +58,27 @@ static qintptr report(Janela sender, quint32 code, QByteArrayView bytes, qint32 
     return sendCopyData(publishedWindowOf(sender, kTituloGerenciador), gLugar->handle(), code, size, bytes);
 }
 
-static void sendProxima(Janela sender, const QString &answer)
+static void sendAnswer(Janela sender, quint32 code, const QString &answer)
 {
     QByteArray bytes = encode1252(answer);
     bytes.append('\0');
-    report(sender, MSG_PROXIMA, bytes, qint32(bytes.size()));
+    report(sender, code, bytes, qint32(bytes.size()));
+}
+
+static void sendProxima(Janela sender, const QString &answer)
+{
+    sendAnswer(sender, MSG_PROXIMA, answer);
+}
+
+/// Answers to be recorded at once, by a child that waits a short time for each instead of the 5 s.
+static void sendImpatiently(Janela sender, const QStringList &answers)
+{
+    setSendLimit(kImpatience);
+    for (const QString &answer : answers) {
+        note("envia "_L1 + answer);
+        sendAnswer(sender, MSG_RESPOSTA, answer);
+    }
+    setSendLimit(0);
 }
 
 /// An answer, then half of another, without waiting for either; and the end.
@@ -92,6 +110,8 @@ static void runLesson(Janela sender, const QString &linha)
         sendProxima(sender, answer);
     if (word == "FORA"_L1)
         QTimer::singleShot(0, qApp, [=] { sendProxima(sender, answer); });
+    if (word == "APRESSADO"_L1)
+        QTimer::singleShot(0, qApp, [=] { sendImpatiently(sender, answer.split(u',')); });
     if (word == "SEMNUL"_L1)
         QTimer::singleShot(0, qApp, [=] { report(sender, MSG_PROXIMA, "abc", 3); });
     if (word == "ENXURRADA"_L1)

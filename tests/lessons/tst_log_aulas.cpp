@@ -1,19 +1,58 @@
 #include "apoio.h"
 
 #include "data/bd.h"
+#include "data/conexao.h"
 #include "lessons/andamento.h"
 #include "lessons/gancho.h"
 #include "lessons/log_aulas.h"
 #include "lessons/mensagens.h"
+#include "lessons/programas_filhos.h"
 #include "platform/codec.h"
+#include "platform/costuras.h"
+#include "platform/endereco.h"
 #include "startup/estado.h"
 #include "support/suporte.h"
 
 #include "vista_gravada.h"
 
+#include <QFile>
+#include <QProcess>
+#include <QTemporaryDir>
+
 using namespace quorel;
 using namespace quorel::teste;
 using namespace Qt::StringLiterals;
+
+static constexpr int kPatience = 30000; ///< ms
+
+/// A lesson program of its own process; it ends with its scope.
+class Crianca final
+{
+public:
+    Crianca()
+    {
+        const QString program = mDir.filePath(u"Zeto"_s);
+        QFile::link(QStringLiteral(QUOREL_BIN "/filho_licao"), program);
+        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+        environment.insert(u"FILHO_DIARIO"_s, mDir.filePath(u"diario"_s));
+        mProcess.setProcessEnvironment(environment);
+        mProcess.setProcessChannelMode(QProcess::ForwardedChannels);
+        mProcess.start(program, QStringList());
+        if (!QTest::qWaitFor([this] { return window() != 0; }, kPatience))
+            qFatal("the child does not come up");
+    }
+    ~Crianca()
+    {
+        mProcess.kill();
+        mProcess.waitForFinished();
+    }
+    Janela window() const { return findWindow(kTituloZeto, false); }
+    QStringList lines() const { return QString::fromUtf8(le(mDir.filePath(u"diario"_s))).split(u'\n'); }
+
+private:
+    QTemporaryDir mDir;
+    QProcess mProcess;
+};
 
 /// The messages of a child program against the log of a real register, read back by plain SQL.
 class TstLogAulas final : public QObject
@@ -43,6 +82,7 @@ private slots:
     void dateIsThePresentOne();
     void changeOfClassAloneDoesNotReopenTheLog();
     void failedWriteLosesTheAnswers();
+    void boxInAHandlerOutlastsTheChildsWait();
 };
 
 void TstLogAulas::init()
@@ -145,8 +185,10 @@ void TstLogAulas::changeOfClassAloneDoesNotReopenTheLog()
     receives(MSG_CLASSE, u"8"_s);
     QCOMPARE(gClasse, 8);
     QCOMPARE(gBD->lista(u"RSLog"_s, u"LG_Resp"_s, u","_s), u"new,old"_s);
+    receives(MSG_SAI, u"A"_s); // its row is of the class that RSLog does not show
+    QCOMPARE(gBD->lista(u"RSLog"_s, u"LG_Resp"_s, u","_s), u"new,old"_s);
     receives(MSG_ALUNO, u"12"_s);
-    QCOMPARE(gBD->lista(u"RSLog"_s, u"LG_Resp"_s, u","_s), u"other"_s);
+    QCOMPARE(gBD->lista(u"RSLog"_s, u"LG_Resp"_s, u","_s), u"Português<disc>Rota<rot>A:,other"_s);
 }
 
 void TstLogAulas::failedWriteLosesTheAnswers()
@@ -161,6 +203,31 @@ void TstLogAulas::failedWriteLosesTheAnswers()
     mRegistro->sql(u"DROP TRIGGER cheio"_s);
     receives(MSG_SAI, u"E"_s);
     QCOMPARE(rows(), QStringList{u"12|3|77|Português<disc>Rota<rot>E:"_s});
+}
+
+/// The child gives its first answer up while the box about it stands, and sends the next ones. They are served when the
+/// handler with the box has ended, not inside it: each has a row of its own, and no answer is counted twice.
+void TstLogAulas::boxInAHandlerOutlastsTheChildsWait()
+{
+    mRegistro->sql(u"CREATE TRIGGER cheio BEFORE INSERT ON LG_LogAulas WHEN NEW.LG_Resp LIKE '%rot>A:' "
+                   "BEGIN SELECT RAISE(ABORT, 'cheio'); END"_s);
+    const Crianca child;
+    const QString row = u"12|3|77|Português<disc>Rota<rot>"_s;
+    QStringList story;
+    costuras().box = [&](const Caixa &box) {
+        const bool gaveUp = QTest::qWaitFor([&] { return child.lines().contains(u"envia E"_s); }, kPatience);
+        story << box.titulo << (gaveUp ? u"desistiu"_s : u"espera"_s) << gRespostas;
+        return Resposta::Ok;
+    };
+    AbreLog();
+    EnviaTexto(child.window(), janelaBlocos(), MSG_AULA, u"APRESSADO:A,E,C"_s);
+    QTRY_VERIFY_WITH_TIMEOUT(gMensagem.Texto == "C"_L1, kPatience);
+    reiniciaCosturas();
+    QCOMPARE(story, (QStringList{u"RSLog - Registro Atualiza"_s, u"desistiu"_s, u"A:"_s}));
+    QCOMPARE(gBD->NumeroTotalDeRegistros(u"RSLog"_s), 2);
+    QCOMPARE(gBD->Source()->depth(), 0);
+    receives(MSG_RESPOSTA, u"D"_s);
+    QCOMPARE(rows(), (QStringList{row + u"E:"_s, row + u"C:"_s, row + u"D:"_s}));
 }
 
 QTEST_MAIN(TstLogAulas)
