@@ -37,7 +37,15 @@ void reiniciaData()
 }
 
 BD::BD() = default;
-BD::~BD() = default;
+
+// Lists of windows, and who waits for a box, still hold record sets and so the connections at the end of the program.
+BD::~BD()
+{
+    for (const auto &connection : mConexoes) {
+        if (connection)
+            connection->undoAll();
+    }
+}
 
 QString BD::Linha_Conexao()
 {

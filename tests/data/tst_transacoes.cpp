@@ -6,6 +6,7 @@
 #include "platform/costuras.h"
 #include "support/suporte.h"
 
+#include <QComboBox>
 #include <QTest>
 
 #include <sqlite3.h>
@@ -193,7 +194,7 @@ void TstTransacoes::withoutAConnection()
 void TstTransacoes::endOfTheProgramUndoes_data()
 {
     QTest::addColumn<QString>("way");
-    for (const char *way : {"release", "close", "another source"})
+    for (const char *way : {"release", "release under a list", "close", "another source"})
         QTest::newRow(way) << QString::fromLatin1(way);
 }
 
@@ -201,7 +202,11 @@ void TstTransacoes::endOfTheProgramUndoes()
 {
     QFETCH(QString, way);
     playTransactions(u"(b(c)"_s);
-    if (way == "release"_L1) {
+    QComboBox combo; // keeps its record set, and that its connection
+    QString field = u"CL_Nome"_s;
+    if (way == "release under a list"_L1)
+        gBD->Combo_Set(combo, u"RS"_s, field);
+    if (way.startsWith("release"_L1)) {
         gBD.reset();
     } else if (way == "close"_L1) {
         gBD->Fechar();
