@@ -17,9 +17,9 @@ void BD::RegistroAdiciona(const QVariant &Alias, bool Avisa)
 {
     reported(Alias, u"RegistroAdiciona"_s, Avisa, [&] {
         const int slot = Resolve_Alias(Alias);
-        const auto set = setOf(slot);
-        if (set->RecordCount() == 0)
+        if (setOf(slot)->RecordCount() == 0)
             ReAtualizaRecordSet(slot, true);
+        const auto set = setOf(slot); // a box of that reading may have let another query in here
         if (!set->BOF() && !set->EOF_())
             mMarca = set->Bookmark();
         set->AddNew();

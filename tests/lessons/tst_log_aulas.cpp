@@ -83,6 +83,7 @@ private slots:
     void changeOfClassAloneDoesNotReopenTheLog();
     void failedWriteLosesTheAnswers();
     void boxInAHandlerOutlastsTheChildsWait();
+    void pupilChangesWhileABoxStands();
 };
 
 void TstLogAulas::init()
@@ -228,6 +229,25 @@ void TstLogAulas::boxInAHandlerOutlastsTheChildsWait()
     QCOMPARE(gBD->Source()->depth(), 0);
     receives(MSG_RESPOSTA, u"D"_s);
     QCOMPARE(rows(), (QStringList{row + u"E:"_s, row + u"C:"_s, row + u"D:"_s}));
+}
+
+/// The box comes before the row is begun. What is written afterwards is a row of its own in the log that is open then.
+void TstLogAulas::pupilChangesWhileABoxStands()
+{
+    mRegistro->sql(u"INSERT INTO LG_LogAulas (LG_Aluno, LG_Classe, RO_Cod, LG_Resp) VALUES (9, 3, 5, 'dele')"_s);
+    AbreLog(); // empty, so it is read again before a row is added
+    mRegistro->sql(u"ALTER TABLE LG_LogAulas RENAME TO Outra"_s);
+    QStringList titles;
+    costuras().box = [&](const Caixa &box) {
+        titles << box.titulo;
+        mRegistro->sql(u"ALTER TABLE Outra RENAME TO LG_LogAulas"_s);
+        receives(MSG_ALUNO, u"9"_s);
+        return Resposta::Ok;
+    };
+    receives(MSG_SAI, u"A"_s);
+    reiniciaCosturas();
+    QCOMPARE(titles, QStringList{u"1 - Registro reAtualizaRecordSet"_s});
+    QCOMPARE(rows(), (QStringList{u"9|3|5|dele"_s, u"9|3|77|Português<disc>Rota<rot>A:"_s}));
 }
 
 QTEST_MAIN(TstLogAulas)
