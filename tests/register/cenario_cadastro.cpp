@@ -144,4 +144,19 @@ QStringList itens(const QComboBox &combo)
     return textos;
 }
 
+QStringList alunos(const CenarioCadastro &c)
+{
+    return c.sql(u"SELECT AL_Cod, AL_Nome FROM AL_Alunos WHERE AL_Cod <> 9999 ORDER BY AL_Cod"_s);
+}
+
+QStringList ligacoes(const CenarioCadastro &c)
+{
+    return c.sql(u"SELECT AL_Cod, CL_Cod FROM CLxAL WHERE AL_Cod <> 9999 ORDER BY CLxAL_Id"_s);
+}
+
+QStringList classes(const CenarioCadastro &c)
+{
+    return c.sql(u"SELECT CL_Cod, CL_Nome, CL_Prof, CL_Senha FROM CL_Classes ORDER BY CL_Cod"_s);
+}
+
 } // namespace quorel::teste

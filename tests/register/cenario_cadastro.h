@@ -58,4 +58,9 @@ void tecla(QWidget &alvo, const QString &texto);
 /// What a data combo lists.
 QStringList itens(const QComboBox &combo);
 
+// The rows as they stand in the file.
+QStringList alunos(const CenarioCadastro &c); ///< code and name; without the generic one
+QStringList ligacoes(const CenarioCadastro &c); ///< pupil and class, oldest first; without the generic one's
+QStringList classes(const CenarioCadastro &c); ///< code, name, teacher, password
+
 } // namespace quorel::teste

@@ -9,10 +9,13 @@
 #include "startup/estado.h"
 #include "support/suporte.h"
 
+#include <QAbstractItemView>
 #include <QComboBox>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
+
+#include <algorithm>
 
 using namespace quorel;
 using namespace quorel::teste;
@@ -31,6 +34,10 @@ private slots:
     void classAloneGivesTheGenericPupil_data();
     void classAloneGivesTheGenericPupil();
     void noClassIsTheGenericOne();
+    void textThatNamesNothingTakesTheCurrentOne_data();
+    void textThatNamesNothingTakesTheCurrentOne();
+    void classThatIsGoneGivesWayToTheFirst();
+    void pupilsOfOneNameAreToldApart();
     void clickOnTheClassBoxEmptiesThePupils();
     void sameClassAgainBringsItsPupilsBack();
     void protectedModesAskForThePassword_data();
@@ -153,6 +160,71 @@ void TstFAlunos::noClassIsTheGenericOne()
     c.aperta(u"CmdSelecionar"_s);
     QCOMPARE(gAluno, 9999);
     QCOMPARE(gClasse, 9999);
+}
+
+void TstFAlunos::textThatNamesNothingTakesTheCurrentOne_data()
+{
+    QTest::addColumn<QString>("classe"); // typed
+    QTest::addColumn<QString>("aluno"); // likewise
+    QTest::addColumn<qint32>("codClasse");
+    QTest::addColumn<qint32>("codAluno");
+    QTest::newRow("both named, case aside") << u"Turma B"_s << u"DORA"_s << 2 << 4;
+    QTest::newRow("a pupil of no name there: the first") << u"Turma A"_s << u"Zeca"_s << 1 << 1;
+    QTest::newRow("a class of no name: the last that was named") << u"Turma Bis"_s << QString() << 2 << 9999;
+    QTest::newRow("a pupil typed for a class without pupils: none") << u"Turma C"_s << u"Zeca"_s << 3 << 0;
+}
+
+void TstFAlunos::textThatNamesNothingTakesTheCurrentOne()
+{
+    QFETCH(QString, classe);
+    QFETCH(QString, aluno);
+    QFETCH(qint32, codClasse);
+    QFETCH(qint32, codAluno);
+    CenarioCadastro c;
+    c.aperta(u"CmdAluno(2)"_s);
+    auto &cmbClasse = *c.combo(u"CmbClasse"_s).lineEdit();
+    auto &cmbAluno = c.combo(u"CmbAluno"_s);
+    cmbClasse.selectAll();
+    tecla(cmbClasse, classe);
+    QTest::mouseClick(&cmbClasse, Qt::LeftButton); // opens the pupils' box in any case
+    QVERIFY(cmbAluno.isEnabled());
+    tecla(*cmbAluno.lineEdit(), aluno);
+    c.aperta(u"CmdSelecionar"_s);
+    QCOMPARE(gClasse, codClasse);
+    QCOMPARE(gAluno, codAluno);
+    QCOMPARE(c.titulos.isEmpty(), aluno.isEmpty());
+    if (!aluno.isEmpty())
+        QCOMPARE(c.titulos, QStringList{u"Série: Fundamental I | "_s + aluno}); // as typed
+    QCOMPARE(gBD->ExisteAlias(u"RSLog"_s), codAluno != 0);
+}
+
+void TstFAlunos::classThatIsGoneGivesWayToTheFirst()
+{
+    CenarioCadastro c;
+    gClasse = 77;
+    c.aperta(u"CmdAluno(2)"_s);
+    QCOMPARE(c.combo(u"CmbClasse"_s).currentText(), QString());
+    QCOMPARE(gClasse, 9999);
+    QCOMPARE(itens(c.combo(u"CmbAluno"_s)), QStringList{u"Genérico"_s});
+}
+
+void TstFAlunos::pupilsOfOneNameAreToldApart()
+{
+    CenarioCadastro c(linhasDeSempre() + u"; UPDATE AL_Alunos SET AL_Nome='Bia' WHERE AL_Cod=3"_s);
+    gClasse = 1;
+    c.aperta(u"CmdAluno(2)"_s);
+    auto &combo = c.combo(u"CmbAluno"_s);
+    QCOMPARE(itens(combo), (QStringList{u"Ari"_s, u"Bia"_s, u"Bia"_s}));
+    QList<qint32> codigos;
+    for (const int linha : {1, 2}) {
+        combo.showPopup();
+        combo.view()->setCurrentIndex(combo.model()->index(linha, 0));
+        QTest::keyClick(combo.view(), Qt::Key_Return);
+        c.aperta(u"CmdSelecionar"_s);
+        codigos << gAluno;
+    }
+    std::ranges::sort(codigos);
+    QCOMPARE(codigos, (QList<qint32>{2, 3}));
 }
 
 void TstFAlunos::clickOnTheClassBoxEmptiesThePupils()

@@ -50,16 +50,6 @@ private slots:
     void lockedRegisterIsToldAndTheWindowGoesOn();
 };
 
-static QStringList alunos(const CenarioCadastro &c)
-{
-    return c.sql(u"SELECT AL_Cod, AL_Nome FROM AL_Alunos WHERE AL_Cod <> 9999 ORDER BY AL_Cod"_s);
-}
-
-static QStringList ligacoes(const CenarioCadastro &c)
-{
-    return c.sql(u"SELECT AL_Cod, CL_Cod FROM CLxAL WHERE AL_Cod <> 9999 ORDER BY CLxAL_Id"_s);
-}
-
 static QString entrada(const CenarioCadastro &c, int aluno, int classe)
 {
     return c.sql(u"SELECT CLxAL_DataIngr FROM CLxAL WHERE AL_Cod=%1 AND CL_Cod=%2"_s.arg(aluno).arg(classe)).join(u';');
@@ -84,6 +74,7 @@ void TstFrmCadAluno::browsesTheClass_data()
     QTest::newRow("first") << 1 << QStringList{u"CmdAulaUltimo"_s, u"CmdAulaInicio"_s} << u"Ari, 1 / 3"_s;
     QTest::newRow("a class of one") << 2 << QStringList{u"CmdAulaFrente"_s} << u"Dora, 1 / 1"_s;
     QTest::newRow("an empty class") << 3 << QStringList{u"CmdAulaFrente"_s, u"CmdAulaVolta"_s} << u", 0 / 0"_s;
+    QTest::newRow("no class at all shows all") << 0 << QStringList{u"CmdAulaUltimo"_s} << u"Genérico, 5 / 5"_s;
     QTest::newRow("the generic class shows all") << 9999 << QStringList{u"CmdAulaUltimo"_s} << u"Genérico, 5 / 5"_s;
 }
 

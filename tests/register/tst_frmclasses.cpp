@@ -33,13 +33,11 @@ private slots:
     void cancelDropsTheNewClass();
     void deleting_data();
     void deleting();
+    void deletingByANameThatNobodyHas();
+    void deletingByANameWithAnApostrophe();
+    void deletingOverTheSelectionSeesNoPupils();
     void savedOverTheSelectionEndsTheProgram();
 };
-
-static QStringList classes(const CenarioCadastro &c)
-{
-    return c.sql(u"SELECT CL_Cod, CL_Nome, CL_Prof, CL_Senha FROM CL_Classes ORDER BY CL_Cod"_s);
-}
 
 static const QString kA = u"1|Turma A|Ana Lima|amora"_s;
 static const QString kB = u"2|Turma B|Beto Reis|Caju"_s;
@@ -249,6 +247,53 @@ void TstFrmClasses::deleting()
             .botoes = pergunta ? Botoes::OkCancela : Botoes::Ok}));
     QCOMPARE(classes(c), restam);
     QCOMPARE(c.sql(u"SELECT count(*) FROM CLxAL"_s), QStringList{u"5"_s}); // links stay, also those to no class
+}
+
+/// Every box is answered with OK; of questions the text is kept, of reports the title.
+static void confirma(QStringList &textos)
+{
+    costuras().box = [&textos](const Caixa &caixa) {
+        textos << (caixa.botoes == Botoes::OkCancela ? caixa.texto : caixa.titulo);
+        return Resposta::Ok;
+    };
+}
+
+void TstFrmClasses::deletingByANameThatNobodyHas()
+{
+    CenarioCadastro c;
+    abreClasses(c, 1, 2);
+    c.digita(u"TxtNomeProf"_s, u"Beto"_s);
+    QStringList textos;
+    confirma(textos);
+    c.aperta(u"CmdProfExcluir"_s);
+    QCOMPARE(textos, (QStringList{u"Deseja Apagar o Professor(a) Beto ?"_s, u"RsClasses - RegistroApaga"_s}));
+    QCOMPARE(classes(c), (QStringList{kA, kB, kC, kGenericaSql}));
+    QCOMPARE(mostrada(c), u"Genérica, 1 / 4"_s);
+}
+
+// The name is no criterion: the failed search leaves the first class current, and that one goes.
+void TstFrmClasses::deletingByANameWithAnApostrophe()
+{
+    CenarioCadastro c(linhasDeSempre() + u"; UPDATE CL_Classes SET CL_Prof='Beto d''Ávila' WHERE CL_Cod=2"_s);
+    abreClasses(c, 1, 2);
+    QStringList textos;
+    confirma(textos);
+    c.aperta(u"CmdProfExcluir"_s);
+    QCOMPARE(textos, (QStringList{u"RsClasses - Pesquisa"_s, u"Deseja Apagar o Professor(a) Beto d'Ávila ?"_s}));
+    QCOMPARE(classes(c), (QStringList{kA, u"2|Turma B|Beto d'Ávila|Caju"_s, kC}));
+}
+
+// The selection's rows have no class: the search for pupils fails, is told, and holds nothing back.
+void TstFrmClasses::deletingOverTheSelectionSeesNoPupils()
+{
+    CenarioCadastro c;
+    abreClasses(c, 2, 2);
+    c.aperta(u"CmdAluno(2)"_s);
+    QStringList textos;
+    confirma(textos);
+    c.aperta(u"CmdProfExcluir"_s);
+    QCOMPARE(textos, (QStringList{u"RSCLXAL - Pesquisa"_s, u"Deseja Apagar o Professor(a) Beto Reis ?"_s}));
+    QCOMPARE(classes(c), (QStringList{kA, kC, kGenericaSql}));
 }
 
 // The frame stays over the selection's, whose rows have no class: the row is saved, and the filter then fails.
