@@ -120,6 +120,8 @@ LigacaoCombo::LigacaoCombo(QComboBox &combo) : QObject(&combo), mCombo(combo), m
 {
     combo.setEditable(true);
     combo.setInsertPolicy(QComboBox::NoInsert);
+    // A combo that loses the focus takes the first row of its text, whatever row was chosen before.
+    QObject::disconnect(combo.lineEdit(), &QLineEdit::editingFinished, &combo, nullptr);
     combo.completer()->setCaseSensitivity(Qt::CaseInsensitive);
     combo.completer()->setCompletionMode(QCompleter::PopupCompletion);
     const QString text = combo.currentText();

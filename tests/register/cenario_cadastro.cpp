@@ -136,6 +136,16 @@ void tecla(QWidget &alvo, const QString &texto)
         QTest::sendKeyEvent(QTest::Click, &alvo, Qt::Key_unknown, QString(letra), Qt::NoModifier);
 }
 
+void passaPor(QWidget &controle)
+{
+    controle.window()->activateWindow();
+    QVERIFY(QTest::qWaitForWindowActive(controle.window()));
+    controle.setFocus();
+    QVERIFY(controle.hasFocus());
+    QTest::keyClick(&controle, Qt::Key_Tab);
+    QVERIFY(!controle.hasFocus());
+}
+
 QStringList itens(const QComboBox &combo)
 {
     QStringList textos;

@@ -55,6 +55,9 @@ private:
 /// Types a text, accents included, key by key.
 void tecla(QWidget &alvo, const QString &texto);
 
+/// Gives a control the focus and takes it on with the Tab key.
+void passaPor(QWidget &controle);
+
 /// What a data combo lists.
 QStringList itens(const QComboBox &combo);
 

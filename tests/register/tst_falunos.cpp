@@ -38,6 +38,7 @@ private slots:
     void textThatNamesNothingTakesTheCurrentOne();
     void classThatIsGoneGivesWayToTheFirst();
     void pupilsOfOneNameAreToldApart();
+    void classesOfOneNameAreToldApart();
     void clickOnTheClassBoxEmptiesThePupils();
     void sameClassAgainBringsItsPupilsBack();
     void protectedModesAskForThePassword_data();
@@ -168,7 +169,7 @@ void TstFAlunos::textThatNamesNothingTakesTheCurrentOne_data()
     QTest::addColumn<QString>("aluno"); // likewise
     QTest::addColumn<qint32>("codClasse");
     QTest::addColumn<qint32>("codAluno");
-    QTest::newRow("both named, case aside") << u"Turma B"_s << u"DORA"_s << 2 << 4;
+    QTest::newRow("both named, case aside") << u"turma b"_s << u"DORA"_s << 2 << 4;
     QTest::newRow("a pupil of no name there: the first") << u"Turma A"_s << u"Zeca"_s << 1 << 1;
     QTest::newRow("a class of no name: the last that was named") << u"Turma Bis"_s << QString() << 2 << 9999;
     QTest::newRow("a pupil typed for a class without pupils: none") << u"Turma C"_s << u"Zeca"_s << 3 << 0;
@@ -225,6 +226,19 @@ void TstFAlunos::pupilsOfOneNameAreToldApart()
     }
     std::ranges::sort(codigos);
     QCOMPARE(codigos, (QList<qint32>{2, 3}));
+}
+
+void TstFAlunos::classesOfOneNameAreToldApart()
+{
+    CenarioCadastro c(linhasDeSempre() + u"; UPDATE CL_Classes SET CL_Nome='Turma' WHERE CL_Cod < 3"_s);
+    gClasse = 2;
+    c.aperta(u"CmdAluno(2)"_s);
+    QCOMPARE(itens(c.combo(u"CmbAluno"_s)), QStringList{u"Dora"_s});
+    passaPor(c.combo(u"CmbClasse"_s));
+    c.escolhe(u"CmbAluno"_s, u"Dora"_s);
+    c.aperta(u"CmdSelecionar"_s);
+    QCOMPARE(gClasse, 2);
+    QCOMPARE(gAluno, 4);
 }
 
 void TstFAlunos::clickOnTheClassBoxEmptiesThePupils()

@@ -35,6 +35,7 @@ private slots:
     void emptyNameIsTold();
     void savingRenewsTheDateOfEntry();
     void pupilMovesToAnotherClass();
+    void sameNamedClassesAreToldApart_data();
     void sameNamedClassesAreToldApart();
     void emptiedClassBoxTakesThePupilOut();
     void pupilOfAnotherClassGetsASecondRow();
@@ -183,13 +184,23 @@ void TstFrmCadAluno::pupilMovesToAnotherClass()
     QCOMPARE(alunos(c).at(1), u"2|Bia"_s);
 }
 
+void TstFrmCadAluno::sameNamedClassesAreToldApart_data()
+{
+    QTest::addColumn<bool>("passando");
+    QTest::newRow("at once") << false;
+    QTest::newRow("the focus passing through the class box") << true;
+}
+
 void TstFrmCadAluno::sameNamedClassesAreToldApart()
 {
+    QFETCH(bool, passando);
     CenarioCadastro c(linhasDeSempre() + u"; UPDATE CL_Classes SET CL_Nome='Turma' WHERE CL_Cod < 3"_s);
     c.abreCadastro(9999);
     for (int i = 0; i < 3; ++i)
         c.aperta(u"CmdAulaFrente"_s);
     QCOMPARE(mostrado(c), u"Dora, 4 / 5"_s);
+    if (passando)
+        passaPor(c.combo(u"CmbAluClasses"_s));
     c.aperta(u"CmdAulaGrava"_s);
     QCOMPARE(ligacoes(c), (QStringList{u"1|1"_s, u"2|1"_s, u"3|1"_s, u"4|2"_s}));
 }
