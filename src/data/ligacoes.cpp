@@ -168,7 +168,21 @@ void LigacaoCombo::resolve()
     const bool picked = index >= 0 && index != mIndice && mCombo.itemText(index) == text;
     mEscolhido = picked ? mModelo->bookmark(index) : mModelo->bookmarkOf(text);
     mTexto = text;
-    mIndice = index;
+    follow();
+    mIndice = mCombo.currentIndex();
+}
+
+/// Lets the arrow keys and the opened list begin at the chosen row. What the user types stays as typed.
+void LigacaoCombo::follow()
+{
+    const int row = mModelo->rowOf(mEscolhido);
+    if (row == mCombo.currentIndex() || (mCombo.lineEdit()->isModified() && mCombo.itemText(row) != mTexto))
+        return;
+    const QSignalBlocker quietCombo(&mCombo);
+    const QSignalBlocker quietEdit(mCombo.lineEdit());
+    mCombo.setCurrentIndex(row);
+    if (mCombo.currentText() != mTexto)
+        mCombo.setEditText(mTexto);
 }
 
 void LigacaoCombo::userChose(int row)

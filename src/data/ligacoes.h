@@ -65,6 +65,7 @@ private:
     /// Fills the model while nobody hears; the text stays. @param porTexto  what is chosen is found by the text alone
     void renew(bool porTexto, const std::function<void()> &fill);
     void resolve();
+    void follow();
     void userChose(int row);
 
     QComboBox &mCombo;

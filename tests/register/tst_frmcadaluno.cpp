@@ -37,6 +37,7 @@ private slots:
     void pupilMovesToAnotherClass();
     void sameNamedClassesAreToldApart_data();
     void sameNamedClassesAreToldApart();
+    void arrowsGoOnFromTheClassShown();
     void emptiedClassBoxTakesThePupilOut();
     void pupilOfAnotherClassGetsASecondRow();
     void cancelDropsTheNewPupil();
@@ -203,6 +204,19 @@ void TstFrmCadAluno::sameNamedClassesAreToldApart()
         passaPor(c.combo(u"CmbAluClasses"_s));
     c.aperta(u"CmdAulaGrava"_s);
     QCOMPARE(ligacoes(c), (QStringList{u"1|1"_s, u"2|1"_s, u"3|1"_s, u"4|2"_s}));
+}
+
+void TstFrmCadAluno::arrowsGoOnFromTheClassShown()
+{
+    CenarioCadastro c;
+    c.abreCadastro(9999);
+    c.aperta(u"CmdAulaFrente"_s); // shown by code, pupil after pupil
+    c.aperta(u"CmdAulaInicio"_s);
+    QCOMPARE(mostrado(c), u"Ari, 1 / 5"_s);
+    QTest::keyClick(&c.combo(u"CmbAluClasses"_s), Qt::Key_Down);
+    QCOMPARE(c.combo(u"CmbAluClasses"_s).currentText(), u"Turma B"_s);
+    c.aperta(u"CmdAulaGrava"_s);
+    QCOMPARE(ligacoes(c), (QStringList{u"1|2"_s, u"2|1"_s, u"3|1"_s, u"4|2"_s}));
 }
 
 void TstFrmCadAluno::emptiedClassBoxTakesThePupilOut()
