@@ -319,6 +319,9 @@ void TstFAlunos::firstClassNeedsNoPassword()
     c.aperta(u"CmdAluno(3)"_s);
     QVERIFY(c.aberto(u"FrmCadAluno"_s));
     QVERIFY(c.aberto(u"frmClasses"_s));
+    c.aperta(u"CmdAluno(3)"_s); // what opens the frame closes it
+    QVERIFY(!c.aberto(u"frmClasses"_s));
+    c.aperta(u"CmdAluno(3)"_s);
     c.aperta(u"CmdProfNovo"_s);
     c.digita(u"TxtNomeClasse"_s, u"Primeira"_s);
     c.aperta(u"CmdProfSalvar"_s);

@@ -46,6 +46,7 @@ private slots:
     void deletingAsksFirst();
     void deletingWhileFilteredKeepsOtherLinks();
     void deletingGoesByName();
+    void genericPupilCanGo();
     void linkWithoutAPupilShowsNoName();
     void childReportsWhileAPupilIsPending();
     void childReportsInsideADelete();
@@ -326,6 +327,18 @@ void TstFrmCadAluno::deletingGoesByName()
     QCOMPARE(ligacoes(c), (QStringList{u"1|1"_s, u"2|1"_s, u"4|2"_s})); // the row on display
     QCOMPARE(alunos(c), (QStringList{u"2|Bia"_s, u"3|Ari"_s, u"4|Dora"_s})); // the first of that name
     QCOMPARE(mostrado(c), u", 1 / 2"_s); // whose row stays, without a pupil
+}
+
+void TstFrmCadAluno::genericPupilCanGo()
+{
+    CenarioCadastro c;
+    c.abreCadastro(9999);
+    c.aperta(u"CmdAulaUltimo"_s);
+    BoxScript boxes{Resposta::Sim};
+    c.aperta(u"CmdAulaApaga"_s);
+    QCOMPARE(c.sql(u"SELECT AL_Cod FROM AL_Alunos UNION ALL SELECT AL_Cod FROM CLxAL WHERE AL_Cod > 4"_s),
+        (QStringList{u"1"_s, u"2"_s, u"3"_s, u"4"_s}));
+    QCOMPARE(mostrado(c), u"Ari, 1 / 4"_s);
 }
 
 void TstFrmCadAluno::linkWithoutAPupilShowsNoName()
