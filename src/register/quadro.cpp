@@ -84,6 +84,11 @@ QComboBox *novoCombo(const LinhaLayout &linha, const QString &nome, QWidget *par
     names(*combo, linha, nome);
     combo->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon); // never measures all its rows
     LigacaoCombo::of(*combo); // before anybody hears of its changes
+    QPalette paleta;
+    paleta.setColor(QPalette::AlternateBase, QColor::fromRgb(kCartao)); // the style draws the frame from Window
+    combo->setPalette(paleta);
+    combo->setBackgroundRole(QPalette::AlternateBase);
+    combo->setAutoFillBackground(true); // nothing behind it is painted again when its text or its rows change
     return combo;
 }
 
