@@ -35,7 +35,8 @@ int ModeloPlanilha::columnCount(const QModelIndex &parent) const
 
 static bool isTitle(const LinhaPlanilha &linha)
 {
-    return !linha[0].isEmpty() && linha[kColunaDosNomes].isEmpty();
+    // A Roteiro's name may be empty too, but then there are figures.
+    return !linha[0].isEmpty() && linha[kColunaDosNomes].isEmpty() && linha[kColunaDosNomes + 1].isEmpty();
 }
 
 static bool isTotal(const LinhaPlanilha &linha)
@@ -52,7 +53,9 @@ QVariant ModeloPlanilha::data(const QModelIndex &index, int role) const
         return text;
     case Qt::ToolTipRole:
         // A long name is cut in its column. It may look like markup, so that it goes as markup of ours.
-        return index.column() == kColunaDosNomes ? QVariant(u"<qt>%1</qt>"_s.arg(text.toHtmlEscaped())) : QVariant();
+        return index.column() == kColunaDosNomes && !text.isEmpty()
+            ? QVariant(u"<qt>%1</qt>"_s.arg(text.toHtmlEscaped()))
+            : QVariant();
     case Qt::TextAlignmentRole:
         return int(index.column() > kColunaDosNomes ? Qt::AlignCenter : Qt::AlignLeft | Qt::AlignVCenter);
     case Qt::FontRole: {

@@ -23,7 +23,7 @@ public:
     QVariant headerData(int section, Qt::Orientation orientation, int role) const override;
 
 private:
-    std::vector<LinhaPlanilha> mLinhas;
+    std::vector<LinhaPlanilha> mLinhas{1}; // the fixed row stands from the start, and prints
 };
 
 /// The grid of the sheet: four columns of fixed widths under a header.

@@ -27,6 +27,7 @@ private slots:
     void init() { failOnWarnings(); }
     void theChartIsPreviewedAndItsFilesGo();
     void theSheetsPageStays();
+    void beforeAnyChoiceTheFixedRowPrints();
     void closedInThePreviewItComesBackSo();
     void printedFiguresAgree_data();
     void printedFiguresAgree();
@@ -121,6 +122,19 @@ void TstImpressao::theSheetsPageStays()
     c.clica(u"CmdImprime"_s); // both views are back, and then it is the chart that prints
     QVERIFY(!child<WebBrowser>(c.janela(), u"WWW"_s).toPlainText().contains(u"TOTAL"_s));
     c.clica(u"CmdImprime"_s);
+}
+
+void TstImpressao::beforeAnyChoiceTheFixedRowPrints()
+{
+    CenarioGraficos c;
+    c.janela().mostra();
+    const QStringList before = temporaries();
+    c.clica(u"CmdImprime"_s);
+    const QStringList pages = appeared(before).filter(QRegularExpression(u"\\.HTML$"_s));
+    QCOMPARE(pages.size(), 1);
+    QVERIFY(le(QDir::temp().filePath(pages.front()))
+                .endsWith("</FONT>\r\n<TD ALIGN=LEFT WIDTH=18>\r\n</TR>\r\n<TR>\r\n</TR>\r\n</TABLE>\r\n</DIV></FONT>"
+                          "\r\n</BODY></HTML>"));
 }
 
 void TstImpressao::closedInThePreviewItComesBackSo()
