@@ -47,10 +47,20 @@ void ListaDisciplinas::desfazEscolha()
     setCurrentItem(nullptr);
 }
 
+void ListaDisciplinas::mousePressEvent(QMouseEvent *event)
+{
+    mAntes = linhaEscolhida();
+    QListWidget::mousePressEvent(event);
+}
+
+// The button chooses a line when it goes down and may come up beside the list: that line was chosen all the same.
 void ListaDisciplinas::mouseReleaseEvent(QMouseEvent *event)
 {
     QListWidget::mouseReleaseEvent(event);
-    if (event->button() == Qt::LeftButton && itemAt(event->position().toPoint()) && !linhaEscolhida().isEmpty())
+    if (event->button() != Qt::LeftButton)
+        return;
+    const QString now = linhaEscolhida();
+    if (!now.isEmpty() && (itemAt(event->position().toPoint()) || now != mAntes))
         emit clicada();
 }
 

@@ -19,8 +19,12 @@ signals:
     void clicada(); ///< a line was chosen by mouse or key, the one that is chosen already too
 
 protected:
+    void mousePressEvent(QMouseEvent *event) override;
     void mouseReleaseEvent(QMouseEvent *event) override;
     void keyPressEvent(QKeyEvent *event) override;
+
+private:
+    QString mAntes; ///< chosen line before the mouse button went down
 };
 
 } // namespace quorel

@@ -31,6 +31,7 @@ private slots:
     void allDisciplinesShowThree();
     void theBoxMustBeUntickedBeforeALineCounts();
     void aClickOnTheChosenLineRunsAgain();
+    void aLineDraggedToCounts();
     void keysChooseAsTheMouseDoes();
     void datesThatAreNotComplete_data();
     void datesThatAreNotComplete();
@@ -176,6 +177,19 @@ void TstFGraficos::aClickOnTheChosenLineRunsAgain()
     gAluno = 9999; // read afresh
     c.clicaLinha(0);
     QCOMPARE(c.figuras(), u"Acertos: Ciências 0. Erros: Ciências 0."_s);
+}
+
+void TstFGraficos::aLineDraggedToCounts()
+{
+    CenarioGraficos c;
+    logEverywhere(c);
+    c.janela().mostra();
+    c.clicaLinha(0);
+    auto &lista = child<QListWidget>(c.janela(), u"LstDisciplinas"_s);
+    QTest::mousePress(lista.viewport(), Qt::LeftButton, {}, lista.visualItemRect(lista.item(1)).center());
+    QTest::mouseRelease(lista.viewport(), Qt::LeftButton, {}, {-30, 5}); // beside the list
+    QCOMPARE(lista.currentRow(), 1);
+    QCOMPARE(c.figuras(), u"Acertos: Matemática 0. Erros: Matemática 2."_s);
 }
 
 void TstFGraficos::keysChooseAsTheMouseDoes()
