@@ -184,14 +184,14 @@ void preenche(const ListasPorDisciplina &listas, const EscolhaDisciplinas &escol
     }
 }
 
-/// The log rows from the current one to the last.
+/// The log rows from the current one to the last. @throws ErroExecucao 6 for a code beyond 32 bits
 void leLog(RecordSet &set, Separacao &separacao)
 {
     const int codigo = set.fieldNumber(u"RO_COD"_s);
     const int respostas = set.fieldNumber(u"LG_Resp"_s);
     const int data = set.fieldNumber(u"LG_DATA"_s);
     for (; !set.EOF_(); set.MoveNext()) {
-        if (const auto roteiro = separacao.roteiro(set.value(codigo).toInt())) // a Null is 0
+        if (const auto roteiro = separacao.roteiro(inteiro32(set.value(codigo).toDouble()))) // a Null is 0
             separacao.add(*roteiro, variantText(set.value(respostas)), variantText(set.value(data)));
     }
 }

@@ -34,6 +34,7 @@ private slots:
     void countersEndAt32767();
     void aTabInANameShiftsItsFields();
     void thePeriodOfARegister();
+    void aCodeBeyond32BitsEndsTheSheet();
     void aScanThatFailsLeavesTheSheet();
     void aMissingRecordSetLeavesTheHeader();
     void twentyThousandRows();
@@ -303,6 +304,16 @@ void TstPlanilha::thePeriodOfARegister()
     const Periodo reversed = lePeriodo(u"03/03/26"_s, u"28/02/26"_s);
     gBD->Records_Set(consultas::logDoPeriodo(reversed.inicio, reversed.fim, 3, 7), u"rsLogAulas"_s, {}, kCursorKeyset);
     QCOMPARE(*montaPlanilha(kTodas), (Planilha{{kHeader}, {}, true}));
+}
+
+void TstPlanilha::aCodeBeyond32BitsEndsTheSheet()
+{
+    const Registro registro;
+    registro.sql(u"INSERT INTO LG_LogAulas VALUES (3, 7, '2026-03-01 10:00:00', 4294967306, NULL, 'x<rot>A:', 1)"_s);
+    registro.open();
+    gBlocosArq.resize(2); // the index stands
+    gBD->Records_Set(consultas::logDoPeriodo(u"01/01/2026"_s, u"12/31/2026"_s, 3, 7), u"rsLogAulas"_s);
+    QCOMPARE(montaPlanilha(kTodas), std::optional(Planilha{{kHeader}, {}, false})); // 10 is in its low bits
 }
 
 void TstPlanilha::aScanThatFailsLeavesTheSheet()
