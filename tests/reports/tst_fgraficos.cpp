@@ -9,10 +9,12 @@
 #include "support/suporte.h"
 
 #include <QCheckBox>
+#include <QGroupBox>
 #include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
 #include <QPushButton>
+#include <QTimer>
 
 using namespace quorel;
 using namespace quorel::teste;
@@ -24,6 +26,7 @@ class TstFGraficos : public QObject
     Q_OBJECT
 private slots:
     void init() { failOnWarnings(); }
+    void controlsSayWhatTheyAreFor();
     void opensOnTheLastThirtyDays();
     void aPupilWithNothingLoggedIsGeneric();
     void aLineShowsItsDiscipline_data();
@@ -38,6 +41,8 @@ private slots:
     void aDateThatIsNoneIsSaid();
     void theLastDayEndsAtMidnight();
     void chartAndSheetTakeTurns();
+    void theHourglassShowsMeanwhile();
+    void aBlockAddedMeanwhileIsSeenAtTheNextLoad();
     void aFailureLeavesTheChartHidden();
     void chartTurnsOver();
     void hiddenItKeepsThePupilItWasOpenedFor();
@@ -65,6 +70,21 @@ static void logEverywhere(CenarioGraficos &c)
     c.log(u"2026-03-03 10:00:00"_s, 201, u"E:E:"_s);
     c.log(u"2026-03-04 10:00:00"_s, 301, u"A:A:A:A:"_s);
     c.log(u"2026-03-05 10:00:00"_s, 401, u"A:E:E:E:"_s);
+}
+
+void TstFGraficos::controlsSayWhatTheyAreFor()
+{
+    CenarioGraficos c;
+    const std::vector<std::pair<QString, QString>> labels{{u"LblData(0)"_s, u"Data Inicial:"_s},
+        {u"LblData(1)"_s, u"Data Final:"_s}, {u"LblGrafPla(0)"_s, u"Planilha"_s}, {u"LblGrafPla(1)"_s, u"Gráfico"_s}};
+    for (const auto &[nome, texto] : labels)
+        QCOMPARE(child<QLabel>(c.janela(), nome).text(), texto);
+    for (const QString &nome : {u"MskDataInicial"_s, u"MskDataFinal"_s}) // until the window is loaded
+        QCOMPARE(child<QLineEdit>(c.janela(), nome).displayText(), u"__/__/__"_s);
+    QCOMPARE(child<QGroupBox>(c.janela(), u"FrmDesempenho"_s).title(), u"Disciplinas"_s);
+    QCOMPARE(child<QCheckBox>(c.janela(), u"ChkDisciplinas"_s).text(), u"Seleciona Todas"_s);
+    QCOMPARE(child<QPushButton>(c.janela(), u"CmdImprime"_s).toolTip(), u"Imprime"_s);
+    QCOMPARE(child<QPushButton>(c.janela(), u"CmdFecha"_s).toolTip(), u"Fecha Histórico"_s);
 }
 
 void TstFGraficos::opensOnTheLastThirtyDays()
@@ -295,6 +315,39 @@ void TstFGraficos::chartAndSheetTakeTurns()
     QVERIFY(visible(c, u"GrdRot"_s) && visible(c, u"CrtGrafico"_s));
     c.clica(u"CmdGrafPlan(0)"_s);
     QVERIFY(!visible(c, u"GrdRot"_s) && visible(c, u"CrtGrafico"_s));
+}
+
+void TstFGraficos::theHourglassShowsMeanwhile()
+{
+    CenarioGraficos c;
+    c.janela().mostra();
+    Qt::CursorShape shape = Qt::ArrowCursor;
+    QTimer::singleShot(0, &c.janela(), [&shape] { // opening the log lets events run
+        if (const QCursor *cursor = QApplication::overrideCursor())
+            shape = cursor->shape();
+    });
+    c.janela().Processar();
+    QCOMPARE(shape, Qt::WaitCursor);
+    QVERIFY(!QApplication::overrideCursor());
+}
+
+void TstFGraficos::aBlockAddedMeanwhileIsSeenAtTheNextLoad()
+{
+    CenarioGraficos c;
+    c.janela().mostra();
+    c.clicaLinha(1);
+    escreve(qEnvironmentVariable("QUOREL_WINDIR") + u"/QUOREL2001/DBBLOCOS/F2/0326MAF2.edb"_s,
+        "[ROT<1>]\r\nNomeRot =Novo\r\nCODROT:250\r\n[<1>1]\r\n");
+    c.log(u"2026-03-10 09:00:00"_s, 250, u"A:E:E:"_s);
+    c.clicaLinha(1);
+    QCOMPARE(c.figuras(), u"Acertos: Matemática 0. Erros: Matemática 0."_s);
+    JanelaAtiva ativa;
+    FGraficos outra(ativa);
+    outra.mostra();
+    auto &lista = child<QListWidget>(outra, u"LstDisciplinas"_s);
+    QTest::mouseClick(lista.viewport(), Qt::LeftButton, {}, lista.visualItemRect(lista.item(1)).center());
+    QCOMPARE(child<CrtGrafico>(outra, u"CrtGrafico"_s).accessibleDescription(),
+        u"Acertos: Matemática 1. Erros: Matemática 2."_s);
 }
 
 void TstFGraficos::aFailureLeavesTheChartHidden()

@@ -242,6 +242,9 @@ void TstPlanilha::countersEndAt32767_data()
         << LinhaPlanilha{QString(), total, u"1"_s, u"0"_s};
     QTest::newRow("the grand total of wrong answers past it") << Log{manyAnswers(10, 0, 1),
         manyAnswers(30, 1, 32767)} << false << 7 << LinhaPlanilha{QString(), total, u"1"_s, u"32767"_s};
+    QTest::newRow("a discipline's totals at it")
+        << Log{manyAnswers(10, 32766, 32765), manyAnswers(10, 1, 2)} << true << 7
+        << LinhaPlanilha{QString(), u"*** TOTAL GERAL***"_s, u"32767"_s, u"32767"_s};
     QTest::newRow("all totals at it") << Log{manyAnswers(10, 32766, 32767), manyAnswers(30, 1, 0)} << true << 9
                                       << LinhaPlanilha{QString(), u"*** TOTAL GERAL***"_s, u"32767"_s, u"32767"_s};
 }
