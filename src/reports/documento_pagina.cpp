@@ -10,6 +10,7 @@
 #include <QUrl>
 
 #include <algorithm>
+#include <array>
 
 namespace quorel {
 
@@ -60,6 +61,44 @@ QVariant DocumentoPagina::loadResource(int type, const QUrl &)
     return nothing;
 }
 
+static constexpr double kMaiorDistancia = 1000; // pixels; none of the page's own is near it
+
+/// Limits distances of a format. @return whether one was beyond the limit
+template <std::size_t N>
+static bool limit(QTextFormat &format, const std::array<QTextFormat::Property, N> &distances)
+{
+    bool changed = false;
+    for (const QTextFormat::Property distance : distances) {
+        const double asked = format.doubleProperty(distance); // 0 when it is not set
+        const double given = std::clamp(asked, 0.0, kMaiorDistancia);
+        if (asked == given)
+            continue;
+        format.setProperty(distance, given);
+        changed = true;
+    }
+    return changed;
+}
+
+// A name may be the tag of a table with distances so large that the layout, whose numbers they do not fit, never ends.
+static void limitFrame(QTextFrame &frame)
+{
+    static constexpr std::array kDistancias{QTextFormat::FrameMargin, QTextFormat::FrameTopMargin,
+        QTextFormat::FrameBottomMargin, QTextFormat::FrameLeftMargin, QTextFormat::FrameRightMargin,
+        QTextFormat::FramePadding, QTextFormat::TableCellPadding, QTextFormat::TableCellSpacing};
+    QTextFrameFormat format = frame.frameFormat();
+    if (limit(format, kDistancias))
+        frame.setFrameFormat(format);
+}
+
+static void limitCell(QTextTableCell cell)
+{
+    static constexpr std::array kDistancias{QTextFormat::TableCellTopPadding, QTextFormat::TableCellBottomPadding,
+        QTextFormat::TableCellLeftPadding, QTextFormat::TableCellRightPadding};
+    QTextCharFormat format = cell.format();
+    if (limit(format, kDistancias))
+        cell.setFormat(format);
+}
+
 static void keepOnOneLine(const QTextTableCell &cell)
 {
     QTextBlockFormat format;
@@ -78,6 +117,7 @@ void DocumentoPagina::freeColumns()
     while (!frames.isEmpty()) {
         QTextFrame *frame = frames.takeLast();
         frames << frame->childFrames();
+        limitFrame(*frame);
         auto *table = qobject_cast<QTextTable *>(frame);
         if (!table)
             continue;
@@ -86,8 +126,10 @@ void DocumentoPagina::freeColumns()
         table->setFormat(format);
         for (int row = 0; row < table->rows(); ++row) {
             for (int column = 0; column < table->columns(); ++column) {
+                const QTextTableCell cell = table->cellAt(row, column);
+                limitCell(cell);
                 if (column != kColunaDosNomes)
-                    keepOnOneLine(table->cellAt(row, column));
+                    keepOnOneLine(cell);
             }
         }
     }

@@ -25,6 +25,8 @@ private slots:
     void showsThePictureUnderItsVeryText();
     void loadsNothingElse_data();
     void loadsNothingElse();
+    void distancesBeyondTheLayoutEnd_data();
+    void distancesBeyondTheLayoutEnd();
     void aMissingPageIsEmpty();
     void narrowColumnsStayOnOneLine();
     void sheetsEndBetweenRows_data();
@@ -128,6 +130,31 @@ void TstVisor::loadsNothingElse()
     pintaPagina(QString::fromLatin1(le(mDir.filePath(u"p.HTML"_s))), {}, printer);
     QVERIFY(!le(mDir.filePath(u"p.pdf"_s)).isEmpty());
     QVERIFY(!server.waitForNewConnection(0));
+}
+
+void TstVisor::distancesBeyondTheLayoutEnd_data()
+{
+    QTest::addColumn<QString>("table");
+    QTest::newRow("padding") << u"<table cellpadding=2000000000><tr><td>x"_s;
+    QTest::newRow("spacing") << u"<table cellspacing=2000000000><tr><td>x"_s;
+    QTest::newRow("padding of a cell") << u"<table><tr><td style='padding:2000000000px'>x"_s;
+    QTest::newRow("margin") << u"<table style='margin:2000000000px'><tr><td>x"_s;
+    QTest::newRow("margin of a floating table") << u"<table style='float:left;margin:2000000000px'><tr><td>x"_s;
+    QTest::newRow("below 0") << u"<table cellpadding=-2000000000 style='margin:-2000000000px'><tr><td>x"_s;
+    QTest::newRow("of a table in a table")
+        << u"<table><tr><td><table style='padding:2000000000px' cellspacing=2000000000><tr><td>x"_s;
+}
+
+void TstVisor::distancesBeyondTheLayoutEnd()
+{
+    QFETCH(QString, table);
+    const QString text = u"<table border=1><tr>Aluno: "_s + table + u"</table> Zoé</table>"_s;
+    DocumentoPagina page({});
+    page.setTextWidth(500);
+    page.setTexto(text);
+    QVERIFY(page.toPlainText().contains(u"Zoé"_s));
+    QVERIFY(page.documentLayout()->documentSize().height() < 10000);
+    QVERIFY(!page.cortes().empty());
 }
 
 void TstVisor::aMissingPageIsEmpty()
