@@ -6,6 +6,7 @@
 #include <QAbstractTextDocumentLayout>
 #include <QTextBlock>
 #include <QTextCursor>
+#include <QTextDocumentFragment>
 #include <QTextTable>
 #include <QUrl>
 
@@ -99,6 +100,26 @@ static void limitCell(QTextTableCell cell)
         cell.setFormat(format);
 }
 
+static constexpr int kMaisFundo = 4; // tables in tables; the page's own are the first
+
+static int depthOf(const QTextFrame &frame)
+{
+    int depth = 0;
+    for (const QTextFrame *outer = frame.parentFrame(); outer; outer = outer->parentFrame())
+        ++depth;
+    return depth;
+}
+
+// The layout measures each table more than once, and so what is in it over and over: a name of twenty tables, one in
+// the other, would never be laid out. Its text takes the place of those that are too deep.
+static void flatten(const QTextFrame &frame)
+{
+    QTextCursor cursor(frame.document());
+    cursor.setPosition(frame.firstPosition() - 1);
+    cursor.setPosition(frame.lastPosition() + 1, QTextCursor::KeepAnchor);
+    cursor.insertText(cursor.selection().toPlainText());
+}
+
 static void keepOnOneLine(const QTextTableCell &cell)
 {
     QTextBlockFormat format;
@@ -116,6 +137,10 @@ void DocumentoPagina::freeColumns()
     QList<QTextFrame *> frames = rootFrame()->childFrames();
     while (!frames.isEmpty()) {
         QTextFrame *frame = frames.takeLast();
+        if (depthOf(*frame) > kMaisFundo) {
+            flatten(*frame);
+            continue;
+        }
         frames << frame->childFrames();
         limitFrame(*frame);
         auto *table = qobject_cast<QTextTable *>(frame);

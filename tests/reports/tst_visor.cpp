@@ -12,6 +12,7 @@
 #include <QTcpServer>
 #include <QTemporaryDir>
 #include <QTextBlock>
+#include <QTextFrame>
 
 using namespace quorel;
 using namespace quorel::teste;
@@ -27,6 +28,8 @@ private slots:
     void loadsNothingElse();
     void distancesBeyondTheLayoutEnd_data();
     void distancesBeyondTheLayoutEnd();
+    void tablesInTablesEnd_data();
+    void tablesInTablesEnd();
     void aMissingPageIsEmpty();
     void narrowColumnsStayOnOneLine();
     void sheetsEndBetweenRows_data();
@@ -155,6 +158,31 @@ void TstVisor::distancesBeyondTheLayoutEnd()
     QVERIFY(page.toPlainText().contains(u"Zoé"_s));
     QVERIFY(page.documentLayout()->documentSize().height() < 10000);
     QVERIFY(!page.cortes().empty());
+}
+
+void TstVisor::tablesInTablesEnd_data()
+{
+    QTest::addColumn<int>("depth");
+    QTest::newRow("3, as they are") << 3;
+    QTest::newRow("4, the last one as text") << 4;
+    QTest::newRow("20") << 20;
+    QTest::newRow("1000") << 1000;
+}
+
+void TstVisor::tablesInTablesEnd()
+{
+    QFETCH(int, depth);
+    DocumentoPagina page({});
+    page.setTextWidth(500);
+    page.setTexto(u"<table border=1><tr>Aluno: "_s + u"<table><tr><td>"_s.repeated(depth)
+        + u"Zoé</td><td>Classe</td></table></table>"_s);
+    const QString text = page.toPlainText();
+    QVERIFY(text.contains(u"Zoé"_s) && text.contains(u"Classe"_s));
+    int found = 0;
+    for (QTextFrame *frame = page.rootFrame(); frame; ++found)
+        frame = frame->childFrames().value(0);
+    QVERIFY2(found <= 5, qPrintable(QString::number(found))); // the page itself and four tables
+    QVERIFY(page.documentLayout()->documentSize().height() > 0);
 }
 
 void TstVisor::aMissingPageIsEmpty()
