@@ -47,6 +47,12 @@ void ListaDisciplinas::desfazEscolha()
     setCurrentItem(nullptr);
 }
 
+// Whatever keys are held, a line is chosen and never let go; Qt's own list would drop it under Ctrl.
+QItemSelectionModel::SelectionFlags ListaDisciplinas::selectionCommand(const QModelIndex &index, const QEvent *) const
+{
+    return index.isValid() ? QItemSelectionModel::ClearAndSelect : QItemSelectionModel::NoUpdate;
+}
+
 void ListaDisciplinas::mousePressEvent(QMouseEvent *event)
 {
     mAntes = linhaEscolhida();

@@ -19,6 +19,8 @@ signals:
     void clicada(); ///< a line was chosen by mouse or key, the one that is chosen already too
 
 protected:
+    QItemSelectionModel::SelectionFlags selectionCommand(
+        const QModelIndex &index, const QEvent *event = nullptr) const override;
     void mousePressEvent(QMouseEvent *event) override;
     void mouseReleaseEvent(QMouseEvent *event) override;
     void keyPressEvent(QKeyEvent *event) override;

@@ -194,6 +194,11 @@ void TstFGraficos::aClickOnTheChosenLineRunsAgain()
     c.log(u"2026-03-10 09:00:00"_s, 101, u"A:A:"_s);
     c.clicaLinha(0);
     QCOMPARE(c.figuras(), u"Acertos: Ciências 2. Erros: Ciências 0."_s);
+    auto &lista = child<QListWidget>(c.janela(), u"LstDisciplinas"_s);
+    c.log(u"2026-03-11 09:00:00"_s, 101, u"E:"_s);
+    QTest::mouseClick( // with Ctrl too
+        lista.viewport(), Qt::LeftButton, Qt::ControlModifier, lista.visualItemRect(lista.item(0)).center());
+    QCOMPARE(c.figuras(), u"Acertos: Ciências 2. Erros: Ciências 1."_s);
     gAluno = 9999; // read afresh
     c.clicaLinha(0);
     QCOMPARE(c.figuras(), u"Acertos: Ciências 0. Erros: Ciências 0."_s);
