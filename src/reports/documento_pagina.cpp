@@ -62,7 +62,7 @@ QVariant DocumentoPagina::loadResource(int type, const QUrl &)
     return nothing;
 }
 
-static constexpr double kMaiorDistancia = 1000; // pixels; none of the page's own is near it
+static constexpr double kMaiorDistancia = 20; // pixels; above all of the page's own, and the text stays on the paper
 
 /// Limits distances of a format. @return whether one was beyond the limit
 template <std::size_t N>

@@ -362,6 +362,8 @@ void TstImpressao::aNameThatIsATagLoadsNothing_data()
     QTest::newRow("address") << u"<img src=\"http://127.0.0.1:%1/x.png\">"_s;
     QTest::newRow("share") << u"<img src=\"\\\\127.0.0.1@%1\\x\\y.png\">"_s;
     QTest::newRow("local file") << u"<img src=\"%2\" width=90>"_s;
+    QTest::newRow("behind more tables than can be laid out")
+        << u"<table cellpadding=2000000000><tr><td>"_s.repeated(20) + u"<img src=\"%2\" width=90>"_s;
 }
 
 void TstImpressao::aNameThatIsATagLoadsNothing()
