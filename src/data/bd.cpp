@@ -97,9 +97,9 @@ void BD::Fechar()
             set->Close();
             set.reset();
         }
-        mRecordSets.clear();
         connection().Close();
         mConexoes[static_cast<size_t>(mSourceAtual)].reset();
+        mRecordSets.clear(); // as long as the aliases
         mAliases.clear();
     });
 }

@@ -96,7 +96,7 @@ static void fillFrom(const RecordSet &from, RecordSet &to, int firstField)
 {
     for (int i = firstField; i < from.fieldCount(); ++i) {
         const QVariant value = from.value(i);
-        if (to.field(i).numera)
+        if (to.field(i).numera || !to.writable(i))
             continue;
         switch (from.field(i).tipo) {
         case TipoCampo::Longo:

@@ -37,7 +37,9 @@ void RecordSet::open(std::shared_ptr<Conexao> conexao, const QString &sql)
 void RecordSet::load()
 {
     Linhas rows;
-    mColunas = mConexao->query(mSql, rows);
+    std::vector<Coluna> columns = mConexao->query(mSql, rows);
+    requireOrder(columns); // before anything of the rows read last is given up
+    mColunas = std::move(columns);
     mLinhas = std::move(rows);
     mGravados.clear();
     mAcrescidas = 0;
@@ -48,6 +50,15 @@ void RecordSet::load()
     rebuildOrder();
     standFrom(0);
     emit rowsChanged(true);
+}
+
+/// Filter and order outlive the columns that they name: another program may have changed the table.
+void RecordSet::requireOrder(const std::vector<Coluna> &colunas) const
+{
+    if (mFiltro)
+        Avaliador(*mFiltro, colunas);
+    for (const TermoOrdem &term : mOrdenacao)
+        columnNumber(colunas, term.coluna);
 }
 
 /// Writes go to the first table whose key is among the columns, if that is the table of the first column.
@@ -147,6 +158,12 @@ void RecordSet::rebuildOrder()
         if (!deleted(row) && (!avaliador || matches(*avaliador, row)))
             mOrdem.push_back(row);
     }
+    sortOrder();
+}
+
+void RecordSet::sortOrder()
+{
+    std::ranges::sort(mOrdem); // rows of equal terms in the order they were read
     std::vector<std::pair<int, bool>> terms;
     for (const TermoOrdem &term : mOrdenacao)
         terms.emplace_back(columnNumber(mColunas, term.coluna), term.decrescente);

@@ -110,7 +110,9 @@ private:
     void findBase(); ///< table and key column that writes go to
     qsizetype rowCount() const { return mLinhas.rowCount() + mAcrescidas; }
     bool deleted(qsizetype row) const;
+    void requireOrder(const std::vector<Coluna> &colunas) const; ///< @throws kErroNome when filter or sort miss one
     void rebuildOrder(); ///< by filter and sort, on stored values
+    void sortOrder(); ///< the rows that the filter let through
     bool matches(const Avaliador &avaliador, qsizetype row) const;
 
     // Places are positions among the rows that filter and sort let through, from 0, deleted rows included.

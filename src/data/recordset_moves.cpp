@@ -138,7 +138,10 @@ void RecordSet::setSort(const QString &ordem)
         columnNumber(mColunas, term.coluna);
     saveEdit();
     mOrdenacao = terms;
-    rebuildOrder();
+    if (mFiltro)
+        sortOrder(); // a row just written stays among the visible ones
+    else
+        rebuildOrder();
     standFrom(0);
     emit rowsChanged(false);
 }

@@ -137,6 +137,7 @@ static constexpr Linha kStands[]{
     {"filtered, searched for a hidden row", "filter CL_Cod>1; find CL_Nome='a'", "EOF -3/2 0 3021"},
     {"filtered, edited out: stays", "filter CL_Nome='b'; name z; update", "1/1 0 z"},
     {"until it is read again", "filter CL_Nome='b'; name z; update; requery", "BOF EOF -1/0 0 3021"},
+    {"also when it is sorted", "filter CL_Nome='b'; name z; update; sort CL_Nome", "1/1 0 z"},
     {"filtered, added", "filter CL_Nome='b'; add d; update", "2/2 0 d"},
     {"filter stays when it is read again", "filter CL_Nome='b'; add d; update; requery", "1/1 0 b"},
     {"filtered, deleted", "filter CL_Nome='b'; remove; first", "BOF EOF -1/0 0 3021"},
@@ -200,6 +201,10 @@ void TstRecordset::refuses_data()
     row("deleting a row that is gone", kErroArmazem, "file DELETE FROM CL_Classes; remove");
     row("re-reading a row that is gone", kErroArmazem, "file DELETE FROM CL_Classes; resync");
     row("a key that is there", kErroArmazem, "add; set CL_Cod=2; update");
+    row("a filter's column that went away", kErroNome,
+        "filter CL_Prof='x'; file ALTER TABLE CL_Classes RENAME COLUMN CL_Prof TO Outra; requery");
+    row("an order's column that went away", kErroNome,
+        "sort CL_Prof; file ALTER TABLE CL_Classes RENAME COLUMN CL_Prof TO Outra; requery");
     row("a table that went away", kErroTabela, "file DROP TABLE CL_Classes; requery");
 }
 
