@@ -188,19 +188,16 @@ void Desenho::paintTracos(const QRectF &face, std::size_t indice)
     mPainter.setClipRect(face, Qt::IntersectClip);
     mPainter.setPen(QPen(QColor::fromRgb(kContorno), 1));
     const double slope = face.height();
-    switch (indice % 3) {
-    case 1: // rising
-        for (double x = face.left() - slope; x < face.right(); x += kPasso)
+    const double lines = indice % 3 == 2 ? slope : slope + face.width(); // the stretch that they divide
+    for (int i = 0; i * kPasso < lines; ++i) {
+        const double x = face.left() - slope + i * kPasso;
+        const double y = face.bottom() - (i + 1) * kPasso;
+        if (indice % 3 == 1) // rising
             mPainter.drawLine(QPointF(x, face.bottom()), QPointF(x + slope, face.top()));
-        break;
-    case 2: // level
-        for (double y = face.bottom() - kPasso; y > face.top(); y -= kPasso)
+        else if (indice % 3 == 2) // level
             mPainter.drawLine(QPointF(face.left(), y), QPointF(face.right(), y));
-        break;
-    default: // falling
-        for (double x = face.left() - slope; x < face.right(); x += kPasso)
+        else // falling
             mPainter.drawLine(QPointF(x, face.top()), QPointF(x + slope, face.bottom()));
-        break;
     }
     mPainter.restore();
 }
