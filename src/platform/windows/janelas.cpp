@@ -69,6 +69,13 @@ std::vector<Titled> innerWindows()
     return all;
 }
 
+bool showsWindow(DWORD process)
+{
+    const std::vector<Titled> all = topLevels();
+    return std::ranges::any_of(
+        all, [process](const Titled &each) { return each.process == process && IsWindowVisible(each.window); });
+}
+
 Janela titledWindowOf(DWORD process, QStringView titulo)
 {
     if (process == 0 || titulo.isEmpty())

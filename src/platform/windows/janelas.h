@@ -22,6 +22,9 @@ struct Titled
 std::vector<Titled> topLevels(); ///< of the desktop that have a title, in the order of windows
 std::vector<Titled> innerWindows(); ///< of all of those, at any depth, that have a title
 
+/// Whether the process shows a window with a title.
+bool showsWindow(DWORD process);
+
 /// The top-level window with that title, of that process; 0 when there is none, or for an empty title.
 Janela titledWindowOf(DWORD process, QStringView titulo);
 

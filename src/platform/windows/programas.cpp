@@ -1,6 +1,7 @@
 #include "platform/programas.h"
 
 #include "platform/windows/envio.h"
+#include "platform/windows/janelas.h"
 #include "platform/windows/texto.h"
 
 #include <chrono>
@@ -14,11 +15,17 @@ using Clock = std::chrono::steady_clock;
 static constexpr std::chrono::seconds kReadyLimit{10};
 static constexpr DWORD kLook = 10; // ms between two looks at the sends that came in
 
-/// Until the program waits for its first message, has ended, or has no windows.
-static void waitUntilReady(HANDLE process)
+/// Until the program waits for its first message and shows its window, has ended, or has no windows. The first alone is
+/// not enough: a toolkit looks for messages while it starts, long before the window has the title that is searched
+/// next.
+static void waitUntilReady(const PROCESS_INFORMATION &started)
 {
     const auto end = Clock::now() + kReadyLimit;
-    while (Clock::now() < end && WaitForInputIdle(process, kLook) == WAIT_TIMEOUT)
+    DWORD waited = WAIT_TIMEOUT;
+    while (Clock::now() < end && (waited = WaitForInputIdle(started.hProcess, kLook)) == WAIT_TIMEOUT)
+        win::serveSends();
+    while (waited == 0 && Clock::now() < end && !win::showsWindow(started.dwProcessId)
+        && WaitForSingleObject(started.hProcess, kLook) == WAIT_TIMEOUT)
         win::serveSends();
 }
 
@@ -38,7 +45,7 @@ bool startProgramNow(const ProgramRequest &request)
     CloseHandle(started.hThread);
     AllowSetForegroundWindow(started.dwProcessId);
     if (request.waitUntilReady)
-        waitUntilReady(started.hProcess);
+        waitUntilReady(started);
     CloseHandle(started.hProcess);
     return true;
 }
