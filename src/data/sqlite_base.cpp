@@ -103,7 +103,7 @@ void checkRegisterFile(sqlite3 *db)
         throw sqliteError(db, SQLITE_CANTOPEN);
     if (file->pMethods->xFileSize(file, &size) != SQLITE_OK)
         throw sqliteError(db, SQLITE_IOERR);
-    if (size == 0)
+    if (size <= 1) // the store may leave one byte, which it itself counts as none on some systems only
         throw ErroBD(kErroArmazem, u"O arquivo do banco de dados está vazio."_s);
     if (size < kHeaderSize)
         throw sqliteError(db, SQLITE_NOTADB);
