@@ -1,6 +1,6 @@
 # quorel_test(name USES folders QT modules SOURCES files… [TIMEOUT seconds] [NEEDS targets…])
 # One executable tests/<folder>/<name>.cpp, run under CTest without a display and with a home of its own.
-# NEEDS: programs that the test starts; their paths arrive as the compile definition QUOREL_BIN.
+# NEEDS: programs that the test starts; they lie in QUOREL_BIN and their names end in QUOREL_SUFFIX, both literals.
 function(quorel_test name)
     cmake_parse_arguments(A "" "TIMEOUT" "USES;QT;SOURCES;NEEDS" ${ARGN})
     if(NOT A_SOURCES)
@@ -14,7 +14,7 @@ function(quorel_test name)
     list(TRANSFORM A_USES PREPEND quorel_)
     list(TRANSFORM A_QT PREPEND Qt6::)
     target_compile_definitions(${name} PRIVATE QUOREL_BIN="${CMAKE_RUNTIME_OUTPUT_DIRECTORY}"
-        QUOREL_SOURCE="${PROJECT_SOURCE_DIR}" QUOREL_BUILD="${PROJECT_BINARY_DIR}")
+        QUOREL_SOURCE="${PROJECT_SOURCE_DIR}" QUOREL_BUILD="${PROJECT_BINARY_DIR}" QUOREL_SUFFIX="${CMAKE_EXECUTABLE_SUFFIX}")
     target_link_libraries(${name} PRIVATE quorel_support ${A_USES} ${A_QT} Qt6::Test quorel_warnings)
     quorel_use_pch(${name} tests)
     if(A_NEEDS)

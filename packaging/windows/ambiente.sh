@@ -26,8 +26,9 @@ winepath_de() { echo "Z:${1//\//\\}"; } # the path of a file as Wine's programs 
 # quorel_wine: sets up and, once, makes the prefix, apart from the user's own Wine, menus and links.
 quorel_wine() {
     QUOREL_WINE=${QUOREL_WINE:-$QUOREL_CACHE/wine}
-    mkdir -p "$QUOREL_WINE/casa"
+    mkdir -p "$QUOREL_WINE/casa" "$QUOREL_WINE/tmp"
     export HOME=$QUOREL_WINE/casa WINEPREFIX=$QUOREL_WINE/prefixo WINEDEBUG=${WINEDEBUG:--all} WINEARCH=win64
+    export TMPDIR=$QUOREL_WINE/tmp # where Debian's Wine keeps its server: one for all programs, so that it starts once
     export XDG_CACHE_HOME=$HOME/.cache XDG_CONFIG_HOME=$HOME/.config XDG_DATA_HOME=$HOME/.local/share
     export WINEDLLOVERRIDES="winemenubuilder.exe=d;mscoree=d;mshtml=d" DBUS_SESSION_BUS_ADDRESS=disabled:
     export LC_ALL=C.UTF-8 # under C names with accents fail

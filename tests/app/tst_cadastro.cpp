@@ -30,6 +30,7 @@
 #include <QImage>
 #include <QLineEdit>
 #include <QPushButton>
+#include <QStandardPaths>
 #include <QTimer>
 
 #include <functional>
@@ -207,8 +208,9 @@ void TstCadastro::classSavedOverTheSelectionEndsTheProgram()
 static QStringList filesThatHold(const QString &segredo)
 {
     QStringList found;
-    for (const char *raiz : {"QUOREL_WINDIR", "TMPDIR", "HOME", "XDG_RUNTIME_DIR"}) {
-        QDirIterator files(qEnvironmentVariable(raiz), QDir::Files | QDir::Hidden, QDirIterator::Subdirectories);
+    for (const QString &raiz : {windows({}), QDir::tempPath(), QDir::homePath(),
+             QStandardPaths::writableLocation(QStandardPaths::RuntimeLocation)}) {
+        QDirIterator files(raiz, QDir::Files | QDir::Hidden, QDirIterator::Subdirectories);
         while (files.hasNext()) {
             const QString file = files.next();
             const QByteArray bytes = le(file).toLower();

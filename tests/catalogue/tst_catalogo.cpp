@@ -210,7 +210,7 @@ void TstCatalogo::aLevelWithoutFilesEndsTheProgram()
     gNivel = u"I2"_s;
     BoxScript boxes{Resposta::Ok};
     QVERIFY_EXCEPTION_THROWN(MontaCatalogo(), FimDoPrograma);
-    const QString titulo = nativePath(windowsDirectory()) + u"/QUOREL2001/DBBLOCOS/I2/*.edb"_s;
+    const QString titulo = nativePath(windowsDirectory() + u"\\QUOREL2001\\DBBLOCOS\\I2\\*.edb"_s);
     QCOMPARE(boxes.last(),
         (Caixa{
             u"Diretório não encontrado\nExecute o programa de Instalação"_s, titulo, Icone::Informacao, Botoes::Ok}));

@@ -9,6 +9,7 @@
 #include "platform/costuras.h"
 #include "startup/estado.h"
 #include "startup/quorel_zeto.h"
+#include "support/sistema.h"
 #include "support/suporte.h"
 
 #include <QCoreApplication>
@@ -195,9 +196,8 @@ void TstDanos::foreignTables()
 void TstDanos::withoutWritePermission()
 {
     fill();
-    const auto readOnly = QFile::ReadOwner | QFile::ReadGroup | QFile::ReadOther;
-    QVERIFY(QFile::setPermissions(mRegistro->native(), readOnly));
-    if (QFile(mRegistro->native()).open(QIODevice::ReadWrite)) {
+    const auto unwritten = impedeEscrita(mRegistro->native());
+    if (!unwritten) {
         QTemporaryDir home(u"/tmp/quorel-XXXXXX"_s);
         QVERIFY(QFile::setPermissions(home.path(), QFile::Permissions::fromInt(0x7777)));
         QProcess other;
@@ -224,7 +224,6 @@ void TstDanos::withoutWritePermission()
     QCOMPARE(gBD->NumeroTotalDeRegistros(u"RSLog"_s), 150);
     reiniciaData();
     QCOMPARE(le(mRegistro->native()), bytes);
-    QFile::setPermissions(mRegistro->native(), readOnly | QFile::WriteOwner);
 }
 
 static QByteArray noise(quint32 seed)

@@ -2,21 +2,23 @@
 // into the file named by FILHO_DIARIO, if any, and a lesson tells it what to do.
 #include "platform/codec.h"
 #include "platform/endereco.h"
-#include "platform/linux/busdirectory.h"
-#include "platform/linux/frame.h"
 #include "platform/preparo.h"
 #include "platform/protocolo.h"
+#include "support/sistema.h"
+
+#include "filho_licao.h"
 
 #include <QApplication>
 #include <QFile>
 #include <QFileInfo>
 #include <QHash>
+#include <QThread>
 #include <QTimer>
 
-#include <sys/socket.h>
-#include <unistd.h>
+#include <cstdlib>
 
 using namespace quorel;
+using namespace quorel::teste;
 using namespace Qt::StringLiterals;
 
 static constexpr QRect kCorpo{300, 200, 400, 300}, kDentro{10, 20, 200, 100};
@@ -36,7 +38,8 @@ static void note(const QString &line)
 
 static QString placeOf(const QWidget &widget)
 {
-    return QStringLiteral("%1,%2 %3x%4").arg(widget.x()).arg(widget.y()).arg(widget.width()).arg(widget.height());
+    const QPoint corner = widget.isWindow() ? cantoDe(widget) : widget.pos();
+    return QStringLiteral("%1,%2 %3x%4").arg(corner.x()).arg(corner.y()).arg(widget.width()).arg(widget.height());
 }
 
 /// Where the windows stand when a lesson comes, into a file beside the diary.
@@ -45,7 +48,7 @@ static void notePlaces()
     const QString diary = qEnvironmentVariable("FILHO_DIARIO");
     QFile places(diary + ".lugar"_L1);
     const auto &dentro = *gCorpo->findChild<QWidget *>(u"dentro"_s);
-    const bool topmost = gCorpo->windowFlags().testFlag(Qt::WindowStaysOnTopHint);
+    const bool topmost = sempreNaFrente(*gCorpo);
     const bool inFront = gCorpo->children().last() == &dentro;
     if (!diary.isEmpty() && places.open(QIODevice::WriteOnly))
         places.write((placeOf(*gCorpo) + (topmost ? " sempre na frente"_L1 : ""_L1) + " / "_L1 + placeOf(dentro)
@@ -81,31 +84,16 @@ static void sendImpatiently(Janela sender, const QStringList &answers)
     setSendLimit(0);
 }
 
-/// An answer, then half of another, without waiting for either; and the end.
-[[noreturn]] static void dieHalfSent(Janela sender, QByteArrayView answer)
-{
-    const Janela shell = publishedWindowOf(sender, kTituloGerenciador);
-    const bus::UnixFd raw = bus::BusDirectory().connect(bus::processOf(shell)).socket;
-    for (quint32 number = 1; number <= 2; ++number) {
-        const auto head =
-            bus::encode(bus::SendHead{number, MSG_PROXIMA, shell, gLugar->handle(), qint32(answer.size())});
-        const QByteArray frame = QByteArray(head.data(), qsizetype(head.size())).append(answer);
-        const qsizetype half = frame.size() - answer.size() / 2;
-        ::send(raw.get(), frame.constData(), std::size_t(number == 1 ? frame.size() : half), MSG_NOSIGNAL);
-    }
-    ::_exit(4);
-}
-
 static void runLesson(Janela sender, const QString &linha)
 {
     const QString word = linha.section(u':', 0, 0);
     const QString answer = linha.section(u':', 1);
     if (word == "MORRE"_L1)
-        ::_exit(3);
+        std::_Exit(3);
     if (word == "METADE"_L1)
-        dieHalfSent(sender, encode1252(answer));
-    if (word == "MUDO"_L1)
-        ::pause();
+        dieHalfSent(publishedWindowOf(sender, kTituloGerenciador), gLugar->handle(), encode1252(answer));
+    while (word == "MUDO"_L1)
+        QThread::sleep(1);
     if (word == "DENTRO"_L1)
         sendProxima(sender, answer);
     if (word == "FORA"_L1)
@@ -163,5 +151,7 @@ int main(int argc, char **argv)
         {u"Calc"_s, u"Calculadora"_s}, {u"calc"_s, u"Calculadora"_s}};
     lugar.publish(titles.value(name, name) + " - Quorel"_L1);
     lugar.publishInner(name == "Zeto"_L1 ? u"ZETO"_s : name, dentro);
+    corpo.show();
+    corpo.move(corpo.pos() + kCorpo.topLeft() - cantoDe(corpo)); // where the toolkit takes a frame for granted
     return app.exec();
 }

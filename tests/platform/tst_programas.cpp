@@ -1,4 +1,5 @@
 // Programs that are started, turns of events, and the end of the program.
+#include "platform/aplicacao.h"
 #include "platform/endereco.h"
 #include "platform/eventos.h"
 #include "platform/programas.h"
@@ -40,6 +41,7 @@ class TstProgramas : public QObject
     Q_OBJECT
 private slots:
     void init();
+    void commandLineIsJoined();
     void aProgramGetsItsArguments();
     void whatCantBeStarted();
     void theStartWaitsForTheAddressOrTheEnd();
@@ -54,6 +56,14 @@ private slots:
 void TstProgramas::init()
 {
     failOnWarnings();
+}
+
+void TstProgramas::commandLineIsJoined()
+{
+    char program[] = "shell", first[] = "/NOMECLASSE:\"Tobi e Nina\"", second[] = "/ESC:";
+    char *words[] = {program, first, second};
+    QCOMPARE(rawCommandLine(3, words), u"/NOMECLASSE:\"Tobi e Nina\" /ESC:"_s);
+    QCOMPARE(rawCommandLine(1, words), QString());
 }
 
 void TstProgramas::aProgramGetsItsArguments()

@@ -2,12 +2,13 @@
 #include "reports/visor.h"
 #include "support/suporte.h"
 
+#include "folha.h"
+
 #include <QAbstractTextDocumentLayout>
 #include <QDir>
 #include <QHostAddress>
 #include <QImage>
 #include <QPrinter>
-#include <QProcess>
 #include <QScrollBar>
 #include <QTcpServer>
 #include <QTemporaryDir>
@@ -34,7 +35,6 @@ private slots:
     void narrowColumnsStayOnOneLine();
     void sheetsEndBetweenRows_data();
     void sheetsEndBetweenRows();
-    void aLongPageLosesNoRowOnPaper();
 
 private:
     QTemporaryDir mDir;
@@ -57,6 +57,9 @@ QString TstVisor::picture(const QString &name, const QColor &colour, const QSize
     return barras(mDir.filePath(name));
 }
 
+/// What an address would take apart; a system whose names go without "?" gets the rest.
+static const QString kNomeDificil = QDir::separator() == u'/' ? u"50%41#1?x.TMP"_s : u"50%41#1x.TMP"_s;
+
 static int pixelsOf(QWidget &widget, const QColor &colour)
 {
     const QImage image = widget.grab().toImage().convertToFormat(QImage::Format_RGB32);
@@ -69,7 +72,7 @@ static int pixelsOf(QWidget &widget, const QColor &colour)
 
 void TstVisor::showsThePictureUnderItsVeryText()
 {
-    for (const QString &name : {u"a b.TMP"_s, u"50%41#1?x.TMP"_s, u"ção.TMP"_s}) {
+    for (const QString &name : {u"a b.TMP"_s, kNomeDificil, u"ção.TMP"_s}) {
         const QString src = picture(name, Qt::red);
         const QString page = write(u"p.HTML"_s, "<HTML><img SRC=\"" + src.toLatin1() + "\"> olá</HTML>");
         WebBrowser www(10, nullptr);
@@ -194,18 +197,6 @@ void TstVisor::aMissingPageIsEmpty()
     QCOMPARE(www.toPlainText(), QString());
 }
 
-/// A page like those of the sheet.
-static QByteArray sheetPage(int rows)
-{
-    QByteArray page = "<HTML> \r\n<BODY bgcolor=#FFFFFF>\r\n<TABLE BORDER=1 ALIGN=CENTER>\r\n<TR>\r\n";
-    for (int i = 1; i <= rows; ++i)
-        page += "<TD ALIGN=LEFT WIDTH=18>\r\n24/11/26\r\n</TD>\r\n<TD ALIGN=LEFT WIDTH=400>\r\nRoteiro n\xba "
-            + QByteArray::number(i)
-            + "\r\n</TD>\r\n<TD ALIGN=CENTER>\r\n12\r\n</TD>\r\n<TD ALIGN=CENTER>\r\n3\r\n</TD>"
-              "\r\n</TR>\r\n<TR>\r\n";
-    return page + "</TR>\r\n</TABLE>\r\n</BODY></HTML>";
-}
-
 void TstVisor::narrowColumnsStayOnOneLine()
 {
     const QByteArray longName = sheetPage(1).replace("Roteiro", QByteArray("nome ").repeated(60));
@@ -239,35 +230,6 @@ void TstVisor::sheetsEndBetweenRows()
     QFETCH(Edges, cortes);
     QFETCH(Edges, expected);
     QCOMPARE(folhas(cortes, 100), expected);
-}
-
-static QStringList printedPages(const QString &pdf)
-{
-    QProcess reader;
-    reader.start(u"pdftotext"_s, {u"-layout"_s, pdf, u"-"_s});
-    if (!reader.waitForFinished() || reader.exitCode() != 0)
-        qFatal("pdftotext: %s", qPrintable(reader.errorString()));
-    QStringList pages = QString::fromUtf8(reader.readAllStandardOutput()).split(u'\f');
-    pages.removeLast(); // behind the last form feed
-    return pages;
-}
-
-void TstVisor::aLongPageLosesNoRowOnPaper()
-{
-    constexpr int kRows = 150;
-    QPrinter printer(QPrinter::HighResolution);
-    printer.setOutputFormat(QPrinter::PdfFormat);
-    printer.setPageSize(QPageSize(QPageSize::A4));
-    printer.setOutputFileName(mDir.filePath(u"longa.pdf"_s));
-    pintaPagina(QString::fromLatin1(sheetPage(kRows)), {}, printer);
-    const QStringList pages = printedPages(mDir.filePath(u"longa.pdf"_s));
-    QVERIFY(pages.size() > 2);
-    int row = 0;
-    for (const QString &page : pages) {
-        for (const QString &line : page.split(u'\n', Qt::SkipEmptyParts))
-            QCOMPARE(line.simplified(), u"24/11/26 Roteiro nº %1 12 3"_s.arg(++row));
-    }
-    QCOMPARE(row, kRows);
 }
 
 QTEST_MAIN(TstVisor)

@@ -25,7 +25,7 @@ using namespace Qt::StringLiterals;
 
 QString noWindows(const QString &resto)
 {
-    return qEnvironmentVariable("QUOREL_WINDIR") + u'/' + resto;
+    return QDir::fromNativeSeparators(qEnvironmentVariable("QUOREL_WINDIR")) + u'/' + resto;
 }
 
 QByteArray textoBloco(const QString &tema, const QString &objetivo, const QList<int> &codigos)

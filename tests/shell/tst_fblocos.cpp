@@ -17,6 +17,7 @@
 #include <QCheckBox>
 #include <QDir>
 #include <QFile>
+#include <QFileInfo>
 #include <QLabel>
 #include <QPlainTextEdit>
 #include <QPushButton>
@@ -130,7 +131,7 @@ void TstFBlocos::clickRunsTheRoteiro()
     Cenario c(2, {u"exe/Zeto.exe"_s});
     QStringList started;
     costuras().startProgram = [&](const ProgramRequest &request) {
-        started << request.program.section(u'/', -1);
+        started << QFileInfo(request.program).fileName();
         return false;
     };
     openMathematics(c);
@@ -219,7 +220,8 @@ void TstFBlocos::copyingAsksAndUnticks()
             (Caixa{u"Deseja Copiar as Figuras deste Roteiro ?"_s, u"Tobi e Nina seus colegas na escola"_s,
                 Icone::Nenhum, Botoes::SimNao}));
         QCOMPARE(boxes.last().texto,
-            u"Fim da cópia das figuras\r\nForam copiadas no diretório: "_s + noWindows(u"destino"_s));
+            u"Fim da cópia das figuras\r\nForam copiadas no diretório: "_s
+                + QDir::toNativeSeparators(noWindows(u"destino"_s)));
         QCOMPARE(boxes.last().titulo, QString::fromUtf16(kTituloPadrao));
     }
     QVERIFY(QFile::exists(noWindows(u"destino/figura.GIF"_s)));

@@ -107,7 +107,8 @@ void TstConfiguracao::emptyPathAndDriveRoot()
 void TstConfiguracao::networkPathStandsForTheWholeDirectory()
 {
     escreve(native(u"/zeto_cnf.txt"_s), "A=@\\exe\r\nB=$");
-    const QString share = u'\\' + at(QString()); // "\\tmp\…"
+    const QString place = at(QString());
+    const QString share = (place.startsWith(u'\\') ? u"\\"_s : u"\\\\?\\"_s) + place; // "\\tmp\…", "\\?\C:\…"
     gConfig.Init(share + u"\\zeto_cnf.txt"_s, QString::fromUtf16(kNomeCadastro));
     QCOMPARE(gConfig.Config(u"A"_s), share + u"\\exe"_s);
 }

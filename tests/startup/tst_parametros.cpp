@@ -19,6 +19,7 @@ class TstParametros : public QObject
     Q_OBJECT
 private slots:
     void init();
+    void cleanup();
     void levels_data();
     void levels();
     void switches();
@@ -43,6 +44,12 @@ void TstParametros::init()
     QVERIFY(QDir::setCurrent(mDir->path()));
     qputenv("QUOREL_WINDIR", mDir->path().toUtf8() + "/win");
     QVERIFY2(driveRoots(kOpticalDrive).isEmpty(), "these cases are for a machine without a disc in it");
+}
+
+/// Some systems remove no directory that a program stands in.
+void TstParametros::cleanup()
+{
+    QVERIFY(QDir::setCurrent(QDir::tempPath()));
 }
 
 void TstParametros::levels_data()

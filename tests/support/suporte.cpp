@@ -29,6 +29,11 @@ QByteArray le(const QString &native)
     return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
 }
 
+QByteArray linhas(QByteArray printed)
+{
+    return printed.replace("\r\n", "\n");
+}
+
 BoxScript::BoxScript(std::initializer_list<Resposta> respostas) : mRespostas(respostas)
 {
     costuras().box = [this](const Caixa &caixa) {

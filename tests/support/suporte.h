@@ -19,6 +19,9 @@ QString barras(const QString &native);
 void escreve(const QString &native, const QByteArray &bytes);
 QByteArray le(const QString &native); ///< whole file; a missing one is empty
 
+/// What a console program printed, with "\n" at the ends of lines, also where the system writes "\r\n".
+QByteArray linhas(QByteArray printed);
+
 /// Answers message and input boxes from a list, in order; a box too many, or one never shown, fails the test at the
 /// end of the scope. Restores the real boxes then.
 class BoxScript final

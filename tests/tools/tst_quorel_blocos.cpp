@@ -59,8 +59,8 @@ int TstQuorelBlocos::run(const QStringList &argumentos)
     process.start(QStringLiteral(QUOREL_BIN "/quorel-blocos"), argumentos);
     if (!process.waitForFinished())
         return -1;
-    mSaida = process.readAllStandardOutput();
-    mErros = process.readAllStandardError();
+    mSaida = linhas(process.readAllStandardOutput());
+    mErros = linhas(process.readAllStandardError());
     return process.exitStatus() == QProcess::NormalExit ? process.exitCode() : -1;
 }
 

@@ -4,6 +4,7 @@
 #include "platform/preparo.h"
 #include "platform/programas.h"
 #include "platform/protocolo.h"
+#include "support/sistema.h"
 #include "support/suporte.h"
 
 #include <QDir>
@@ -58,6 +59,7 @@ private slots:
     void answersFromInsideItsWindowProcedure_data();
     void answersFromInsideItsWindowProcedure();
     void getsItsNextLessonAfterWaitingForLong();
+    void aChainWithoutEndIsCut();
     void awkwardOnes_data();
     void awkwardOnes();
     void isPlacedWithoutBeingWaitedFor();
@@ -85,9 +87,7 @@ void TstFilhoWin32::cleanup()
         if (!QTest::qWaitFor([left] { return findWindow(kFilho, false) != left; })) {
             DWORD process = 0;
             GetWindowThreadProcessId(HWND(left), &process);
-            HANDLE opened = OpenProcess(PROCESS_TERMINATE, FALSE, process);
-            TerminateProcess(opened, 1);
-            CloseHandle(opened);
+            mataProcesso(process);
         }
     }
 }
@@ -150,6 +150,18 @@ void TstFilhoWin32::getsItsNextLessonAfterWaitingForLong()
     QCOMPARE(mShell->came.size(), 2);
 }
 
+void TstFilhoWin32::aChainWithoutEndIsCut()
+{
+    const Janela filho = start(u"Vrel.exe"_s);
+    QVERIFY(filho != 0);
+    QList<qintptr> nested; // the innermost first
+    mShell->handler = [&](Janela sender) { nested.append(mShell->envia(sender, MSG_AULA, "outra")); };
+    QCOMPARE(mShell->envia(filho, MSG_AULA, "primeira"), 1);
+    QCOMPARE(nested.size(), 50);
+    QCOMPARE(nested.count(1), 49);
+    QCOMPARE(nested.first(), 0); // refused, and all the others go on from there
+}
+
 void TstFilhoWin32::awkwardOnes_data()
 {
     QTest::addColumn<QString>("name");
@@ -192,6 +204,7 @@ void TstFilhoWin32::isPlacedWithoutBeingWaitedFor()
     mShell->envia(filho, MSG_SAI);
     QTRY_COMPARE(findWindow(kFilho, false), Janela(0));
     placeWindow(filho, Ordem::Top, 0); // gone: passed over
+    QCOMPARE(mShell->envia(filho, MSG_AULA, "tarde"), 0);
 }
 
 QTEST_MAIN(TstFilhoWin32)

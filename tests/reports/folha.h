@@ -1,0 +1,19 @@
+#pragma once
+
+#include <QByteArray>
+
+namespace quorel::teste {
+
+/// A page like those of the sheet.
+inline QByteArray sheetPage(int rows)
+{
+    QByteArray page = "<HTML> \r\n<BODY bgcolor=#FFFFFF>\r\n<TABLE BORDER=1 ALIGN=CENTER>\r\n<TR>\r\n";
+    for (int i = 1; i <= rows; ++i)
+        page += "<TD ALIGN=LEFT WIDTH=18>\r\n24/11/26\r\n</TD>\r\n<TD ALIGN=LEFT WIDTH=400>\r\nRoteiro n\xba "
+            + QByteArray::number(i)
+            + "\r\n</TD>\r\n<TD ALIGN=CENTER>\r\n12\r\n</TD>\r\n<TD ALIGN=CENTER>\r\n3\r\n</TD>"
+              "\r\n</TR>\r\n<TR>\r\n";
+    return page + "</TR>\r\n</TABLE>\r\n</BODY></HTML>";
+}
+
+} // namespace quorel::teste
