@@ -12,8 +12,8 @@ testa="$mostra git clang-format poppler-utils"
 mede="libbenchmark-dev libqt6sql6-sqlite"
 fuzz="clang libclang-rt-dev"
 janelas="cmake ninja-build ccache python3 g++-mingw-w64-x86-64-posix g++-mingw-w64-i686-posix mingw-w64-tools
-    qt6-base-dev qt6-base-dev-tools wine wine64 nsis tcl zstd zip dpkg-dev"
-testa_janelas="xvfb xauth xdotool imagemagick $fontes"
+    qt6-base-dev qt6-base-dev-tools wine wine64 nsis tcl zstd zip dpkg-dev qt6-translations-l10n"
+testa_janelas="xvfb xauth xdotool imagemagick procps $fontes fonts-wine"
 
 pacotes=
 for uso in "$@"; do

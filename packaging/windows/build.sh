@@ -29,6 +29,10 @@ for plugin in platforms/qwindows imageformats/qgif imageformats/qico imageformat
     mkdir -p "$exe/${plugin%/*}"
     cp "$QUOREL_QT_WINDOWS/plugins/$plugin.dll" "$exe/${plugin%/*}/"
 done
+# Qt's own texts, and the folder as the place of all of Qt.
+mkdir "$exe/translations"
+cp /usr/share/qt6/translations/qtbase_pt_BR.qm "$exe/translations/"
+printf '[Paths]\r\nPrefix = .\r\nPlugins = .\r\n' >"$exe/qt.conf"
 for ((;;)); do # what programs and plugins need, and what that needs
     novas=0
     while read -r dll; do
@@ -56,7 +60,7 @@ for nivel in F1 F2 F3 F4 I1 I2; do
 done
 
 mkdir -p "$pasta/licencas"
-for pacote in qt6-base-dev gcc-mingw-w64-base mingw-w64-common; do
+for pacote in qt6-base-dev qt6-translations-l10n gcc-mingw-w64-base mingw-w64-common; do
     cp "/usr/share/doc/$pacote/copyright" "$pasta/licencas/$pacote.txt"
 done
 cp "$QUOREL_SQLITE_WINDOWS/copyright" "$pasta/licencas/sqlite3.txt"

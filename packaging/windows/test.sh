@@ -15,6 +15,7 @@ saida=$PWD/build/windows/saida
 rm -rf "$saida"
 mkdir -p "$saida"
 quorel_wine
+export USER=Conceição LOGNAME=Conceição # a name that the older code pages write differently
 
 trap 'wineserver -k 2>/dev/null || true' EXIT
 . scripts/visita.sh
@@ -26,7 +27,7 @@ echo "Instalação silenciosa:"
 wine "$instalador" /S
 espera 60 test -f "$casa/desinstala.exe"
 for arquivo in QUOREL2001/exe/{quorel,Zeto,Desenho,Desenhos,Vrel,Livros,Calc,quorel-blocos,quorel-cadastro}.exe \
-    Cadastros.mdb zeto_cnf.txt licencas/LGPL-3; do
+    Cadastros.mdb zeto_cnf.txt licencas/LGPL-3 QUOREL2001/exe/translations/qtbase_pt_BR.qm; do
     [ -s "$casa/$arquivo" ] || desiste "o instalador não deixou $arquivo"
 done
 [ "$(ls "$menu" | wc -l)" = "$(ls "$casa/QUOREL2001/DBBLOCOS" | grep -c '^[FI][1-4]$')" ] || desiste "menu: $(ls "$menu")"

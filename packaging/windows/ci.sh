@@ -1,0 +1,20 @@
+#!/bin/bash
+# Builds the Windows program with its tests and runs these under Wine, where Qt for Windows is at hand: in the cache, or
+# as an archive to unpack. Building Qt anew takes an hour, so without either nothing is built, which is said.
+set -euo pipefail
+cd "$(dirname "$0")/../.."
+aqui=packaging/windows
+. "$aqui/ambiente.sh"
+arquivo=${QUOREL_QT_ARQUIVO-$aqui/../../../shared/windows/qt-mingw.tar.zst}
+if [ ! -f "$QUOREL_QT_WINDOWS/bin/Qt6Widgets.dll" ] && [ ! -f "$arquivo" ]; then
+    echo "ATENÇÃO: o programa para Windows NÃO foi construído nem testado: não há Qt para Windows em" \
+        "$QUOREL_QT_WINDOWS nem em $arquivo ($aqui/qt.sh constrói o Qt, em uma hora)."
+    exit 0
+fi
+scripts/instala.sh janelas testa_janelas
+"$aqui/qt.sh"
+"$aqui/sqlite.sh"
+cmake --preset windows >/dev/null
+cmake --build --preset windows
+# One display for all: Wine's own programs then start once.
+"$aqui/tela.sh" ctest --preset windows
