@@ -34,8 +34,10 @@ void TstFilhoDaPagina::theChildOfThePageLeadsThroughARoteiro()
     QVERIFY(QFile::copy(QStringLiteral(QUOREL_SOURCE "/docs/filho_exemplo.py"), zeto));
     QVERIFY(QFile::setPermissions(zeto, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner));
     gConfig.SetaCFG("ZETO_EXE="_L1 + barras(dir.filePath(u"exe"_s)) + "\r\n"_L1);
-    const VistaGravada vista;
+    VistaGravada vista;
     InstalaGancho(janelaBlocos());
+    gAluno = 9999;
+    gClasse = 9999;
     umRoteiro({u"um"_s, u"dois"_s, u"três"_s}, u"Zeto"_s);
     iniciaRoteiro(1);
     QVERIFY(gJanelaZeto != 0);
