@@ -15,7 +15,6 @@ saida=$PWD/build/windows/saida
 rm -rf "$saida"
 mkdir -p "$saida"
 quorel_wine
-export USER=Conceição LOGNAME=Conceição # a name that the older code pages write differently
 
 trap 'wineserver -k 2>/dev/null || true' EXIT
 . scripts/visita.sh
@@ -49,6 +48,17 @@ tecla alt+F4
 espera 30 eval '! pgrep -f "[Q]UOREL2001.exe.(quorel|Zeto)"' # MSG_SAI has ended the child, too
 
 confere_linha "$casa/Cadastros.mdb"
+
+echo "Um usuário com acentos no nome:"
+wineserver -w
+USER=Conceição LOGNAME=Conceição wine start 'C:\ProgramData\Quorel\QUOREL2001\exe\quorel.exe' /NIVEL:F1 \
+    '/CFG:C:\ProgramData\Quorel\zeto_cnf.txt' 2>/dev/null
+espera 60 visivel 'Série: Fundamental I'
+sleep 1
+foto 13-usuario-com-acentos
+clica "$(janela 'Série: Fundamental I')" 200 400
+tecla alt+F4
+espera 30 eval '! pgrep -f "[Q]UOREL2001.exe.quorel"'
 
 echo "Desinstalação silenciosa:"
 wine "$casa/desinstala.exe" /S
