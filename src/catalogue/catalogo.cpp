@@ -81,7 +81,7 @@ static bool holdsBoth(const QByteArray &bytes, QByteArrayView antes, QByteArrayV
 /// Reads the head of a block file: the theme and the objectives may stand anywhere, but normally they stand first.
 static void readTexts(const QString &caminho, CabecaBloco &cabeca)
 {
-    constexpr qsizetype kPedaco = 64 * 1024;
+    constexpr qsizetype kPedaco = 65536;
     QFile file(nativePath(caminho));
     if (!file.open(QIODevice::ReadOnly))
         return;

@@ -56,7 +56,7 @@ QString Quorel_Zeto::Nome_Fig(const QString &Nome, QString &Base, const QString 
         const QString sharded = root + u"\\Fig\\"_s + shardOf(name) + name + u".GIF"_s;
         for (int i = 0; i <= lastRound(Lista); ++i) {
             const QString file = pictureDirectory(gTexto.Campo(Lista, i, u";"_s), name, Base) + name;
-            const QString found = firstExisting({sharded, file + u".GIF"_s, file + u".BMP"_s});
+            QString found = firstExisting({sharded, file + u".GIF"_s, file + u".BMP"_s});
             if (!found.isEmpty())
                 return found;
         }
@@ -74,7 +74,7 @@ static QString findFile(
             // Kept: no backslash follows the subdirectory; lists that name one carry it themselves.
             if (!field.isEmpty())
                 field.prepend(u'\\');
-            const QString found = firstExisting({first, base + field + name.left(1) + u'\\' + name + ending});
+            QString found = firstExisting({first, base + field + name.left(1) + u'\\' + name + ending});
             if (!found.isEmpty())
                 return found;
         }
@@ -109,7 +109,7 @@ QString Quorel_Zeto::N_Fig(const QString &Nome) const
     // Kept: no backslash behind the Windows directory in the third place; installations beside it are found so.
     for (QString base : {Config(u"ZETO_MM"_s) + u"\\Fig\\"_s, Config(u"MM_ALT"_s) + u"\\Fig\\"_s,
              gSistema.DirWindows() + u"Quorel2001\\Zeto_MM\\fig\\"_s}) {
-        const QString found = Nome_Fig(Nome, base, QString());
+        QString found = Nome_Fig(Nome, base, QString());
         if (!found.isEmpty())
             return found;
     }
