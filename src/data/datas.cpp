@@ -109,7 +109,7 @@ std::optional<QDateTime> readStoredDate(QStringView texto)
     const QTime time(number(11, 2), number(14, 2), number(17, 2));
     if (!date.isValid() || !time.isValid())
         return std::nullopt;
-    return QDateTime(date, time, Qt::UTC);
+    return wallClock(date, time);
 }
 
 } // namespace quorel

@@ -31,20 +31,20 @@ const QString &tituloDe(DisciplinaRelatorio disciplina)
     return titulos[std::size_t(disciplina)];
 }
 
-/// A field as it would be found again between tabs.
-template <typename Texto>
-QString semBrancos(const Texto &texto)
+QStringView semBrancos(QStringView texto)
 {
-    QStringView view(texto);
-    while (view.startsWith(u' '))
-        view = view.sliced(1);
-    while (view.endsWith(u' '))
-        view.chop(1);
-    if constexpr (std::is_same_v<Texto, QString>) {
-        if (view.size() == texto.size())
-            return texto; // shared
-    }
-    return view.toString();
+    while (texto.startsWith(u' '))
+        texto = texto.sliced(1);
+    while (texto.endsWith(u' '))
+        texto.chop(1);
+    return texto;
+}
+
+/// A field as it would be found again between tabs; the text itself, shared, where it has no blanks around it.
+QString campo(const QString &texto)
+{
+    const QStringView inner = semBrancos(texto);
+    return inner.size() == texto.size() ? texto : inner.toString();
 }
 
 /// Puts log rows into the lists of their disciplines.
@@ -63,7 +63,7 @@ public:
         const qsizetype rot = respostas.indexOf(u"<rot>"_s);
         const QStringView letras = QStringView(respostas).sliced(rot < 0 ? respostas.size() : rot);
         mListas[std::size_t(roteiro.disciplina)].push_back(
-            {semBrancos(data), semBrancos(roteiro.nome), letras.count(u'A'), letras.count(u'E')});
+            {campo(data), semBrancos(roteiro.nome).toString(), letras.count(u'A'), letras.count(u'E')});
     }
     const ListasPorDisciplina &listas() const { return mListas; }
 

@@ -16,6 +16,7 @@
 #include <QLineEdit>
 #include <QPushButton>
 
+#include <array>
 #include <set>
 
 using namespace quorel;
@@ -79,14 +80,25 @@ static std::set<QString> reached()
     return names;
 }
 
+static std::array<QWidget *, 3> windows(Cenario &c)
+{
+    return {&c.principal(), &c.painel(), &c.blocos()};
+}
+
+/// Brings a window to the front as a user would. @return whether it came
+static bool comesUp(Cenario &c, QWidget &janela)
+{
+    if (&janela == &c.blocos())
+        QTest::mouseClick(&c.principal().bloco(2), Qt::LeftButton);
+    janela.activateWindow();
+    return QTest::qWaitForWindowActive(&janela);
+}
+
 void TstAcesso::tabReachesWhatCanBeUsed()
 {
     Cenario c(12);
-    for (QWidget *janela : std::initializer_list<QWidget *>{&c.principal(), &c.painel(), &c.blocos()}) {
-        if (janela == &c.blocos())
-            QTest::mouseClick(&c.principal().bloco(2), Qt::LeftButton);
-        janela->activateWindow();
-        QVERIFY(QTest::qWaitForWindowActive(janela));
+    for (QWidget *janela : windows(c)) {
+        QVERIFY(comesUp(c, *janela));
         if (!QApplication::focusWidget())
             QTest::keyClick(janela, Qt::Key_Tab);
         const std::set<QString> names = reached();
@@ -101,11 +113,8 @@ void TstAcesso::tabReachesWhatCanBeUsed()
 void TstAcesso::focusIsSeen()
 {
     Cenario c(12);
-    for (QWidget *janela : std::initializer_list<QWidget *>{&c.principal(), &c.painel(), &c.blocos()}) {
-        if (janela == &c.blocos())
-            QTest::mouseClick(&c.principal().bloco(2), Qt::LeftButton);
-        janela->activateWindow();
-        QVERIFY(QTest::qWaitForWindowActive(janela));
+    for (QWidget *janela : windows(c)) {
+        QVERIFY(comesUp(c, *janela));
         for (QWidget *controle : janela->findChildren<QWidget *>()) {
             if (!controle->isVisible() || !(controle->focusPolicy() & Qt::TabFocus))
                 continue;
