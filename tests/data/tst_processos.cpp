@@ -44,6 +44,8 @@ public:
     Q_DISABLE_COPY_MOVE(Filho)
 
     QProcess &process() { return mProcess; }
+    /// Waits for its end; it may have come together with the last line.
+    bool ends() { return mProcess.state() == QProcess::NotRunning || mProcess.waitForFinished(kPatience); }
     /// Waits for its next line. @return empty when it ended
     QString line()
     {
@@ -125,7 +127,7 @@ void TstProcessos::twoProgramsWriteAtOnce()
     Filho other(registro, job);
     for (Filho *each : {&one, &other}) {
         QCOMPARE(each->line(), u"fim"_s);
-        QVERIFY(each->process().waitForFinished(kPatience));
+        QVERIFY(each->ends());
         QCOMPARE(each->process().exitCode(), 0);
     }
     QCOMPARE(registro.sql(u"SELECT count(*), count(DISTINCT LG_Id), count(DISTINCT RO_Cod) FROM LG_LogAulas"_s),
@@ -160,7 +162,7 @@ void TstProcessos::anotherProgramHoldsTheLock()
     logRow(2);
     QCOMPARE(seen, titles);
     holder.process().closeWriteChannel();
-    QVERIFY(holder.process().waitForFinished(kPatience));
+    QVERIFY(holder.ends());
     logRow(3);
     QCOMPARE(seen, titles);
     QCOMPARE(gBD->NumeroTotalDeRegistros(u"RSLog"_s), 2);

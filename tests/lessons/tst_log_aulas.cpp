@@ -31,8 +31,8 @@ class Crianca final
 public:
     Crianca()
     {
-        const QString program = mDir.filePath(u"Zeto"_s);
-        QFile::link(QStringLiteral(QUOREL_BIN "/filho_licao"), program);
+        const QString program = mDir.filePath(QStringLiteral("Zeto" QUOREL_SUFFIX));
+        QFile::copy(QStringLiteral(QUOREL_BIN "/filho_licao" QUOREL_SUFFIX), program);
         QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
         environment.insert(u"FILHO_DIARIO"_s, mDir.filePath(u"diario"_s));
         mProcess.setProcessEnvironment(environment);
