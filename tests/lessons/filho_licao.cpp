@@ -81,6 +81,7 @@ static void sendImpatiently(Janela sender, const QStringList &answers)
         note("envia "_L1 + answer);
         sendAnswer(sender, MSG_RESPOSTA, answer);
     }
+    note(u"enviou tudo"_s);
     setSendLimit(0);
 }
 
