@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/erro.h"
+#include "support/failure.h"
 
 #include <QString>
 #include <QStringList>
@@ -13,18 +13,6 @@ void makeRegister(const QString &native);
 /// Runs plain SQL on a file through a connection of its own. @return the rows, columns joined by "|"; NULL is "NULL".
 /// Fails the test on an error
 QStringList plainSql(const QString &native, const QString &sql);
-
-/// Number of the failure that a statement ends with; 0 when it ends well.
-template <typename Statement>
-int failureOf(Statement &&statement)
-{
-    try {
-        statement();
-    } catch (const ErroExecucao &erro) {
-        return erro.numero();
-    }
-    return 0;
-}
 
 /// gBD on a fresh register in a directory of the test's own.
 class Registro final

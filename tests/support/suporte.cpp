@@ -29,6 +29,22 @@ QByteArray le(const QString &native)
     return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
 }
 
+ScratchDir::ScratchDir() : mDir(QDir::tempPath() + QStringLiteral("/scratchXXXXXX")) { }
+
+ChildProcess::ChildProcess(const QString &program, const QStringList &arguments)
+{
+    setProcessChannelMode(ForwardedErrorChannel);
+    start(program, arguments);
+    if (!waitForStarted())
+        qFatal("%s does not start", qPrintable(program));
+}
+
+void ChildProcess::end()
+{
+    kill();
+    waitForFinished();
+}
+
 QByteArray linhas(QByteArray printed)
 {
     return printed.replace("\r\n", "\n");

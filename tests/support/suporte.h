@@ -3,7 +3,9 @@
 #include "platform/caixas.h"
 
 #include <QList>
+#include <QProcess>
 #include <QString>
+#include <QTemporaryDir>
 #include <QTest>
 #include <QWidget>
 
@@ -18,6 +20,29 @@ QString barras(const QString &native);
 /// Writes bytes to a native path, making its directories. Fails the test when it can't.
 void escreve(const QString &native, const QByteArray &bytes);
 QByteArray le(const QString &native); ///< whole file; a missing one is empty
+
+/// A directory of the test's own, gone with its scope. Its path holds no "-", at which names of media are cut.
+class ScratchDir
+{
+public:
+    ScratchDir();
+    QString native(const QString &rest = {}) const { return mDir.path() + rest; } ///< of what lies in it, "/sub/file"
+    QString at(const QString &rest = {}) const { return barras(mDir.path()) + rest; } ///< with backslashes, "\subile"
+    void put(const QString &rest, const QByteArray &bytes = "x") const { escreve(native(rest), bytes); }
+    QByteArray get(const QString &rest) const { return le(native(rest)); }
+
+private:
+    QTemporaryDir mDir;
+};
+
+/// A program that ends with its scope, at the latest. Fails the test when it does not start.
+class ChildProcess final : public QProcess
+{
+public:
+    explicit ChildProcess(const QString &program, const QStringList &arguments = {});
+    ~ChildProcess() override { end(); }
+    void end(); ///< at once, wherever it hangs
+};
 
 /// What a console program printed, with "\n" at the ends of lines, also where the system writes "\r\n".
 QByteArray linhas(QByteArray printed);
