@@ -1,28 +1,22 @@
-#include "platform/erro.h"
 #include "platform/sistema.h"
-#include "startup/estado.h"
 #include "startup/parametros.h"
-#include "startup/quorel_zeto.h"
-#include "support/suporte.h"
+#include "support/failure.h"
 
-#include <QDir>
-#include <QFile>
-#include <QTemporaryDir>
-#include <QTest>
+#include "instalacao.h"
 
 using namespace quorel;
 using namespace quorel::teste;
-using namespace Qt::StringLiterals;
 
 class TstParametros : public QObject
 {
     Q_OBJECT
 private slots:
     void init();
-    void cleanup();
-    void levels_data();
-    void levels();
+    /// Some systems remove no directory that a program stands in.
+    void cleanup() { QVERIFY(QDir::setCurrent(QDir::tempPath())); }
+    void switches_data();
     void switches();
+    void aClassBeyond32BitsIsAFailure();
     void helpIsShownAndTheStartGoesOn();
     void configurationOfTheCommandLine();
     void defaultConfigurationIsWritten();
@@ -30,147 +24,126 @@ private slots:
     void withoutInstallation();
 
 private:
-    QString at(const QString &rest) const { return barras(mDir->path()) + rest; }
-    QString native(const QString &rest) const { return mDir->path() + rest; }
-    std::unique_ptr<QTemporaryDir> mDir;
+    std::unique_ptr<Instalacao> mDir;
 };
+
+static const QString kPadrao = QStringLiteral("/win/QUOREL2001/zeto_cnf.txt");
 
 void TstParametros::init()
 {
-    failOnWarnings();
-    reiniciaStartup();
-    mDir = std::make_unique<QTemporaryDir>();
-    QVERIFY(QDir().mkpath(native(u"/win/QUOREL2001"_s)));
-    QVERIFY(QDir::setCurrent(mDir->path()));
-    qputenv("QUOREL_WINDIR", mDir->path().toUtf8() + "/win");
+    mDir = std::make_unique<Instalacao>();
+    QVERIFY(QDir::setCurrent(mDir->native()));
     QVERIFY2(driveRoots(kOpticalDrive).isEmpty(), "these cases are for a machine without a disc in it");
 }
 
-/// Some systems remove no directory that a program stands in.
-void TstParametros::cleanup()
+void TstParametros::switches_data()
 {
-    QVERIFY(QDir::setCurrent(QDir::tempPath()));
-}
-
-void TstParametros::levels_data()
-{
-    QTest::addColumn<QString>("line");
-    QTest::addColumn<QString>("code");
-    QTest::addColumn<QString>("name");
-    QTest::newRow("none: F1 without a name") << u""_s << u"F1"_s << u""_s;
-    QTest::newRow("F1") << u"/NIVEL:F1"_s << u"F1"_s << u"Fundamental I"_s;
-    QTest::newRow("lower case stays as written") << u"/nivel:f4"_s << u"f4"_s << u"Fundamental IV"_s;
-    QTest::newRow("I2") << u"/ESC /NIVEL:I2"_s << u"I2"_s << u"Infantil II"_s;
-    QTest::newRow("another code has no name") << u"/NIVEL:X9"_s << u"X9"_s << u""_s;
-    QTest::newRow("another code keeps the name before") << u"/NIVEL:F2 /NIVEL:X9"_s << u"X9"_s << u"Fundamental II"_s;
-    QTest::newRow("empty value") << u"/NIVEL:"_s << u"F1"_s << u""_s;
-    QTest::newRow("no colon") << u"/NIVEL"_s << u"F1"_s << u""_s;
-    QTest::newRow("behind a million characters")
-        << u"/x y z "_s.repeated(200000) + u"/NIVEL:F2"_s << u"F2"_s << u"Fundamental II"_s;
-    QTest::newRow("more switches than words: the rest is unread") << u"/ESC/ESC/NIVEL:F2"_s << u"F1"_s << u""_s;
-}
-
-void TstParametros::levels()
-{
-    QFETCH(QString, line);
-    LeParametros(line);
-    QTEST(gNivel, "code");
-    QTEST(gNomeNivel, "name");
+    const Table<QString, QString, QString, bool, int, QString> row("line", "code", "level", "schools", "class", "name");
+    const QString million = QString("/x y z ").repeated(200000);
+    row("none: F1 without a name", "", "F1", "", false, 0, "");
+    row("level", "/NIVEL:F1", "F1", "Fundamental I", false, 0, "");
+    row("lower case stays as written", "/nivel:f4", "f4", "Fundamental IV", false, 0, "");
+    row("another code has no name", "/NIVEL:X9", "X9", "", false, 0, "");
+    row("another code keeps the name before", "/NIVEL:F2 /NIVEL:X9", "X9", "Fundamental II", false, 0, "");
+    row("empty value", "/NIVEL: /CLASSE: /NOMECLASSE:", "F1", "", false, 0, "");
+    row("no colon", "/NIVEL /CLASSE /NOMECLASSE", "F1", "", false, 0, "");
+    row("behind a million characters", million + "/NIVEL:F2", "F2", "Fundamental II", false, 0, "");
+    row("more switches than words: the rest is unread", "/ESC/ESC/NIVEL:F2", "F1", "", true, 0, "");
+    row("schools", "/ESC: /NIVEL:I2", "I2", "Infantil II", true, 0, "");
+    row("schools in full", "/escolas", "F1", "", true, 0, "");
+    row("a value of schools is not used", "/ESCOLA:no", "F1", "", true, 0, "");
+    row("unknown words and switches", "word /XYZ:1 /classe:12.9x", "F1", "", false, 12, "");
+    row("a class that is no number", "/CLASSE:abc", "F1", "", false, 0, "");
+    row("a name with blanks", "/NOMECLASSE:Tobi e Nina  /CLASSE:-3", "F1", "", false, -3, "Tobi e Nina");
+    row("quotes and a colon stay", "/NOMECLASSE:\"A:B\"", "F1", "", false, 0, "\"A:B\"");
 }
 
 void TstParametros::switches()
 {
-    LeParametros(u"word /XYZ:1 /NOMECLASSE:Tobi e Nina  /classe:12.9x /ESCOLA:no"_s);
-    QCOMPARE(gNomeClasse, u"Tobi e Nina"_s);
-    QCOMPARE(gClasse, 12);
-    QVERIFY(gEscolas);
-    for (const QString &line : {u"/ESC:"_s, u"/escolas"_s}) {
-        reiniciaStartup();
-        LeParametros(line);
-        QVERIFY(gEscolas);
-    }
-    reiniciaStartup();
-    LeParametros(u"/NOMECLASSE:\"A:B\""_s);
-    QVERIFY(!gEscolas);
-    QCOMPARE(gNomeClasse, u"\"A:B\""_s);
-    LeParametros(u"/CLASSE:abc"_s);
-    QCOMPARE(gClasse, 0);
-    QVERIFY_EXCEPTION_THROWN(LeParametros(u"/CLASSE:99999999999"_s), ErroExecucao);
+    QFETCH(QString, line);
+    LeParametros(line);
+    QTEST(gNivel, "code");
+    QTEST(gNomeNivel, "level");
+    QTEST(gEscolas, "schools");
+    QTEST(gClasse, "class");
+    QTEST(gNomeClasse, "name");
+}
+
+void TstParametros::aClassBeyond32BitsIsAFailure()
+{
+    QCOMPARE(failureOf([] { LeParametros("/CLASSE:99999999999"); }), kFalhaEstouro);
 }
 
 void TstParametros::helpIsShownAndTheStartGoesOn()
 {
     BoxScript boxes{Resposta::Ok};
-    LeParametros(u"/NIVEL:F3 /?"_s);
-    QCOMPARE(boxes.last().titulo, u"PARÂMETROS DA LINHA DE COMANDO"_s);
+    LeParametros("/NIVEL:F3 /?");
+    QCOMPARE(boxes.last().titulo, "PARÂMETROS DA LINHA DE COMANDO");
     QCOMPARE(boxes.last().icone, Icone::Informacao);
-    const QStringList lines = boxes.last().texto.split(u'\n');
+    const QStringList lines = boxes.last().texto.split('\n');
     QCOMPARE(lines.size(), 5);
     QCOMPARE(lines[3],
-        u"/NOMECLASSE:<Nome da classe que está cadastrada no sistema \"Tobi e Nina seus colegas na escola  \">"_s);
-    QCOMPARE(gNomeNivel, u"Fundamental III"_s);
+        "/NOMECLASSE:<Nome da classe que está cadastrada no sistema \"Tobi e Nina seus colegas na escola  \">");
+    QCOMPARE(gNomeNivel, "Fundamental III");
 }
 
 void TstParametros::configurationOfTheCommandLine()
 {
-    escreve(native(u"/a b/zeto_cnf.txt"_s), "DIRQUOREL=here");
-    LeParametros(u"/cfg:"_s + at(u"\\A B\\zeto_cnf.txt"_s) + u" /NIVEL:F2"_s);
-    QCOMPARE(gArquivoCfg, at(u"\\A B\\zeto_cnf.txt"_s));
+    mDir->put("/a b/zeto_cnf.txt", "DIRQUOREL=here");
+    LeParametros("/cfg:" + mDir->at("\\A B\\zeto_cnf.txt") + " /NIVEL:F2");
+    QCOMPARE(gArquivoCfg, mDir->at("\\A B\\zeto_cnf.txt"));
     QCOMPARE(gConfig.ArquivoCnf, gArquivoCfg);
-    QCOMPARE(gConfig.Config(u"DIRQUOREL"_s), u"here"_s);
-    QVERIFY(!QFile::exists(native(u"/win/QUOREL2001/zeto_cnf.txt"_s)));
+    QCOMPARE(gConfig.Config("DIRQUOREL"), "here");
 
     reiniciaStartup();
-    escreve(native(u"/zeto_cnf.txt"_s), "DIRQUOREL=disc"); // without a drive the root is the current directory
-    LeParametros(QString());
-    QCOMPARE(gArquivoCfg, u"zeto_cnf.txt"_s);
-    QCOMPARE(gConfig.Config(u"DIRQUOREL"_s), u"disc"_s);
+    mDir->put("/zeto_cnf.txt", "DIRQUOREL=disc"); // without a drive the root is the current directory
+    LeParametros("");
+    QCOMPARE(gArquivoCfg, "zeto_cnf.txt");
+    QCOMPARE(gConfig.Config("DIRQUOREL"), "disc");
 
-    reiniciaStartup();
-    LeParametros(
-        u"/CFG:"_s + at(u"\\none\\zeto_cnf.txt"_s)); // a file on the disc, not asked for: neither read nor replaced
-    QCOMPARE(gConfig.TextoCnf, QString());
-    QCOMPARE(gArquivoCfg, QString());
-    QVERIFY(!QFile::exists(native(u"/win/QUOREL2001/zeto_cnf.txt"_s)));
+    reiniciaStartup(); // a file on the disc, not asked for: neither read nor replaced
+    LeParametros("/CFG:" + mDir->at("\\none\\zeto_cnf.txt"));
+    QCOMPARE(gConfig.TextoCnf, "");
+    QCOMPARE(gArquivoCfg, "");
+    QVERIFY(!QFile::exists(mDir->native(kPadrao))); // by none of the three
 }
 
 void TstParametros::defaultConfigurationIsWritten()
 {
-    const QString file = native(u"/win/QUOREL2001/zeto_cnf.txt"_s);
-    escreve(file, "old");
-    QVERIFY(QFile::setPermissions(file, QFile::ReadOwner));
-    LeParametros(u"/NIVEL:F1"_s);
-    const QString text = u"[zeto]\r\nZETO=c:\\ZETO\r\nZETO_CFG=W\\QUOREL2001\\cfg\r\nZETO_EXE=W\\QUOREL2001\\exe\r\n"
+    mDir->put(kPadrao, "old");
+    QVERIFY(QFile::setPermissions(mDir->native(kPadrao), QFile::ReadOwner));
+    LeParametros("/NIVEL:F1");
+    const QString text = "[zeto]\r\nZETO=c:\\ZETO\r\nZETO_CFG=W\\QUOREL2001\\cfg\r\nZETO_EXE=W\\QUOREL2001\\exe\r\n"
                          "ZETO_MM=W\\QUOREL2001\\zeto_mm\r\nZETO_MDB=W\\QUOREL2001\r\nZETO_CAD=W\r\nZETO_ALUNOS=W\r\n"
-                         "DirWin=W\r\nDIRQUOREL=W\\QUOREL2001\r\nDBBLOCOS=W\\QUOREL2001\\DBBLOCOS"_s;
-    QCOMPARE(QString::fromLatin1(le(file)).replace(at(u"\\win"_s), u"W"_s), text);
-    QCOMPARE(gArquivoCfg, at(u"\\win\\QUOREL2001\\zeto_cnf.txt"_s));
-    QCOMPARE(gConfig.Config(u"DIRWIN"_s), at(u"\\win"_s));
+                         "DirWin=W\r\nDIRQUOREL=W\\QUOREL2001\r\nDBBLOCOS=W\\QUOREL2001\\DBBLOCOS";
+    QCOMPARE(QString(mDir->get(kPadrao)).replace(mDir->at("\\win"), "W"), text);
+    QCOMPARE(gArquivoCfg, mDir->at(barras(kPadrao)));
+    QCOMPARE(gConfig.Config("DIRWIN"), mDir->at("\\win"));
 
-    QVERIFY(QDir().mkpath(native(u"/zeto_mm"_s))); // as on a disc
-    escreve(native(u"/cfg/Zeto.cfg"_s), "x");
-    LeParametros(QString());
-    QCOMPARE(gConfig.Config(u"ZETO_MM"_s), u"zeto_mm"_s);
-    QCOMPARE(gConfig.Config(u"ZETO_CFG"_s), u"cfg"_s);
+    mDir->put("/zeto_mm/x"); // as on a disc
+    mDir->put("/cfg/Zeto.cfg");
+    LeParametros("");
+    QCOMPARE(gConfig.Config("ZETO_MM"), "zeto_mm");
+    QCOMPARE(gConfig.Config("ZETO_CFG"), "cfg");
 }
 
 void TstParametros::defaultConfigurationKeepsTheNamedRegister()
 {
-    LeParametros(u"/CFG:"_s + at(u"\\none\\zeto_cnf.txt"_s)); // missing: the register's directory is still unknown
-    QCOMPARE(gConfig.Config(u"ZETO_CAD"_s), QString());
-    QCOMPARE(gConfig.Config(u"ZETO_ALUNOS"_s), at(u"\\win"_s));
-    gConfig.SetaCFG(u"ZETO_CAD=c:\\reg"_s);
+    LeParametros("/CFG:" + mDir->at("\\none\\zeto_cnf.txt")); // missing: the register's directory is still unknown
+    QCOMPARE(gConfig.Config("ZETO_CAD"), "");
+    QCOMPARE(gConfig.Config("ZETO_ALUNOS"), mDir->at("\\win"));
+    gConfig.SetaCFG("ZETO_CAD=c:\\reg");
     GravaCnfPadrao();
-    QVERIFY(le(native(u"/win/QUOREL2001/zeto_cnf.txt"_s)).contains("\r\nZETO_CAD=c:\\reg\r\n"));
+    QVERIFY(mDir->get(kPadrao).contains("\r\nZETO_CAD=c:\\reg\r\n"));
 }
 
 void TstParametros::withoutInstallation()
 {
-    QVERIFY(QDir(native(u"/win/QUOREL2001"_s)).removeRecursively());
+    QVERIFY(QDir(mDir->native("/win/QUOREL2001")).removeRecursively());
     BoxScript boxes{Resposta::Ok};
-    LeParametros(QString());
-    QCOMPARE(boxes.last().texto, u"Arquivo de configuração vazio ou Unidade não respondendo !"_s);
-    QCOMPARE(gNivel, u"F1"_s);
+    LeParametros("");
+    QCOMPARE(boxes.last().texto, "Arquivo de configuração vazio ou Unidade não respondendo !");
+    QCOMPARE(gNivel, "F1");
 }
 
 QTEST_MAIN(TstParametros)

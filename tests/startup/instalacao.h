@@ -1,0 +1,25 @@
+#pragma once
+
+#include "startup/estado.h"
+#include "startup/quorel_zeto.h"
+#include "support/suporte.h"
+#include "support/table.h"
+
+#include <QDir>
+
+namespace quorel::teste {
+
+/// The folder's variables as they are before the start of the program, on a Windows directory of the test's own.
+struct Instalacao : ScratchDir
+{
+    Instalacao()
+    {
+        failOnWarnings();
+        reiniciaStartup();
+        QDir().mkpath(native("/win/QUOREL2001"));
+        qputenv("QUOREL_WINDIR", native("/win").toUtf8());
+    }
+    static void load(const QString &path) { gConfig.Init(path, QString::fromUtf16(kNomeCadastro)); }
+};
+
+} // namespace quorel::teste
