@@ -6,8 +6,6 @@
 #include "platform/protocolo.h"
 #include "support/sistema.h"
 
-#include "filho_licao.h"
-
 #include <QApplication>
 #include <QFile>
 #include <QFileInfo>
@@ -68,11 +66,6 @@ static void sendAnswer(Janela sender, quint32 code, const QString &answer)
     report(sender, code, bytes, qint32(bytes.size()));
 }
 
-static void sendProxima(Janela sender, const QString &answer)
-{
-    sendAnswer(sender, MSG_PROXIMA, answer);
-}
-
 /// Answers to be recorded at once, by a child that waits a short time for each instead of the 5 s.
 static void sendImpatiently(Janela sender, const QStringList &answers)
 {
@@ -85,31 +78,33 @@ static void sendImpatiently(Janela sender, const QStringList &answers)
     setSendLimit(0);
 }
 
+/// What a lesson makes the child do once it has taken it.
+static void afterLesson(Janela sender, const QString &word, const QString &answer)
+{
+    if (word == "APRESSADO"_L1)
+        sendImpatiently(sender, answer.split(u','));
+    if (word == "SEMNUL"_L1)
+        report(sender, MSG_PROXIMA, "abc", 3);
+    if (word == "ENXURRADA"_L1) {
+        for (int i = 0; i < 500; ++i)
+            report(sender, 4711, "x", 2);
+        report(sender, MSG_PROXIMA, QByteArray(300000, 'x'), 300000); // never gets there
+    }
+    if (word == "ENXURRADA"_L1 || word == "FORA"_L1)
+        sendAnswer(sender, MSG_PROXIMA, answer);
+}
+
 static void runLesson(Janela sender, const QString &linha)
 {
     const QString word = linha.section(u':', 0, 0);
     const QString answer = linha.section(u':', 1);
     if (word == "MORRE"_L1)
         std::_Exit(3);
-    if (word == "METADE"_L1)
-        dieHalfSent(publishedWindowOf(sender, kTituloGerenciador), gLugar->handle(), encode1252(answer));
     while (word == "MUDO"_L1)
         QThread::sleep(1);
     if (word == "DENTRO"_L1)
-        sendProxima(sender, answer);
-    if (word == "FORA"_L1)
-        QTimer::singleShot(0, qApp, [=] { sendProxima(sender, answer); });
-    if (word == "APRESSADO"_L1)
-        QTimer::singleShot(0, qApp, [=] { sendImpatiently(sender, answer.split(u',')); });
-    if (word == "SEMNUL"_L1)
-        QTimer::singleShot(0, qApp, [=] { report(sender, MSG_PROXIMA, "abc", 3); });
-    if (word == "ENXURRADA"_L1)
-        QTimer::singleShot(0, qApp, [=] {
-            for (int i = 0; i < 500; ++i)
-                report(sender, 4711, "x", 2);
-            report(sender, MSG_PROXIMA, QByteArray(300000, 'x'), 300000); // never gets there
-            sendProxima(sender, answer);
-        });
+        sendAnswer(sender, MSG_PROXIMA, answer);
+    QTimer::singleShot(0, qApp, [=] { afterLesson(sender, word, answer); });
 }
 
 int main(int argc, char **argv)

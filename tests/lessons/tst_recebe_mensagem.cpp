@@ -1,35 +1,25 @@
-#include "lessons/andamento.h"
 #include "lessons/endereco_blocos.h"
 #include "lessons/executa_aula.h"
-#include "lessons/gancho.h"
-#include "lessons/mensagens.h"
 #include "lessons/programas_filhos.h"
 #include "platform/codec.h"
-#include "platform/costuras.h"
 #include "platform/endereco.h"
 #include "platform/eventos.h"
 #include "platform/fim.h"
-#include "startup/estado.h"
-#include "startup/quorel_zeto.h"
-#include "support/suporte.h"
 
-#include "vista_gravada.h"
+#include "cenario.h"
 
 using namespace quorel;
 using namespace quorel::teste;
-using namespace Qt::StringLiterals;
-
-using Mensagens = std::vector<std::pair<qint32, QString>>;
 
 /// A child program's window inside the test: a send to it is a direct call.
-struct Zeto
+struct Filho
 {
-    Zeto()
+    Filho()
     {
         endereco.replaceProc([this](Janela, quint32, quintptr, qintptr lParam) -> qintptr {
             const auto &data = *reinterpret_cast<const CopyData *>(lParam);
-            got << QString::number(data.code) + u' '
-                    + decode1252(QByteArrayView(static_cast<const char *>(data.bytes), data.size - 1));
+            const QByteArrayView text(static_cast<const char *>(data.bytes), data.size - 1);
+            got << QString::number(data.code) + ' ' + decode1252(text);
             return 1;
         });
         endereco.publish(kTituloZeto);
@@ -41,16 +31,6 @@ struct Zeto
 class TstRecebeMensagem final : public QObject
 {
     Q_OBJECT
-private:
-    std::unique_ptr<VistaGravada> mVista;
-    std::unique_ptr<Zeto> mZeto;
-
-    static void receives(qint32 code, const QString &text) { EnviaTexto(janelaBlocos(), janelaBlocos(), code, text); }
-    static void receivesRaw(qint32 code, qint32 size, QByteArrayView bytes)
-    {
-        sendCopyData(janelaBlocos(), janelaBlocos(), quint32(code), size, bytes);
-    }
-
 private slots:
     void init();
     void cleanup();
@@ -69,56 +49,43 @@ private slots:
     void calculatorRules();
     void secondHookIsIgnored();
     void aFailureInTheHookIsShownOnceAndEndsTheProgram();
+
+private:
+    static void receives(qint32 code, const QString &text = {}) { Cenario::receives(code, text); }
+    std::unique_ptr<Cenario> mCenario;
+    std::unique_ptr<Filho> mFilho;
 };
 
 void TstRecebeMensagem::init()
 {
-    failOnWarnings();
-    reiniciaLessons();
-    reiniciaStartup();
-    mVista = std::make_unique<VistaGravada>();
-    mZeto = std::make_unique<Zeto>();
-    InstalaGancho(janelaBlocos());
-    gAluno = 9999;
-    gClasse = 9999;
-    umRoteiro({u"um"_s, u"dois"_s, u"três"_s}, u"Zeto"_s);
+    mCenario = std::make_unique<Cenario>();
+    mFilho = std::make_unique<Filho>();
+    umRoteiro({"um", "dois", "três"}, "Zeto");
 }
 
 void TstRecebeMensagem::cleanup()
 {
-    RemoveGancho();
+    mFilho.reset();
+    mCenario.reset();
     QVERIFY(!findWindow(kTituloGerenciador, false));
-    mZeto.reset();
-    mVista.reset();
-    reiniciaLessons();
-    reiniciaCatalogue();
 }
 
 void TstRecebeMensagem::movesThroughTheRoteiro_data()
 {
-    QTest::addColumn<qint16>("start");
-    QTest::addColumn<Mensagens>("messages");
-    QTest::addColumn<qint16>("end");
-    QTest::addColumn<QString>("respostas");
-    QTest::addColumn<QStringList>("got");
-    QTest::addColumn<bool>("emRoteiro");
-    const QString hide = u"2122 ESCONDE"_s;
-    QTest::newRow("on, back and on again")
-        << qint16(1)
-        << Mensagens{{MSG_PROXIMA, u"A"_s}, {MSG_ANTERIOR, u"E"_s}, {MSG_PROXIMA, u""_s}, {MSG_PROXIMA, u"A"_s}}
-        << qint16(3) << u"A:E:A:"_s << QStringList{u"2060 dois"_s, u"2060 um"_s, u"2060 dois"_s, u"2060 três"_s}
-        << true;
-    QTest::newRow("the answer of the last lesson is not recorded")
-        << qint16(2) << Mensagens{{MSG_PROXIMA, u"A"_s}, {MSG_PROXIMA, u"E"_s}} << qint16(4) << u""_s
-        << QStringList{u"2060 três"_s, hide} << false;
-    QTest::newRow("next again after the end moves further and hides again")
-        << qint16(3) << Mensagens{{MSG_PROXIMA, u""_s}, {MSG_PROXIMA, u""_s}} << qint16(5) << u""_s
-        << QStringList{hide, hide} << false;
-    QTest::newRow("it does not move beyond its type")
-        << qint16(32767) << Mensagens{{MSG_PROXIMA, u""_s}} << qint16(32767) << u""_s << QStringList{hide} << false;
-    QTest::newRow("back before the first writes the log and stays where it fell")
-        << qint16(2) << Mensagens{{MSG_ANTERIOR, u"A"_s}, {MSG_ANTERIOR, u"E"_s}, {MSG_ANTERIOR, u"E"_s}} << qint16(-1)
-        << u""_s << QStringList{u"2060 um"_s} << true;
+    const Table<qint16, Mensagens, qint16, QString, QStringList, bool> row(
+        "start", "messages", "end", "respostas", "got", "emRoteiro");
+    const QString hide = "2122 ESCONDE";
+    row("on, back and on again", 1, {{MSG_PROXIMA, "A"}, {MSG_ANTERIOR, "E"}, {MSG_PROXIMA, ""}, {MSG_PROXIMA, "A"}}, 3,
+        "A:E:A:", {"2060 dois", "2060 um", "2060 dois", "2060 três"}, true);
+    row("the answer of the last lesson is not recorded", 2, {{MSG_PROXIMA, "A"}, {MSG_PROXIMA, "E"}}, 4, "",
+        {"2060 três", hide}, false);
+    row("next again after the end moves further and hides again", 3, {{MSG_PROXIMA, ""}, {MSG_PROXIMA, ""}}, 5, "",
+        {hide, hide}, false);
+    row("a pupil that is no number: no answer is kept", 1, {{MSG_ALUNO, "Ana"}, {MSG_PROXIMA, "A"}}, 2, "",
+        {"2060 dois"}, true);
+    row("it does not move beyond its type", 32767, {{MSG_PROXIMA, ""}}, 32767, "", {hide}, false);
+    row("back before the first writes the log and stays where it fell", 2,
+        {{MSG_ANTERIOR, "A"}, {MSG_ANTERIOR, "E"}, {MSG_ANTERIOR, "E"}}, -1, "", {"2060 um"}, true);
 }
 
 void TstRecebeMensagem::movesThroughTheRoteiro()
@@ -127,85 +94,69 @@ void TstRecebeMensagem::movesThroughTheRoteiro()
     QFETCH(Mensagens, messages);
     gAulaAtual = start;
     gEmRoteiro = true;
-    gJanelaZeto = mZeto->endereco.handle();
+    gJanelaZeto = mFilho->endereco.handle();
     for (const auto &[code, text] : messages)
         receives(code, text);
     QTEST(gAulaAtual, "end");
     QTEST(gRespostas, "respostas");
-    QTEST(mZeto->got, "got");
+    QTEST(mFilho->got, "got");
     QTEST(gEmRoteiro, "emRoteiro");
-    QCOMPARE(gCodRoteiro, mZeto->got.first().startsWith(u"2060") ? 77 : 0);
+    QCOMPARE(gCodRoteiro, mFilho->got.first().startsWith("2060") ? 77 : 0);
 }
 
 void TstRecebeMensagem::sizes_data()
 {
-    QTest::addColumn<qint32>("size");
-    QTest::addColumn<QByteArray>("bytes");
-    QTest::addColumn<QString>("texto");
-    QTest::newRow("size 0 keeps the text of the message before") << 0 << QByteArray() << u"old"_s;
-    QTest::newRow("negative likewise") << -5 << QByteArray() << u"old"_s;
-    QTest::newRow("1 is an empty text") << 1 << QByteArray("\0", 1) << QString();
-    QTest::newRow("cut at the first NUL") << 6 << QByteArray("ab\0cd\0", 6) << u"ab"_s;
-    QTest::newRow("no NUL at all") << 3 << QByteArray("abc") << u"abc"_s;
-    QTest::newRow("the largest") << 204800 << QByteArray(204800, 'x') << QString(204800, u'x');
-    QTest::newRow("too large: does not arrive") << 204801 << QByteArray(204801, 'x') << u"old"_s;
+    const Table<qint32, QByteArray, QString> row("size", "bytes", "texto");
+    row("size 0 keeps the text of the message before", 0, "", "old");
+    row("negative likewise", -5, "", "old");
+    row("1 is an empty text", 1, QByteArray(1, '\0'), "");
+    row("cut at the first NUL", 6, QByteArray("ab\0cd\0", 6), "ab");
+    row("no NUL at all", 3, "abc", "abc");
+    row("the largest", 204800, QByteArray(204800, 'x'), QString(204800, u'x'));
+    row("too large: does not arrive", 204801, QByteArray(204801, 'x'), "old");
 }
 
 void TstRecebeMensagem::sizes()
 {
     QFETCH(qint32, size);
     QFETCH(QByteArray, bytes);
-    QFETCH(QString, texto);
-    gMensagem.Texto = u"old"_s;
-    receivesRaw(4711, size, bytes);
-    QCOMPARE(gMensagem.Texto, texto);
-    QVERIFY(mZeto->got.isEmpty() && gRespostas.isEmpty());
+    gMensagem.Texto = "old";
+    sendCopyData(janelaBlocos(), janelaBlocos(), 4711, size, bytes);
+    QTEST(gMensagem.Texto, "texto");
+    QVERIFY(mFilho->got.isEmpty() && gRespostas.isEmpty());
 }
 
 void TstRecebeMensagem::codes_data()
 {
-    QTest::addColumn<qint32>("code");
-    QTest::addColumn<QString>("texto");
-    QTest::addColumn<qint32>("aluno");
-    QTest::addColumn<qint32>("classe");
-    QTest::addColumn<QString>("respostas");
-    QTest::addColumn<QStringList>("calls");
-    const QStringList none;
-    QTest::newRow("pupil") << qint32(MSG_ALUNO) << u" 12.9x"_s << 12 << 9999 << u"r:"_s << none;
-    QTest::newRow("no number is pupil 0") << qint32(MSG_ALUNO) << u"Ana"_s << 0 << 9999 << u"r:"_s << none;
-    QTest::newRow("too large a number changes nothing")
-        << qint32(MSG_ALUNO) << u"99999999999"_s << 9999 << 9999 << u"r:"_s << none;
-    QTest::newRow("class") << qint32(MSG_CLASSE) << u"7"_s << 9999 << 7 << u"r:"_s << none;
-    QTest::newRow("unload") << qint32(MSG_FECHA_BLOCOS) << u"x"_s << 9999 << 9999 << u"r:"_s
-                            << QStringList{u"unload"_s};
-    QTest::newRow("answer to be written now empties the answers")
-        << qint32(MSG_RESPOSTA) << u"A"_s << 9999 << 9999 << QString() << none;
-    QTest::newRow("unknown") << 2061 << u"A"_s << 9999 << 9999 << u"r:"_s << none;
+    const Table<qint32, QString, qint32, qint32, QString, QStringList> row(
+        "code", "texto", "aluno", "classe", "respostas", "calls");
+    row("pupil", MSG_ALUNO, " 12.9x", 12, 9999, "r:", {});
+    row("no number is pupil 0", MSG_ALUNO, "Ana", 0, 9999, "r:", {});
+    row("too large a number changes nothing", MSG_ALUNO, "99999999999", 9999, 9999, "r:", {});
+    row("class", MSG_CLASSE, "7", 9999, 7, "r:", {});
+    row("unload", MSG_FECHA_BLOCOS, "x", 9999, 9999, "r:", {"unload"});
+    row("answer to be written now empties the answers", MSG_RESPOSTA, "A", 9999, 9999, "", {});
+    row("unknown", 2061, "A", 9999, 9999, "r:", {});
 }
 
 void TstRecebeMensagem::codes()
 {
     QFETCH(qint32, code);
     QFETCH(QString, texto);
-    gRespostas = u"r:"_s;
+    gRespostas = "r:";
     receives(code, texto);
     QTEST(gAluno, "aluno");
     QTEST(gClasse, "classe");
     QTEST(gRespostas, "respostas");
-    QTEST(mVista->calls, "calls");
-    gAluno = 0;
-    gRespostas.clear();
-    gAulaAtual = 1;
-    receives(MSG_PROXIMA, u"A"_s);
-    QVERIFY2(gRespostas.isEmpty(), "pupil 0 keeps no answers");
+    QTEST(mCenario->calls, "calls");
 }
 
 void TstRecebeMensagem::leavingRecordsAlsoWhenFBlocosIsHidden()
 {
     gEmRoteiro = true;
-    mVista->hidden = true;
-    receives(MSG_SAI, u"A"_s);
-    QCOMPARE(mVista->calls, QStringList{u"focus"_s});
+    mCenario->hidden = true;
+    receives(MSG_SAI, "A");
+    QCOMPARE(mCenario->calls, QStringList{"focus"});
     QVERIFY(!gEmRoteiro);
     QVERIFY(gRespostas.isEmpty());
 }
@@ -214,54 +165,51 @@ void TstRecebeMensagem::withoutRoteirosNothingMoreHappens()
 {
     reiniciaCatalogue();
     gEmRoteiro = true;
-    gRespostas = u"A:"_s;
+    gRespostas = "A:";
     for (const qint32 code : {MSG_PROXIMA, MSG_ANTERIOR, MSG_JOGO, MSG_EXEC_CALC})
-        receives(code, u"2610"_s);
+        receives(code, "2610");
     QCOMPARE(gAulaAtual, 1);
     QVERIFY(gEmRoteiro);
-    QCOMPARE(gRespostas, u"A:"_s);
-    QVERIFY(mZeto->got.isEmpty());
+    QCOMPARE(gRespostas, "A:");
+    QVERIFY(mFilho->got.isEmpty());
 }
 
 void TstRecebeMensagem::gameReply()
 {
-    const Janela zeto = mZeto->endereco.handle();
-    receives(MSG_JOGO, QString()); // no child yet, and none is looked up for an empty reply
+    receives(MSG_JOGO); // no child yet, and none is looked up for an empty reply
     QCOMPARE(gJanelaFilha, Janela(0));
-    gJanelaFilha = zeto;
-    receives(MSG_JOGO, QString());
-    gRoteiros.edit(1).Aulas.edit(1).Jogo = u"forca"_s;
+    gJanelaFilha = mFilho->endereco.handle();
+    receives(MSG_JOGO);
+    gRoteiros.edit(1).Aulas.edit(1).Jogo = "forca";
     gJanelaFilha = 0;
-    receives(MSG_JOGO, QString());
-    QCOMPARE(gJanelaFilha, zeto);
-    QCOMPARE(mZeto->got, (QStringList{u"2123 "_s, u"2123 1#forca"_s}));
+    receives(MSG_JOGO);
+    QCOMPARE(gJanelaFilha, mFilho->endereco.handle());
+    QCOMPARE(mFilho->got, (QStringList{"2123 ", "2123 1#forca"}));
 }
 
 void TstRecebeMensagem::calculatorOutsideARoteiro()
 {
-    mZeto->endereco.setTitle(u"Calculadora - Quorel"_s);
+    mFilho->endereco.setTitle("Calculadora - Quorel");
     gCodRoteiro = 77;
     gAulaAtual = 2;
-    gRoteiros.edit(1).Aulas.edit(3).Tipo = u"Calculadora"_s;
-    receives(MSG_EXEC_CALC, u"3EXEC"_s);
-    QCOMPARE(mZeto->got, QStringList{u"2060 trêsCMDEXEC"_s});
+    gRoteiros.edit(1).Aulas.edit(3).Tipo = "Calculadora";
+    receives(MSG_EXEC_CALC, "3EXEC");
+    QCOMPARE(mFilho->got, QStringList{"2060 trêsCMDEXEC"});
     QCOMPARE(gCodRoteiro, 0);
     QVERIFY2(gExecExterno, "not cleared by the calculator");
     QVERIFY2(gJanelaFilha == 0, "left as it is");
-    QCOMPARE(gMensagem.Texto, u"três"_s); // passed by reference
+    QCOMPARE(gMensagem.Texto, "três"); // passed by reference
 }
 
 void TstRecebeMensagem::drawingToolTakesTheChildAfterItsSend()
 {
-    mZeto->endereco.setTitle(u"Editor de Desenhos - Quorel"_s);
+    mFilho->endereco.setTitle("Editor de Desenhos - Quorel");
     Janela during = 1;
-    mZeto->endereco.replaceProc([&](Janela, quint32, quintptr, qintptr) -> qintptr {
-        during = gJanelaFilha;
-        gJanelaFilha = 4; // a lesson nested in the send
+    mFilho->endereco.replaceProc([&](Janela, quint32, quintptr, qintptr) -> qintptr {
+        during = std::exchange(gJanelaFilha, 4); // as a lesson nested in the send sets it
         return 1;
     });
-    QString aula = u"x"_s;
-    QString tipo = u"Desenho"_s;
+    QString aula = "x", tipo = "Desenho";
     ExecutaAula(aula, tipo);
     QCOMPARE(during, Janela(0));
     QCOMPARE(gJanelaFilha, gJanelaDesenho);
@@ -269,37 +217,28 @@ void TstRecebeMensagem::drawingToolTakesTheChildAfterItsSend()
 
 void TstRecebeMensagem::calculatorRules_data()
 {
-    QTest::addColumn<QString>("aula");
-    QTest::addColumn<QString>("tipo");
-    QTest::addColumn<qint16>("atual");
-    QTest::addColumn<QStringList>("got");
-    QTest::newRow("in the middle") << u"lesson"_s << u"Calc"_s << qint16(2) << QStringList{u"2060 lesson"_s};
-    QTest::newRow("last") << u"lesson"_s << u"Calculadora"_s << qint16(3)
-                          << QStringList{u"2122 ULTIMA"_s, u"2060 lesson"_s};
-    QTest::newRow("first") << u"lesson"_s << u"Calc"_s << qint16(1)
-                           << QStringList{u"2122 PRIMEIRA"_s, u"2060 lesson"_s};
-    QTest::newRow("beyond the end: both")
-        << u"lesson"_s << u"Calc"_s << qint16(5) << QStringList{u"2122 ULTIMA"_s, u"2122 PRIMEIRA"_s, u"2060 lesson"_s};
-    QTest::newRow("another type behind its mark")
-        << u"lesson<TIPO>Calculadora"_s << u"Calc"_s << qint16(2) << QStringList{u"2060 lesson"_s};
-    QTest::newRow("a code of five characters that is nowhere: the default lesson")
-        << u"00999"_s << u"Calc"_s << qint16(2)
-        << QStringList{
-               u"2060 (1,1)2610<SPÇ>1<SPÇ>1<SPÇ>0<SPÇ>0<SPÇ>0<SPÇ>0<SPÇ><SPÇ><SPÇ><SPÇ><SPÇ><SPÇ><PÇ><VAA>(1)2610"
-               "\t1\t1\t1\t0\t0\t0 <MD><VOA>(1)<VCM>22 CHAMA AULA  20<CM>"_s};
-    QTest::newRow("empty lesson") << QString() << u"Calc"_s << qint16(2) << QStringList();
-    QTest::newRow("empty type") << u"lesson"_s << QString() << qint16(2) << QStringList();
+    const Table<QString, QString, qint16, QStringList> row("aula", "tipo", "atual", "got");
+    row("in the middle", "lesson", "Calc", 2, {"2060 lesson"});
+    row("last", "lesson", "Calculadora", 3, {"2122 ULTIMA", "2060 lesson"});
+    row("first", "lesson", "Calc", 1, {"2122 PRIMEIRA", "2060 lesson"});
+    row("beyond the end: both", "lesson", "Calc", 5, {"2122 ULTIMA", "2122 PRIMEIRA", "2060 lesson"});
+    row("another type behind its mark", "lesson<TIPO>Calculadora", "Calc", 2, {"2060 lesson"});
+    row("a code of five characters that is nowhere: the default lesson", "00999", "Calc", 2,
+        {"2060 (1,1)2610<SPÇ>1<SPÇ>1<SPÇ>0<SPÇ>0<SPÇ>0<SPÇ>0<SPÇ><SPÇ><SPÇ><SPÇ><SPÇ><SPÇ><PÇ><VAA>(1)2610"
+         "\t1\t1\t1\t0\t0\t0 <MD><VOA>(1)<VCM>22 CHAMA AULA  20<CM>"});
+    row("empty lesson", "", "Calc", 2, {});
+    row("empty type", "lesson", "", 2, {});
 }
 
 void TstRecebeMensagem::calculatorRules()
 {
-    mZeto->endereco.setTitle(u"Calculadora - Quorel"_s);
+    mFilho->endereco.setTitle("Calculadora - Quorel");
     QFETCH(QString, aula);
     QFETCH(QString, tipo);
     QFETCH(qint16, atual);
     gAulaAtual = atual;
     ExecutaAula(aula, tipo);
-    QTEST(mZeto->got, "got");
+    QTEST(mFilho->got, "got");
 }
 
 void TstRecebeMensagem::secondHookIsIgnored()
@@ -307,12 +246,12 @@ void TstRecebeMensagem::secondHookIsIgnored()
     InstalaGancho(janelaBlocos());
     RemoveGancho();
     QCOMPARE(gJanelaGancho, Janela(0));
-    receives(MSG_CLASSE, u"7"_s);
+    receives(MSG_CLASSE, "7");
     QCOMPARE(gClasse, 9999);
     InstalaGancho(0);
     QCOMPARE(gJanelaGancho, Janela(0));
     InstalaGancho(janelaBlocos());
-    receives(MSG_CLASSE, u"7"_s);
+    receives(MSG_CLASSE, "7");
     QCOMPARE(gClasse, 7);
 }
 
@@ -324,19 +263,13 @@ void TstRecebeMensagem::aFailureInTheHookIsShownOnceAndEndsTheProgram()
     QList<Caixa> shown;
     costuras().box = [&](const Caixa &box) {
         shown << box;
-        receives(MSG_CLASSE, u"8"_s); // a message that comes while the box stands fails too
+        receives(MSG_CLASSE, "8"); // a message that comes while the box stands fails too
         return Resposta::Ok;
     };
-    QList<int> codes;
-    costuras().endProcess = [&](int code) {
-        codes << code;
-        throw FimDoPrograma{code};
-    };
-    QVERIFY_EXCEPTION_THROWN(receives(MSG_CLASSE, u"7"_s), FimDoPrograma);
-    reiniciaCosturas();
-    const Caixa expected{.texto = u"5 O foco não pode ir para esta janela"_s, .icone = Icone::Critico};
+    costuras().endProcess = [](int code) { throw FimDoPrograma{code}; };
+    QVERIFY_EXCEPTION_THROWN(receives(MSG_CLASSE, "7"), FimDoPrograma);
+    const Caixa expected{.texto = "5 O foco não pode ir para esta janela", .icone = Icone::Critico};
     QCOMPARE(shown, QList<Caixa>{expected});
-    QCOMPARE(codes, QList<int>{1});
     QCOMPARE(gClasse, 8); // both were taken before the failure
     QVERIFY(!insideSend());
 }
