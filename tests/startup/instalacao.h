@@ -10,6 +10,7 @@
 namespace quorel::teste {
 
 /// The folder's variables as they are before the start of the program, on a Windows directory of the test's own.
+/// The media lie in "mm" and "alt" beside it.
 struct Instalacao : ScratchDir
 {
     Instalacao()
@@ -18,6 +19,7 @@ struct Instalacao : ScratchDir
         reiniciaStartup();
         QDir().mkpath(native("/win/QUOREL2001"));
         qputenv("QUOREL_WINDIR", native("/win").toUtf8());
+        gConfig.SetaCFG("ZETO_MM=" + at("\\mm") + "\r\nMM_ALT=" + at("\\alt"));
     }
     static void load(const QString &path) { gConfig.Init(path, QString::fromUtf16(kNomeCadastro)); }
 };

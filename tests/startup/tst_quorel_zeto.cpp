@@ -9,7 +9,7 @@
 using namespace quorel;
 using namespace quorel::teste;
 
-class TstConfiguracao : public QObject
+class TstQuorelZeto : public QObject
 {
     Q_OBJECT
 private slots:
@@ -25,6 +25,10 @@ private slots:
     void keysComeFromTheGivenText();
     void programs_data();
     void programs();
+    void pictures_data();
+    void pictures();
+    void picturesOfADirectory();
+    void soundsAndVideos();
 
 private:
     void load(const QByteArray &bytes) const
@@ -35,7 +39,7 @@ private:
     std::unique_ptr<Instalacao> mDir;
 };
 
-void TstConfiguracao::paths_data()
+void TstQuorelZeto::paths_data()
 {
     const Table<QString, QString, bool> row("given", "file", "taken"); // D: the directory
     row("the file", "D\\Zeto_Cnf.Txt", "D\\Zeto_Cnf.Txt", true);
@@ -51,7 +55,7 @@ void TstConfiguracao::paths_data()
     row("a NUL in its name", nul, nul, false);
 }
 
-void TstConfiguracao::paths()
+void TstQuorelZeto::paths()
 {
     QFETCH(QString, given);
     QFETCH(QString, file);
@@ -69,7 +73,7 @@ void TstConfiguracao::paths()
     QCOMPARE(shown, QList<Caixa>(taken ? 0 : 1, told));
 }
 
-void TstConfiguracao::macros_data()
+void TstQuorelZeto::macros_data()
 {
     const Table<QByteArray, QString> row("text", "expanded"); // W: the Windows directory
     const QString here = volumeOf(barras(QDir::tempPath()));
@@ -80,7 +84,7 @@ void TstConfiguracao::macros_data()
     row("@ without $ is the optical drive", "A=@\\x", "A=\\x");
 }
 
-void TstConfiguracao::macros()
+void TstQuorelZeto::macros()
 {
     QFETCH(QByteArray, text);
     QFETCH(QString, expanded);
@@ -89,7 +93,7 @@ void TstConfiguracao::macros()
     QCOMPARE(gConfig.TextoCnf, expanded.replace("W\\", mDir->at("\\win\\")));
 }
 
-void TstConfiguracao::networkPathStandsForTheWholeDirectory()
+void TstQuorelZeto::networkPathStandsForTheWholeDirectory()
 {
     mDir->put("/zeto_cnf.txt", "A=@\\exe\r\nB=$");
     const QString share = (mDir->at().startsWith('\\') ? "\\" : "\\\\?\\") + mDir->at(); // "\\tmp\…", "\\?\C:\…"
@@ -97,7 +101,7 @@ void TstConfiguracao::networkPathStandsForTheWholeDirectory()
     QCOMPARE(gConfig.Config("A"), share + "\\exe");
 }
 
-void TstConfiguracao::binaryAndHugeOnesAreSearchedAsTheyAre()
+void TstQuorelZeto::binaryAndHugeOnesAreSearchedAsTheyAre()
 {
     QByteArray bytes;
     for (int i = 0; i < 4000000; ++i)
@@ -109,7 +113,7 @@ void TstConfiguracao::binaryAndHugeOnesAreSearchedAsTheyAre()
     QCOMPARE(gConfig.Config("A"), QStringLiteral("x\0y"));
 }
 
-void TstConfiguracao::readOnlyRegisterTurnsToTheWindowsDirectory()
+void TstQuorelZeto::readOnlyRegisterTurnsToTheWindowsDirectory()
 {
     const QByteArray text = "ZETO_CAD=" + mDir->at("\\reg").toUtf8();
     mDir->put("/reg/Cadastros.mdb");
@@ -124,7 +128,7 @@ void TstConfiguracao::readOnlyRegisterTurnsToTheWindowsDirectory()
     QCOMPARE(mDir->get("/zeto_cnf.txt"), text); // never saved
 }
 
-void TstConfiguracao::keysComeFromTheGivenText()
+void TstQuorelZeto::keysComeFromTheGivenText()
 {
     gConfig.SetaCFG("A=1");
     QString text;
@@ -135,7 +139,7 @@ void TstConfiguracao::keysComeFromTheGivenText()
     QCOMPARE(gConfig.Config("missing"), "");
 }
 
-void TstConfiguracao::programs_data()
+void TstQuorelZeto::programs_data()
 {
     const Table<QString, QString> row("text", "expanded");
     row("no braces", "a b", "a b");
@@ -146,12 +150,87 @@ void TstConfiguracao::programs_data()
     row("only closed", "a}b", "a}b");
 }
 
-void TstConfiguracao::programs()
+void TstQuorelZeto::programs()
 {
     QFETCH(QString, text);
     gConfig.SetaCFG("ZETO_EXE=c:\\e\r\nA=1\r\nB={A}");
     QTEST(gConfig.Programa(text), "expanded");
 }
 
-QTEST_MAIN(TstConfiguracao)
-#include "tst_configuracao.moc"
+void TstQuorelZeto::pictures_data()
+{
+    const Table<QString, QString, QString> row("file", "name", "found");
+    row("fifth character", "/mm/Fig/m/e/MACIEIRA.GIF", "macie", "");
+    row("eight characters", "/mm/Fig/m/e/macieira.gif", "macieira", "/mm/Fig/m/e/macieira.GIF");
+    row("short names lie under _", "/mm/fig/s/_/Sol.gif", "sol", "/mm/Fig/s/_/sol.GIF");
+    row("BMP too", "/mm/Fig/s/_/sol.bmp", "sol", "/mm/Fig/s/_/sol.BMP");
+    row("cut at the dash", "/mm/Fig/s/_/sol.gif", "sol-2", "/mm/Fig/s/_/sol.GIF");
+    row("extension lost at the cut", "/mm/Fig/s/_/sol.gif", "sol-2.bmp", "/mm/Fig/s/_/sol.GIF");
+    row("a backslash: under the base", "/mm/Fig/sub/sol.gif", "sub\\sol", "/mm/Fig/sub/sol.GIF");
+    row("nine characters: also under the base", "/mm/Fig/abacaxi99.bmp", "abacaxi99", "/mm/Fig/abacaxi99.BMP");
+    row("nine characters in their shard", "/mm/Fig/a/a/abacaxi99.gif", "abacaxi99", "/mm/Fig/a/a/abacaxi99.GIF");
+    row("missing", "/mm/Fig/x.gif", "sol", "");
+    row("empty", "/mm/Fig/x.gif", "", "");
+    row("dash alone", "/mm/Fig/x.gif", "-", "");
+    row("second root", "/alt/Fig/s/_/sol.gif", "sol", "/alt/Fig/s/_/sol.GIF");
+    const QString third = "Quorel2001/Zeto_MM/fig/s/_/sol";
+    row("third place has no backslash behind the Windows directory", "/win" + third + ".gif", "sol",
+        "/win" + third + ".GIF");
+    row("not with one", "/win/" + third + ".gif", "sol", "");
+}
+
+void TstQuorelZeto::pictures()
+{
+    QFETCH(QString, file);
+    QFETCH(QString, name);
+    QFETCH(QString, found);
+    mDir->put(file);
+    QCOMPARE(gConfig.N_Fig(name), found.isEmpty() ? QString() : mDir->at(barras(found)));
+}
+
+void TstQuorelZeto::picturesOfADirectory()
+{
+    QString base = mDir->at("\\base\\");
+    const auto found = [&](const QString &name, const QString &list = {}) {
+        return gConfig.Nome_Fig(name, base, list).replace(mDir->at(), "D");
+    };
+    mDir->put("/mm/Fig/s/_/sol.bmp");
+    mDir->put("/base/s/_/sol.gif");
+    QCOMPARE(found("sol"), "D\\base\\s\\_\\sol.GIF");
+    mDir->put("/mm/Fig/s/_/sol.gif"); // the configured root stands before the base
+    QCOMPARE(found("sol"), "D\\mm\\Fig\\s\\_\\sol.GIF");
+    QCOMPARE(found(base + "s\\_\\sol.gif"), "D\\base\\s\\_\\sol.gif");
+
+    mDir->put("/base/two/lua.bmp");
+    QCOMPARE(found("lua", "one; two"), "D\\base\\two\\lua.BMP");
+    QCOMPARE(found("lua", "one"), "");
+    QCOMPARE(found("lua", base + "two"), "D\\base\\two\\lua.BMP");
+
+    gConfig.SetaCFG("X=1"); // without the key the installation's own collection
+    mDir->put("/win/Quorel2001/Zeto_MM/Fig/s/_/sol.gif");
+    QCOMPARE(found("sol"), "D\\win\\Quorel2001\\Zeto_MM\\Fig\\s\\_\\sol.GIF");
+}
+
+void TstQuorelZeto::soundsAndVideos()
+{
+    mDir->put("/mm/Som/s/sol.wav");
+    mDir->put("/mm/Video/s/sol.avi");
+    QCOMPARE(gConfig.N_Som("sol"), mDir->at("\\mm\\Som\\s\\sol.WAV"));
+    QCOMPARE(gConfig.N_Video("sol"), mDir->at("\\mm\\Video\\s\\sol.AVI"));
+    QCOMPARE(gConfig.N_Som("lua"), "");
+    QCOMPARE(gConfig.N_Som(""), "");
+    QCOMPARE(gConfig.N_Video(""), "");
+    QCOMPARE(gConfig.N_Som("sol.wav"), ""); // a whole name is looked for as it stands
+    mDir->put("/win/Quorel2001/Zeto_MM/Som/s/sol.wav"); // the installation's own sound comes first; it has no videos
+    QString base = mDir->at("\\mm\\Som");
+    QCOMPARE(gConfig.Nome_Som("sol", base, ""), mDir->at("\\win\\Quorel2001\\Zeto_MM\\Som\\s\\sol.WAV"));
+    QCOMPARE(base, mDir->at("\\mm\\Som\\")); // the caller's text
+    base = mDir->at("\\mm\\Video");
+    mDir->put("/mm/Video/subl/lua.avi"); // no backslash behind the subdirectory
+    QCOMPARE(gConfig.Nome_Video("lua", base, "sub"), mDir->at("\\mm\\Video\\\\subl\\lua.AVI"));
+    QCOMPARE(base, mDir->at("\\mm\\Video\\"));
+    QCOMPARE(gConfig.VerificarPlacaSom(), !QDir("/dev/snd").entryList({"pcmC*p"}, QDir::System).isEmpty());
+}
+
+QTEST_MAIN(TstQuorelZeto)
+#include "tst_quorel_zeto.moc"
