@@ -1,41 +1,37 @@
 #pragma once
 
 #include "platform/endereco.h"
+#include "support/suporte.h"
+#include "support/table.h"
 
 #include "filho_teste.h"
 
-#include <QProcess>
-#include <QTest>
+#include <QDir>
 
 namespace quorel::teste {
 
-using namespace Qt::StringLiterals;
+inline constexpr int kPatience = 20000; ///< ms until something that has to come counts as missing
 
-/// A child in its event loop; it ends with its scope.
-class Filho
+/// A child in its event loop, found by its titles, the window's first; it ends with its scope.
+struct Filho
 {
-public:
-    explicit Filho(const QStringList &titles)
+    explicit Filho(const QStringList &titles, const QStringList &options = {})
+        : process(QUOREL_BIN "/filho_teste", options + titles)
     {
-        mProcess.setProcessChannelMode(QProcess::ForwardedChannels);
-        mProcess.start(QStringLiteral(QUOREL_BIN "/filho_teste"), titles);
-        if (!mProcess.waitForStarted()
-            || !QTest::qWaitFor([&] { return findWindow(titles.last(), false) != 0; }, 20000))
+        if (!QTest::qWaitFor([&] { return findWindow(titles.last(), false) != 0; }, kPatience))
             qFatal("the child does not come up");
-        mJanela = findWindow(titles.first(), false);
+        janela = findWindow(titles.first(), false);
     }
-    ~Filho() { kill(); }
-    void kill()
+    /// How many files it has in the directory of the bus.
+    qsizetype files() const
     {
-        mProcess.kill();
-        mProcess.waitForFinished();
+        const QDir bus(qEnvironmentVariable("XDG_RUNTIME_DIR") + "/quorel");
+        return bus.entryList({QString("%1.*").arg(pid)}, QDir::AllEntries | QDir::System).size();
     }
-    Janela janela() const { return mJanela; }
-    qint64 pid() const { return mProcess.processId(); }
 
-private:
-    QProcess mProcess;
-    Janela mJanela = 0;
+    ChildProcess process;
+    const qint64 pid = process.processId();
+    Janela janela = 0;
 };
 
 /// The shell's place on the bus, with what came to it.
@@ -45,15 +41,13 @@ struct Casa
     {
         endereco.replaceProc([this](Janela, quint32, quintptr sender, qintptr data) {
             const auto &copy = *reinterpret_cast<const CopyData *>(data);
-            const QByteArray bytes(static_cast<const char *>(copy.bytes), copy.bytes ? qsizetype(copy.size) : 0);
-            came.append(bytes);
-            ++running;
-            deepest = std::max(deepest, running);
+            came << QByteArray(static_cast<const char *>(copy.bytes), copy.bytes ? qsizetype(copy.size) : 0);
+            deepest = std::max(deepest, ++running);
             const qintptr result = handler ? handler(sender, quint32(copy.code)) : 1;
             --running;
             return result;
         });
-        endereco.publish(u"Casa"_s);
+        endereco.publish("Casa");
     }
     qintptr send(Janela to, quint32 code, qint32 size = 0, QByteArrayView bytes = {})
     {

@@ -1,43 +1,43 @@
-// A child for the tests of the bus: does what the code of a message asks for.
-//   filho_teste TITLE [INNER TITLE]
+// A child for tests: does what the code of a message asks for.
+//   filho_teste TITLE [INNER TITLE]    on the bus
+//   filho_teste --fora TITLE           only a window, of a program that knows nothing of the bus
 #include "platform/endereco.h"
 #include "platform/eventos.h"
-#include "platform/linux/busdirectory.h"
-#include "platform/linux/frame.h"
+#include "platform/fim.h"
 #include "platform/preparo.h"
 #include "platform/programas.h"
 
 #include "filho_teste.h"
 
 #include <QApplication>
+#include <QTimer>
 
-#include <sys/socket.h>
 #include <unistd.h>
 
-#include <csignal>
+#include <cstdio>
+#include <stdexcept>
 
 using namespace quorel;
 using namespace quorel::teste;
 using namespace Qt::StringLiterals;
 
-static constexpr int kFlood = 3000;
-static constexpr QSize kLeast{120, 80};
-static constexpr QRect kPlace{300, 200, 400, 300};
-
 static Endereco *gEndereco = nullptr;
 static QWidget *gCorpo = nullptr;
-static bus::UnixFd gFlood;
 
-/// Sends of which nobody waits for the answers, as no honest child would.
-static qintptr flood(Janela shell)
+static void tell(const char *what)
 {
-    gFlood = bus::BusDirectory().connect(bus::processOf(shell)).socket;
-    for (quint32 i = 0; i < kFlood; ++i) {
-        const auto frame = bus::encode(bus::SendHead{i + 1, kFloodDrop, shell, gEndereco->handle(), 0});
-        if (::send(gFlood.get(), frame.data(), frame.size(), MSG_NOSIGNAL | MSG_DONTWAIT) < 0)
-            return qintptr(i);
-    }
-    return kFlood;
+    std::fputs(what, stdout);
+}
+
+static void endInOrder()
+{
+    beforeEnd([] {
+        tell(findWindow(QApplication::arguments().value(1), false) == gEndereco->handle() ? "reachable," : "gone,");
+    });
+    beforeEnd([] { throw std::runtime_error("passed over"); });
+    beforeEnd([] { tell("second,"); });
+    std::atexit([] { tell("handlers of the end,"); });
+    encerraPrograma(kExitCode);
 }
 
 static qintptr answer(Janela shell, const CopyData &data)
@@ -62,14 +62,14 @@ static qintptr answer(Janela shell, const CopyData &data)
         gEndereco->withdraw();
         for (;;)
             ::pause();
+    case kEnd:
+        QTimer::singleShot(0, qApp, endInOrder);
+        return 1;
     case kSetTitle:
         gEndereco->setTitle(QString::fromUtf8(bytes));
         return 1;
-    case kSendFlood:
-        return flood(shell);
     case kGeometry:
-        return qintptr(gCorpo->x()) << 48 | qintptr(gCorpo->y()) << 32 | qintptr(gCorpo->width()) << 16
-            | qintptr(gCorpo->height());
+        return packed({gCorpo->pos(), gCorpo->size()});
     case kIsTopmost:
         return gCorpo->windowFlags().testFlag(Qt::WindowStaysOnTopHint) ? 2 : 1;
     case kOpenDocument:
@@ -87,10 +87,15 @@ int main(int argc, char **argv)
     const QStringList words = app.arguments();
     QWidget corpo;
     corpo.setMinimumSize(kLeast);
-    corpo.move(kPlace.topLeft());
-    corpo.resize(kPlace.size());
-    corpo.show();
+    corpo.setGeometry(kPlace);
+    if (words.value(1) != "--fora"_L1)
+        corpo.move(kPlace.topLeft());
     gCorpo = &corpo;
+    if (words.value(1) == "--fora"_L1)
+        corpo.setWindowTitle(words.value(2));
+    corpo.show();
+    if (!corpo.windowTitle().isEmpty())
+        return QApplication::exec();
     Endereco endereco(&corpo);
     gEndereco = &endereco;
     endereco.replaceProc([](Janela, quint32, quintptr sender, qintptr data) {

@@ -1,6 +1,6 @@
 #pragma once
 
-#include <QtGlobal>
+#include <QRect>
 
 namespace quorel::teste {
 
@@ -12,12 +12,21 @@ enum TestCode : quint32 {
     kDie, ///< ends inside the handler
     kHang, ///< never answers
     kWithdrawAndHang,
+    kEnd, ///< ends in order, with kExitCode, telling on its output what ran
     kSetTitle, ///< to the text
-    kSendFlood, ///< answers the number of sends written
-    kFloodDrop, ///< one of those
-    kGeometry, ///< x, y, width, height of the body, 16 bits each
+    kGeometry, ///< the body's, packed()
     kIsTopmost, ///< 2 when it is, else 1
     kOpenDocument, ///< whose path is the text; answers 2 when it could, else 1
 };
+inline constexpr int kExitCode = 7;
+
+inline constexpr QRect kPlace{150, 120, 400, 300}; ///< where its window stands at first
+inline constexpr QSize kLeast{160, 90}; ///< as small as it goes
+
+/// x, y, width, height, 16 bits each.
+inline qintptr packed(const QRect &place)
+{
+    return qintptr(place.x()) << 48 | qintptr(place.y()) << 32 | qintptr(place.width()) << 16 | qintptr(place.height());
+}
 
 } // namespace quorel::teste

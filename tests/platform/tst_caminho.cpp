@@ -1,14 +1,11 @@
 #include "platform/caminho.h"
 #include "support/suporte.h"
+#include "support/table.h"
 
 #include <QDir>
-#include <QFile>
-#include <QTemporaryDir>
-#include <QTest>
 
 using namespace quorel;
 using namespace quorel::teste;
-using namespace Qt::StringLiterals;
 
 class TstCaminho : public QObject
 {
@@ -24,58 +21,54 @@ private slots:
     void volumes();
 
 private:
-    QString at(const QString &rest) const { return barras(mDir->path()) + rest; }
-    QString native(const QString &rest) const { return mDir->path() + rest; }
-    std::unique_ptr<QTemporaryDir> mDir;
+    std::unique_ptr<ScratchDir> mDir;
 };
 
 void TstCaminho::init()
 {
     failOnWarnings();
-    mDir = std::make_unique<QTemporaryDir>();
-    escreve(native(u"/Fig/m/_/MAÇÃ.GIF"_s), "x");
-    escreve(native(u"/two/B.txt"_s), "x");
-    escreve(native(u"/two/b.TXT"_s), "x");
+    mDir = std::make_unique<ScratchDir>();
+    for (const char *name : {"/Fig/m/_/MAÇÃ.GIF", "/two/B.txt", "/two/b.TXT"})
+        mDir->put(name);
 }
 
 void TstCaminho::spellings_data()
 {
-    QTest::addColumn<QString>("path");
-    QTest::addColumn<QString>("expected");
-    QTest::newRow("exact") << u"\\Fig\\m\\_\\MAÇÃ.GIF"_s << u"/Fig/m/_/MAÇÃ.GIF"_s;
-    QTest::newRow("any case, accents too") << u"\\fig\\M\\_\\maçã.gif"_s << u"/Fig/m/_/MAÇÃ.GIF"_s;
-    QTest::newRow("a new file takes the directory's spelling") << u"\\FIG\\New.gif"_s << u"/Fig/New.gif"_s;
-    QTest::newRow("new directories keep theirs") << u"\\fig\\New\\Deep.gif"_s << u"/Fig/New/Deep.gif"_s;
-    QTest::newRow("first in byte order of two") << u"\\TWO\\B.TXT"_s << u"/two/B.txt"_s;
-    QTest::newRow("exact one of two") << u"\\two\\b.TXT"_s << u"/two/b.TXT"_s;
-    QTest::newRow("trailing backslash stays") << u"\\FIG\\"_s << u"/Fig/"_s;
-    QTest::newRow("a file is no directory") << u"\\two\\b.txt\\c"_s << u"/two/B.txt/c"_s;
+    const Table<QString, QString> row("path", "expected");
+    row("exact", "\\Fig\\m\\_\\MAÇÃ.GIF", "/Fig/m/_/MAÇÃ.GIF");
+    row("any case, accents too", "\\fig\\M\\_\\maçã.gif", "/Fig/m/_/MAÇÃ.GIF");
+    row("a new file takes the directory's spelling", "\\FIG\\New.gif", "/Fig/New.gif");
+    row("new directories keep theirs", "\\fig\\New\\Deep.gif", "/Fig/New/Deep.gif");
+    row("first in byte order of two", "\\TWO\\B.TXT", "/two/B.txt");
+    row("exact one of two", "\\two\\b.TXT", "/two/b.TXT");
+    row("trailing backslash stays", "\\FIG\\", "/Fig/");
+    row("a file is no directory", "\\two\\b.txt\\c", "/two/B.txt/c");
 }
 
 void TstCaminho::spellings()
 {
     QFETCH(QString, path);
     QFETCH(QString, expected);
-    QCOMPARE(nativePath(at(path)), native(expected));
-    QCOMPARE(nativePath(at(path)), native(expected)); // and from the listings kept
+    QCOMPARE(nativePath(mDir->at(path)), mDir->native(expected));
+    QCOMPARE(nativePath(mDir->at(path)), mDir->native(expected)); // and from the listings kept
 }
 
 void TstCaminho::whatNamesNothingStays()
 {
-    QCOMPARE(nativePath(QString()), QString());
-    QCOMPARE(nativePath(u"a\0b"_s), QString());
-    QCOMPARE(nativePath(u"\\"_s), u"/"_s);
-    QCOMPARE(nativePath(u"\\TMP\\..\\ETC"_s), u"/tmp/../etc"_s);
-    QCOMPARE(nativePath(u"no such name"_s), u"no such name"_s);
-    const QString huge = QString(u"\\a"_s).repeated(200000); // deeper than any path may be
+    QCOMPARE(nativePath(""), "");
+    QCOMPARE(nativePath(QStringLiteral("a\0b")), "");
+    QCOMPARE(nativePath("\\"), "/");
+    QCOMPARE(nativePath("\\TMP\\..\\ETC"), "/tmp/../etc");
+    QCOMPARE(nativePath("no such name"), "no such name");
+    const QString huge = QString("\\a").repeated(200000); // deeper than any path may be
     QCOMPARE(nativePath(huge).size(), huge.size());
 }
 
 void TstCaminho::filesThatComeAndGoAreSeenAtOnce()
 {
     for (int i = 0; i < 200; ++i) { // many within one step of the modification time
-        const QString made = native(u"/Fig/F%1.gif"_s.arg(i));
-        const QString asked = at(u"\\fig\\f%1.GIF"_s.arg(i));
+        const QString made = mDir->native(QString("/Fig/F%1.gif").arg(i));
+        const QString asked = mDir->at(QString("\\fig\\f%1.GIF").arg(i));
         QVERIFY(!QFile::exists(nativePath(asked)));
         escreve(made, "x");
         QCOMPARE(nativePath(asked), made);
@@ -86,29 +79,29 @@ void TstCaminho::filesThatComeAndGoAreSeenAtOnce()
 
 void TstCaminho::directoriesThatAreReplaced()
 {
-    QCOMPARE(nativePath(at(u"\\FIG\\M\\_\\MAçã.gif"_s)), native(u"/Fig/m/_/MAÇÃ.GIF"_s));
-    QVERIFY(QDir().rename(native(u"/Fig"_s), native(u"/old"_s)));
-    escreve(native(u"/FIG/M/_/Maçã.Gif"_s), "x");
-    QCOMPARE(nativePath(at(u"\\fig\\m\\_\\maçã.gif"_s)), native(u"/FIG/M/_/Maçã.Gif"_s));
+    QCOMPARE(nativePath(mDir->at("\\FIG\\M\\_\\MAçã.gif")), mDir->native("/Fig/m/_/MAÇÃ.GIF"));
+    QVERIFY(QDir().rename(mDir->native("/Fig"), mDir->native("/old")));
+    mDir->put("/FIG/M/_/Maçã.Gif");
+    QCOMPARE(nativePath(mDir->at("\\fig\\m\\_\\maçã.gif")), mDir->native("/FIG/M/_/Maçã.Gif"));
 }
 
 void TstCaminho::listsFilesByEnding()
 {
     for (const char *name : {"/F1/01MAF1.EDB", "/F1/02PTF1.edb", "/F1/x.txt", "/F1/.hidden.edb", "/F1/sub.edb/y"})
-        escreve(native(QString::fromUtf8(name)), "x");
-    QStringList names = fileNames(at(u"\\f1"_s), u".edb"_s);
+        mDir->put(name);
+    QStringList names = fileNames(mDir->at("\\f1"), ".edb");
     names.sort();
-    QCOMPARE(names, QStringList({u"01MAF1.EDB"_s, u"02PTF1.edb"_s}));
-    QCOMPARE(fileNames(at(u"\\F1\\"_s), QString()).size(), 3);
-    QCOMPARE(fileNames(at(u"\\none"_s), u".edb"_s), QStringList());
-    QCOMPARE(fileNames(QString(), u".edb"_s), QStringList());
+    QCOMPARE(names, QStringList({"01MAF1.EDB", "02PTF1.edb"}));
+    QCOMPARE(fileNames(mDir->at("\\F1\\"), "").size(), 3);
+    QCOMPARE(fileNames(mDir->at("\\none"), ".edb"), QStringList());
+    QCOMPARE(fileNames("", ".edb"), QStringList());
 }
 
 void TstCaminho::volumes()
 {
-    QCOMPARE(volumeOf(u"\\etc"_s), QString());
-    QCOMPARE(volumeOf(u"\\proc\\self\\none"_s), u"\\proc"_s);
-    QCOMPARE(backslashPath(u"/media/cd/a"_s), u"\\media\\cd\\a"_s);
+    QCOMPARE(volumeOf("\\etc"), "");
+    QCOMPARE(volumeOf("\\proc\\self\\none"), "\\proc");
+    QCOMPARE(backslashPath("/media/cd/a"), "\\media\\cd\\a");
 }
 
 QTEST_GUILESS_MAIN(TstCaminho)

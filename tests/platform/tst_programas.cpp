@@ -1,46 +1,32 @@
 // Programs that are started, turns of events, and the end of the program.
 #include "platform/aplicacao.h"
-#include "platform/endereco.h"
 #include "platform/eventos.h"
 #include "platform/programas.h"
-#include "support/suporte.h"
 
-#include "filho_teste.h"
+#include "filho_em_teste.h"
 
 #include <QDesktopServices>
-#include <QDir>
-#include <QFileInfo>
-#include <QProcess>
-#include <QTemporaryDir>
 #include <QUrl>
 
 using namespace quorel;
 using namespace quorel::teste;
-using namespace Qt::StringLiterals;
-
-static constexpr int kPatience = 20000; ///< ms until something that has to come counts as missing
 
 /// A directory with scripts in the place of programs.
-class Scripts
+struct Scripts : ScratchDir
 {
-public:
-    QString file(const QString &name) const { return mDir.filePath(name); }
     QString add(const QString &name, const QByteArray &text) const
     {
-        escreve(file(name), "#!/bin/sh\n" + text);
-        QFile::setPermissions(file(name), QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
-        return file(name);
+        put(name, "#!/bin/sh\n" + text);
+        QFile::setPermissions(native(name), QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+        return native(name);
     }
-
-private:
-    QTemporaryDir mDir;
 };
 
 class TstProgramas : public QObject
 {
     Q_OBJECT
 private slots:
-    void init();
+    void init() { failOnWarnings(); }
     void commandLineIsJoined();
     void aProgramGetsItsArguments();
     void whatCantBeStarted();
@@ -53,46 +39,38 @@ private slots:
     void theEndOfTheProgram();
 };
 
-void TstProgramas::init()
-{
-    failOnWarnings();
-}
-
 void TstProgramas::commandLineIsJoined()
 {
     char program[] = "shell", first[] = "/NOMECLASSE:\"Tobi e Nina\"", second[] = "/ESC:";
     char *words[] = {program, first, second};
-    QCOMPARE(rawCommandLine(3, words), u"/NOMECLASSE:\"Tobi e Nina\" /ESC:"_s);
-    QCOMPARE(rawCommandLine(1, words), QString());
+    QCOMPARE(rawCommandLine(3, words), "/NOMECLASSE:\"Tobi e Nina\" /ESC:");
+    QCOMPARE(rawCommandLine(1, words), "");
 }
 
 void TstProgramas::aProgramGetsItsArguments()
 {
     const Scripts scripts;
     const QString program =
-        scripts.add(u"Jogo Um.exe"_s, "for a; do echo \"[$a]\"; done >\"$0.out\"; mv \"$0.out\" \"$0.txt\"\n");
-    QVERIFY(startProgramNow({program, u"/A  *.txt $HOME;ls \"a b\""_s}));
-    const QString told = program + u".txt"_s;
-    QTRY_VERIFY(QFileInfo::exists(told));
-    QCOMPARE(le(told), "[/A]\n[*.txt]\n[$HOME;ls]\n[\"a]\n[b\"]\n"_ba); // no interpreter sees them
+        scripts.add("/Jogo Um.exe", "for a; do echo \"[$a]\"; done >\"$0.out\"; mv \"$0.out\" \"$0.txt\"\n");
+    QVERIFY(startProgramNow({program, "/A  *.txt $HOME;ls \"a b\""}));
+    QTRY_COMPARE(le(program + ".txt"), "[/A]\n[*.txt]\n[$HOME;ls]\n[\"a]\n[b\"]\n"); // no interpreter sees them
 }
 
 void TstProgramas::whatCantBeStarted()
 {
     const Scripts scripts;
-    QVERIFY(!startProgramNow({scripts.file(u"falta.exe"_s), QString(), true}));
-    escreve(scripts.file(u"texto.exe"_s), "no program");
-    QVERIFY(!startProgramNow({scripts.file(u"texto.exe"_s), QString(), true}));
-    QVERIFY(!startProgramNow({QString(), QString()}));
+    scripts.put("/texto.exe", "no program");
+    for (const QString &program : {scripts.native("/falta.exe"), scripts.native("/texto.exe"), QString()})
+        QVERIFY(!startProgramNow({program, "", true}));
 }
 
 void TstProgramas::theStartWaitsForTheAddressOrTheEnd()
 {
     const Scripts scripts;
-    const QString ends = scripts.add(u"Acaba.exe"_s, "touch \"$0.done\"\n");
-    QVERIFY(startProgramNow({ends, QString(), true}));
-    QVERIFY(QFileInfo::exists(ends + u".done"_s)); // it had ended when the start returned
-    QVERIFY(startProgramNow({QStringLiteral(QUOREL_BIN "/filho_teste"), u"Pronto"_s, true}));
+    const QString ends = scripts.add("/Acaba.exe", "touch \"$0.done\"\n");
+    QVERIFY(startProgramNow({ends, "", true}));
+    QVERIFY(QFile::exists(ends + ".done")); // it had ended when the start returned
+    QVERIFY(startProgramNow({QUOREL_BIN "/filho_teste", "Pronto", true}));
     const Janela filho = findWindow(u"Pronto", false);
     QVERIFY(filho != 0);
     QCOMPARE(sendCopyData(filho, 0, kDie, 0, {}), 0);
@@ -101,7 +79,7 @@ void TstProgramas::theStartWaitsForTheAddressOrTheEnd()
 
 void TstProgramas::aTurnRunsWhatIsQueuedHeldOrNot()
 {
-    for (const bool held : {false, true}) {
+    for (const bool held : {true, false}) {
         holdUserInput(held);
         bool turned = false;
         QMetaObject::invokeMethod(
@@ -109,8 +87,6 @@ void TstProgramas::aTurnRunsWhatIsQueuedHeldOrNot()
         eventTurn();
         QVERIFY(turned);
     }
-    holdUserInput(false);
-    QVERIFY(!insideSend());
 }
 
 void TstProgramas::handlesOfWidgets()
@@ -121,11 +97,7 @@ void TstProgramas::handlesOfWidgets()
     QVERIFY(handle >> 32 != 0); // told from an X11 window
     QCOMPARE(handleOf(&um), handle);
     QVERIFY(handleOf(&dois) != handle);
-    Janela gone = 0;
-    {
-        const QWidget janela;
-        gone = handleOf(&janela);
-    }
+    const Janela gone = handleOf(std::make_unique<QWidget>().get());
     placeWindow(gone, Ordem::Topmost, 0); // passed over
     const QWidget later;
     QVERIFY(handleOf(&later) != gone);
@@ -136,8 +108,8 @@ class Viewer : public QObject
 {
     Q_OBJECT
 public:
-    Viewer() { QDesktopServices::setUrlHandler(u"file"_s, this, "open"); }
-    ~Viewer() override { QDesktopServices::unsetUrlHandler(u"file"_s); }
+    Viewer() { QDesktopServices::setUrlHandler("file", this, "open"); }
+    ~Viewer() override { QDesktopServices::unsetUrlHandler("file"); }
     QString opened; ///< native path
 
 public slots:
@@ -146,14 +118,12 @@ public slots:
 
 void TstProgramas::documentsAreFoundByTheirDirectory_data()
 {
-    QTest::addColumn<QString>("document"); // D: the directory
-    QTest::addColumn<QString>("directory");
-    QTest::addColumn<bool>("opened");
-    QTest::newRow("a name in its directory") << u"index.htm"_s << u"D\\"_s << true;
-    QTest::newRow("no trailing backslash") << u"INDEX.HTM"_s << u"D"_s << true;
-    QTest::newRow("a whole path beside a name that is no directory") << u"D\\index.htm"_s << u"index.htm"_s << true;
-    QTest::newRow("not there") << u"outro.htm"_s << u"D\\"_s << false;
-    QTest::newRow("no name") << QString() << u"D\\"_s << false;
+    const Table<QString, QString, bool> row("document", "directory", "opened"); // D: the directory
+    row("a name in its directory", "index.htm", "D\\", true);
+    row("no trailing backslash", "INDEX.HTM", "D", true);
+    row("a whole path beside a name that is no directory", "D\\index.htm", "index.htm", true);
+    row("not there", "outro.htm", "D\\", false);
+    row("no name", "", "D\\", false);
 }
 
 void TstProgramas::documentsAreFoundByTheirDirectory()
@@ -161,14 +131,12 @@ void TstProgramas::documentsAreFoundByTheirDirectory()
     QFETCH(QString, document);
     QFETCH(QString, directory);
     QFETCH(bool, opened);
-    const QTemporaryDir dir;
-    escreve(dir.filePath(u"index.htm"_s), "x");
-    const auto whole = [&](const QString &text) {
-        return text.startsWith(u'D') ? barras(dir.path()) + text.mid(1) : text;
-    };
+    const ScratchDir dir;
+    dir.put("/index.htm");
+    const auto whole = [&](QString text) { return text.replace(QRegularExpression("^D"), dir.at()); };
     Viewer viewer;
-    QCOMPARE(openDocumentNow({0, u"OPEN"_s, whole(document), whole(directory), ShowMode::Normal}), opened);
-    QCOMPARE(viewer.opened, opened ? dir.filePath(u"index.htm"_s) : QString());
+    QCOMPARE(openDocumentNow({0, "OPEN", whole(document), whole(directory), ShowMode::Normal}), opened);
+    QCOMPARE(viewer.opened, opened ? dir.native("/index.htm") : "");
 }
 
 void TstProgramas::roundRegion()
@@ -189,18 +157,14 @@ void TstProgramas::roundRegion()
 
 void TstProgramas::theEndOfTheProgram()
 {
-    QProcess filho;
-    filho.start(QStringLiteral(QUOREL_BIN "/filho_fim"), QStringList());
-    QTRY_VERIFY_WITH_TIMEOUT(findWindow(u"Acaba", false) != 0, kPatience);
-    const QDir bus(qEnvironmentVariable("XDG_RUNTIME_DIR") + u"/quorel"_s);
-    const QStringList its{QString::number(filho.processId()) + u".*"_s};
-    QCOMPARE(bus.entryList(its, QDir::AllEntries | QDir::System).size(), 2);
-    filho.write("\n");
-    QVERIFY(filho.waitForFinished(kPatience));
-    QCOMPARE(filho.exitStatus(), QProcess::NormalExit);
-    QCOMPARE(filho.exitCode(), 7);
-    QCOMPARE(filho.readAllStandardOutput(), "reachable,second,"_ba);
-    QCOMPARE(bus.entryList(its, QDir::AllEntries | QDir::System).size(), 0);
+    Filho filho({"Acaba"});
+    QCOMPARE(filho.files(), 2);
+    QCOMPARE(sendCopyData(filho.janela, 0, kEnd, 0, {}), 1);
+    QVERIFY(filho.process.waitForFinished(kPatience));
+    QCOMPARE(filho.process.exitStatus(), QProcess::NormalExit);
+    QCOMPARE(filho.process.exitCode(), kExitCode);
+    QCOMPARE(filho.process.readAllStandardOutput(), "reachable,second,");
+    QCOMPARE(filho.files(), 0);
 }
 
 QTEST_MAIN(TstProgramas)
