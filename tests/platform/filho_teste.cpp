@@ -1,6 +1,7 @@
 // A child for tests: does what the code of a message asks for.
 //   filho_teste TITLE [INNER TITLE]    on the bus
 //   filho_teste --fora TITLE           only a window, of a program that knows nothing of the bus
+//   filho_teste --fora-na-moldura TITLE    the same, placed by its frame and not by what is in it
 #include "platform/endereco.h"
 #include "platform/eventos.h"
 #include "platform/fim.h"
@@ -91,7 +92,7 @@ int main(int argc, char **argv)
     if (words.value(1) != "--fora"_L1)
         corpo.move(kPlace.topLeft());
     gCorpo = &corpo;
-    if (words.value(1) == "--fora"_L1)
+    if (words.value(1).startsWith("--fora"_L1))
         corpo.setWindowTitle(words.value(2));
     corpo.show();
     if (!corpo.windowTitle().isEmpty())

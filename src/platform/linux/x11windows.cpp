@@ -65,6 +65,7 @@ private:
     QByteArray property(xcb_window_t window, xcb_atom_t name, xcb_atom_t type);
     std::vector<xcb_window_t> windowsIn(xcb_window_t window, Name name);
     std::vector<xcb_window_t> mappedChildren();
+    std::optional<std::array<quint32, 2>> cornerOf(xcb_window_t window);
     std::array<quint32, 2> leastSizeOf(xcb_window_t window);
     void tellManager(xcb_window_t window, Name message, const std::array<quint32, 5> &data);
 
@@ -193,6 +194,16 @@ QString Display::titleOf(xcb_window_t window)
     return withShortDashes(title);
 }
 
+/// The upper left corner on the screen, without the frame.
+std::optional<std::array<quint32, 2>> Display::cornerOf(xcb_window_t window)
+{
+    const auto asked = xcb_translate_coordinates(mConnection, window, mRoot, 0, 0);
+    const auto reply = answerTo<xcb_translate_coordinates_reply_t>(asked.sequence);
+    if (!reply)
+        return std::nullopt;
+    return std::array{quint32(reply->dst_x), quint32(reply->dst_y)};
+}
+
 /// As the program gives it in its size hints.
 std::array<quint32, 2> Display::leastSizeOf(xcb_window_t window)
 {
@@ -225,13 +236,16 @@ void Display::placeByManager(xcb_window_t window, Ordem ordem, unsigned flags)
     // Bits of the message's first field: gravity, then which of x, y, width, height hold, then who asks.
     static constexpr quint32 kFrame = 1, kStatic = 10, kPosition = 3 << 8, kSize = 12 << 8,
                              kFromPager = kSourcePager << 12;
-    // The corner is the frame's; but a window that keeps its place would be moved into its frame's corner by that.
-    quint32 what = ((flags & kKeepPosition) == 0 ? kFrame : kStatic) | kFromPager;
-    what |= (flags & kKeepPosition) == 0 ? kPosition : 0;
-    what |= (flags & kKeepSize) == 0 ? kSize : 0;
+    // The screen's corner is for the frame. A window that keeps its place is told it all the same, without the frame:
+    // by a size alone managers move it by the frame's thickness, some windows at once and others at the second time.
+    const bool keeps = (flags & kKeepPosition) != 0;
+    const bool resizes = (flags & kKeepSize) == 0;
+    const auto corner = keeps ? cornerOf(window) : std::array<quint32, 2>{};
     const auto [width, height] = leastSizeOf(window);
-    if ((what & (kPosition | kSize)) != 0)
-        tellManager(window, MoveResize, {what, 0, 0, width, height});
+    if (corner && (!keeps || resizes)) {
+        const quint32 what = (keeps ? kStatic : kFrame) | kPosition | (resizes ? kSize : 0) | kFromPager;
+        tellManager(window, MoveResize, {what, corner->front(), corner->back(), width, height});
+    }
     if (ordem != Ordem::Top)
         tellManager(window, State, {ordem == Ordem::Topmost ? 1u : 0u, mAtoms[Above], 0, kSourcePager, 0});
     if (ordem != Ordem::NoTopmost)
