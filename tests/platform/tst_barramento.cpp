@@ -276,10 +276,10 @@ void TstBarramento::whatAPeerSentBeforeItsEndIsStillServed()
         for (const QByteArray answer : {"A", "E", "half"})
             raw.write(sendFrame(casa.endereco.handle(), qint32(answer.size()), answer).chopped(answer.size() / 2));
     }
-    QTRY_COMPARE(casa.came, (QList<QByteArray>{"A", "E"}));
+    QTRY_COMPARE(casa.came.size(), 2);
     const Cru next;
     next.write(sendFrame(casa.endereco.handle(), 4, "next"));
-    QTRY_COMPARE(casa.came, (QList<QByteArray>{"A", "E", "next"}));
+    QTRY_COMPARE(casa.came.join(','), "A,E,next");
 }
 
 void TstBarramento::anotherUserIsRefused()
