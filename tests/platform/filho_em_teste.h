@@ -18,9 +18,14 @@ struct Filho
     explicit Filho(const QStringList &titles, const QStringList &options = {})
         : process(QUOREL_BIN "/filho_teste", options + titles)
     {
-        if (!QTest::qWaitFor([&] { return findWindow(titles.last(), false) != 0; }, kPatience))
+        const QString &title = titles.first();
+        const bool onBus = !options.join(' ').contains("--fora");
+        const auto found = [&] {
+            janela = onBus ? publishedWindowOf(Janela(pid) << 32, title) : findWindow(title, false);
+            return janela != 0;
+        };
+        if (!QTest::qWaitFor(found, kPatience))
             qFatal("the child does not come up");
-        janela = findWindow(titles.first(), false);
     }
     /// How many files it has in the directory of the bus.
     qsizetype files() const

@@ -11,6 +11,7 @@
 #include "filho_teste.h"
 
 #include <QApplication>
+#include <QThread>
 #include <QTimer>
 
 #include <unistd.h>
@@ -21,6 +22,9 @@
 using namespace quorel;
 using namespace quorel::teste;
 using namespace Qt::StringLiterals;
+
+/// ms between its two windows: longer than a shell that waits for it takes to look again.
+static constexpr int kSlow = 30;
 
 static Endereco *gEndereco = nullptr;
 static QWidget *gCorpo = nullptr;
@@ -102,8 +106,10 @@ int main(int argc, char **argv)
     endereco.replaceProc([](Janela, quint32, quintptr sender, qintptr data) {
         return answer(sender, *reinterpret_cast<const CopyData *>(data));
     });
-    endereco.publish(words.value(1));
-    if (words.size() > 2)
+    if (words.size() > 2) {
         endereco.publishInner(words[2], &corpo);
+        QThread::msleep(kSlow);
+    }
+    endereco.publish(words.value(1));
     return QApplication::exec();
 }

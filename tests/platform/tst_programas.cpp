@@ -70,9 +70,9 @@ void TstProgramas::theStartWaitsForTheAddressOrTheEnd()
     const QString ends = scripts.add("/Acaba.exe", "touch \"$0.done\"\n");
     QVERIFY(startProgramNow({ends, "", true}));
     QVERIFY(QFile::exists(ends + ".done")); // it had ended when the start returned
-    QVERIFY(startProgramNow({QUOREL_BIN "/filho_teste", "Pronto", true}));
+    QVERIFY(startProgramNow({QUOREL_BIN "/filho_teste", "Pronto Dentro", true}));
     const Janela filho = findWindow(u"Pronto", false);
-    QVERIFY(filho != 0);
+    QVERIFY(filho != 0 && findWindow(u"Dentro", false) != 0);
     QCOMPARE(sendCopyData(filho, 0, kDie, 0, {}), 0);
     QTRY_COMPARE(findWindow(u"Pronto", false), Janela(0));
 }

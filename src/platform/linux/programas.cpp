@@ -27,11 +27,14 @@ static bool hasEnded(pid_t process)
     return ::waitid(P_PID, id_t(process), &info, WEXITED | WNOHANG | WNOWAIT) != 0 || info.si_pid == process;
 }
 
-/// A number may have belonged to a program that died and left its entry.
+/// Found by a title of its own, for inner windows come first. A number may have belonged to a program that died and
+/// left its entry.
 static bool isOnBus(pid_t process)
 {
     const auto &entries = bus::Bus::instance().directory().entries();
-    const auto its = [&](const bus::Entry &entry) { return bus::processOf(entry.handle) == process; };
+    const auto its = [&](const bus::Entry &entry) {
+        return bus::processOf(entry.handle) == process && entry.parent == 0;
+    };
     return std::ranges::any_of(entries, its) && bus::Bus::instance().isAlive(process);
 }
 
