@@ -32,6 +32,8 @@ void TstTitulos::titlesAreFoundInFourPasses()
     QCOMPARE(findWindow(u"Liv", true), livros.janela);
     QCOMPARE(findWindow(u"", true), Janela(0));
     QCOMPARE(Casa().send(inner, kSizePlus1000), 1000); // to the same procedure
+    const Filho outro({"Livros"});
+    QCOMPARE(findWindow(u"Livros", true), outro.janela); // no inner window before one of the desktop
 }
 
 void TstTitulos::equalTitlesOwnFirstThenLowestHandle()

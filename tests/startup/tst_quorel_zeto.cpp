@@ -99,6 +99,9 @@ void TstQuorelZeto::networkPathStandsForTheWholeDirectory()
     const QString share = (mDir->at().startsWith('\\') ? "\\" : "\\\\?\\") + mDir->at(); // "\\tmp\…", "\\?\C:\…"
     mDir->load(share + "\\zeto_cnf.txt");
     QCOMPARE(gConfig.Config("A"), share + "\\exe");
+    mDir->put("/zeto_cnf.txt", "A=@\\exe");
+    mDir->load(share + "\\zeto_cnf.txt");
+    QCOMPARE(gConfig.Config("A"), "\\exe"); // without "$" it is the optical drive all the same
 }
 
 void TstQuorelZeto::binaryAndHugeOnesAreSearchedAsTheyAre()
