@@ -2,8 +2,15 @@
 
 #include "support/failure.h"
 
-#include <QString>
+#include "data/bd.h"
+#include "data/errobd.h"
+#include "data/recordset.h"
+#include "platform/caixas.h"
+
+#include <QObject>
 #include <QStringList>
+
+#include <memory>
 
 namespace quorel::teste {
 
@@ -18,7 +25,7 @@ QStringList plainSql(const QString &native, const QString &sql);
 class Registro final
 {
 public:
-    Registro(); ///< the tables are empty
+    explicit Registro(const QString &rows = {}); ///< @param rows  SQL that fills the empty tables
     QString native() const; ///< the register's file
     QString path() const; ///< with backslashes
     QStringList sql(const QString &text) const { return plainSql(native(), text); }
@@ -26,6 +33,52 @@ public:
 
 private:
     QString mNative;
+};
+
+/// Three classes without pupils: 1 a, 2 b and 3 c.
+extern const QString kTresClasses;
+
+/// A row of a table: steps, and what TesteBD::outcome() is to make of them.
+struct Historia
+{
+    const char *name;
+    QString steps, outcome;
+};
+
+/// A test on gBD. Each of its rows has a register of its own, open, with a query under the alias "RS".
+/// Boxes are answered with Ok or Sim, and kept: one that the test does not take with told() fails it.
+class TesteBD : public QObject
+{
+    Q_OBJECT
+public:
+    /// @param rows  SQL that fills the register @param query  empty: the alias is not opened
+    explicit TesteBD(
+        const QString &rows = kTresClasses, const QString &query = QStringLiteral("Select * From CL_Classes"));
+
+protected:
+    QString play(const QString &steps) const; ///< as told in passos.h; on "RS"
+    QString state() const; ///< likewise
+    /// Plays steps. @return the state, and behind "; " each what came with it: "gives" what the last step gave, "fails"
+    /// the number that ended them, "told" a box as in told(), "file" what inFile() tells, where that is something new
+    QString outcome(const QString &steps);
+    /// Takes the boxes shown so far, a line each: "title: text" behind "!" (critical), "i" (information) or "?" (Yes
+    /// and No) and a blank. Line ends within a text are "/".
+    QString told();
+    QString inFile(); ///< codes and names of the classes in the file, after gBD was released: "1a 2b 3-"
+    QString inFile(const QString &sql); ///< the rows of a query on it, a line each
+
+    std::unique_ptr<Registro> mRegistro;
+    std::shared_ptr<RecordSet> mSet;
+    Resposta mSim = Resposta::Sim; ///< what a question is answered with
+
+protected slots:
+    void init();
+    void cleanup();
+
+private:
+    QString mRows;
+    QString mQuery;
+    QStringList mBoxes;
 };
 
 } // namespace quorel::teste

@@ -15,7 +15,11 @@ class Registro;
 /// add [NAME] (AddNew and the name); name NAME; set FIELD=VALUE; null FIELD; update; batch; cancel; cancelbatch;
 /// remove [N], remove all; resync; requery; find, filter, sort TEXT; text; cache N; close; file SQL (another program's
 /// work on the register). NAME goes into CL_Nome.
-void play(RecordSet &set, const Registro &registro, const QString &steps);
+/// A member of BD is called on the alias "RS", without its last parameters: "MoveProximoRegistro", "Mover 1 0",
+/// "RegistroTroca CL_Nome=d", "Pesquisa CL_Cod=1" (the field asked for is CL_Cod), "lista CL_Nome CL_Prof". "Posicao"
+/// gives all that BD tells of the place.
+/// @return what the last step gave, as text; null for nothing, which is also an invalid variant
+QString play(RecordSet &set, const Registro &registro, const QString &steps);
 
 /// "BOF EOF position/count mode name"; the number of the failure where there is no CL_Nome to read.
 QString stateOf(const RecordSet &set);
