@@ -1,211 +1,164 @@
 #include "apoio.h"
-#include "passos.h"
 
-#include "data/bd.h"
-#include "data/datas.h"
-#include "data/errobd.h"
-#include "data/recordset.h"
-#include "platform/costuras.h"
 #include "support/suporte.h"
+#include "support/tabela.h"
 
 #include <QBuffer>
 #include <QDir>
 #include <QFile>
 #include <QImage>
 #include <QLabel>
-#include <QTest>
-
-#include <limits>
 
 using namespace Qt::StringLiterals;
 using namespace quorel;
 using namespace quorel::teste;
 
-/// Reading fields and moving: exactly the guards that browsers rely on, on the classes 1 to 3 named a, b, c.
-class TstBdCampos final : public QObject
+static const QString kNoField = u"O item não foi encontrado na coleção com o nome ou número pedido./%1"
+                                "O nome do campo não esta na tabela !!!"_s;
+
+/// Fields through BD: kinds of values, what a search gives, pictures and files, copies from table to table.
+class TstBdCampos final : public TesteBD
 {
     Q_OBJECT
-private:
-    std::unique_ptr<Registro> mRegistro;
-    std::shared_ptr<RecordSet> mSet;
-    void play(const QString &steps) const { teste::play(*mSet, *mRegistro, steps); }
+public:
+    TstBdCampos()
+        : TesteBD(kTresClasses
+            + u"CREATE TABLE T (Id INTEGER PRIMARY KEY AUTOINCREMENT, Longo INTEGER, Duplo REAL, Logico BOOLEAN,"
+              "Texto VARCHAR, Bytes BLOB); INSERT INTO T (Longo, Texto, Logico) VALUES (7, 'velho', 1)"_s)
+    { }
 
 private slots:
     void init();
-    void cleanup();
-    void moves_data();
-    void moves();
-    void guardsTellWhatSlipsThrough();
-    void positions_data();
-    void positions();
-    void fieldHasItsType_data();
-    void fieldHasItsType();
-    void fieldByBookmark();
-    void fieldOffTheRecords();
-    void wrongFieldIsTold_data();
-    void wrongFieldIsTold();
-    void lists_data();
-    void lists();
-    void listEndsWhereItBegan_data();
-    void listEndsWhereItBegan();
-    void namesOfFields();
-    void marks();
+    void assigns_data();
+    void assigns();
+    void includes();
+    void reportDropsWhatIsPending();
+    void addingToNothingReadsItAgain();
     void oneMarkForAllTables();
-    void movesBy_data();
-    void movesBy();
-    void recordsAsText();
+    void deletesNothingAgainstTheAnswer();
+    void fieldByBookmark();
+    void givesWhatIsFound_data();
+    void givesWhatIsFound();
+    void criterionIsLeftInUpperCase();
+    void filterWithoutAliasDoesNothing();
     void picture_data();
     void picture();
+    void savesAFile();
+    void copiesARecord();
+    void copiesATable_data();
+    void copiesATable();
+    void copyIsTold();
 };
 
 void TstBdCampos::init()
 {
-    failOnWarnings();
-    reiniciaCosturas();
-    mRegistro = std::make_unique<Registro>();
-    mRegistro->sql(u"INSERT INTO CL_Classes VALUES (1, 'a', 'x', ''), (2, 'b', NULL, ''), (3, 'c', 'y', '');"
-                   "INSERT INTO AL_Alunos VALUES (5, 'Ana'), (6, 'Bia')"_s);
-    mRegistro->open();
-    gBD->Records_Set(u"Select * From AL_Alunos"_s, u"outra"_s);
-    gBD->Records_Set(u"Select * From CL_Classes"_s, u"RS"_s);
-    mSet = gBD->GetRecordSet(u"RS"_s);
-}
-
-void TstBdCampos::cleanup()
-{
-    mSet.reset();
-    gBD.reset();
-    mRegistro.reset();
-}
-
-void TstBdCampos::moves_data()
-{
-    QTest::addColumn<QString>("before");
-    QTest::addColumn<QString>("moves"); // n next, p previous, f first, l last
-    QTest::addColumn<QString>("state");
-    const auto row = [](const char *name, const char *before, const char *moves, const char *state) {
-        QTest::newRow(name) << QString::fromLatin1(before) << QString::fromLatin1(moves) << QString::fromLatin1(state);
-    };
-    const char *nothing = "file DELETE FROM CL_Classes; requery";
-    row("on", "", "n", "2/3 0 b");
-    row("past the last", "last", "n", "EOF -3/3 0 3021");
-    row("again: nothing", "last", "nn", "EOF -3/3 0 3021");
-    row("back from there", "last", "nnp", "3/3 0 c");
-    row("before the first", "", "p", "BOF -2/3 0 3021");
-    row("again: nothing", "", "pp", "BOF -2/3 0 3021");
-    row("on from there", "", "ppn", "1/3 0 a");
-    row("first from behind the end", "end", "f", "1/3 0 a");
-    row("last from before the beginning", "previous", "l", "3/3 0 c");
-    row("nothing to move on", nothing, "npfl", "BOF EOF -1/0 0 3021");
-    row("off a deleted one", "next; remove", "n", "2/2 0 c");
-    row("off an added one", "add", "p", "3/4 2 c");
-    row("an edit is saved", "name z", "np", "1/3 0 z");
-}
-
-void TstBdCampos::moves()
-{
-    QFETCH(QString, before);
-    QFETCH(QString, moves);
-    QFETCH(QString, state);
-    const BoxScript boxes;
-    play(before);
-    for (const QChar move : moves) {
-        const QVariant result = move == u'n' ? gBD->MoveProximoRegistro(u"RS"_s)
-            : move == u'p'                   ? gBD->MoveRegistroAnterior(u"RS"_s)
-            : move == u'f'                   ? gBD->MoveParaComecoDeArquivo(u"RS"_s)
-                                             : gBD->MoveParaFimDeArquivo(u"RS"_s);
-        QVERIFY(!result.isValid());
-    }
-    QCOMPARE(stateOf(*mSet), state);
-}
-
-/// An edit that can't be saved keeps the record current, and the report drops it.
-void TstBdCampos::guardsTellWhatSlipsThrough()
-{
-    BoxScript boxes{Resposta::Ok};
-    play(u"name z; file DELETE FROM CL_Classes"_s);
-    gBD->MoveProximoRegistro(u"RS"_s);
-    QCOMPARE(boxes.last(),
-        (Caixa{u"O registro não existe mais no banco de dados; nada foi gravado."_s, u"RS - "_s, Icone::Informacao}));
-    QCOMPARE(stateOf(*mSet), u"1/3 0 a"_s);
-}
-
-void TstBdCampos::positions_data()
-{
-    QTest::addColumn<QString>("steps");
-    QTest::addColumn<qint32>("position");
-    QTest::addColumn<qint32>("shown");
-    QTest::addColumn<qint32>("count");
-    QTest::addColumn<QString>("flags"); // end, beginning, neither away from the other, no rows
-    const auto row = [](const char *name, const char *steps, int position, int shown, int count, const char *flags) {
-        QTest::newRow(name) << QString::fromLatin1(steps) << position << shown << count << QString::fromLatin1(flags);
-    };
-    row("third", "last", 3, 3, 3, "");
-    row("behind the last", "end", -3, 0, 3, "e");
-    row("before the first", "previous", -2, 0, 3, "b");
-    row("just added", "add", -1, 0, 4, "");
-    row("deleted", "remove", -1, 0, 2, "");
-    row("nothing", "remove all; requery", -1, 0, 0, "eb0v");
-    row("all deleted, still on the last", "remove all", -1, 0, 0, "v");
-    row("filtered", "filter CL_Cod>1; last", 2, 2, 2, "");
-    row("all filtered out", "filter CL_Cod>9", -1, 0, 0, "eb0v");
-}
-
-void TstBdCampos::positions()
-{
-    QFETCH(QString, steps);
-    QFETCH(qint32, position);
-    QFETCH(qint32, shown);
-    QFETCH(qint32, count);
-    QFETCH(QString, flags);
-    const BoxScript boxes;
-    play(steps);
-    QCOMPARE(gBD->Posicao(u"RS"_s), position);
-    QCOMPARE(gBD->PosicaoRegistroAtual(u"RS"_s), shown);
-    QCOMPARE(gBD->NumeroTotalDeRegistros(), count);
-    QCOMPARE(gBD->FimDeArquivo(u"RS"_s), flags.contains(u'e'));
-    QCOMPARE(gBD->ComecoDeArquivo(u"RS"_s), flags.contains(u'b'));
-    QCOMPARE(gBD->RecordSetVazia(u"RS"_s), flags.contains(u'0'));
-    QCOMPARE(gBD->TabelaVazia(u"RS"_s), flags.contains(u'v'));
-}
-
-void TstBdCampos::fieldHasItsType_data()
-{
-    QTest::addColumn<QString>("expression"); // what the store holds
-    QTest::addColumn<QString>("column");
-    QTest::addColumn<QVariant>("value");
-    const auto row = [](const char *column, const char *expression, const QVariant &value) {
-        QTest::addRow("%s %s", column, expression)
-            << QString::fromLatin1(expression) << QString::fromLatin1(column) << value;
-    };
-    row("INTEGER", "7", 7);
-    row("INTEGER", "-2147483648", std::numeric_limits<qint32>::min());
-    row("INTEGER", "2147483648", qlonglong(2147483648));
-    row("INTEGER", "NULL", u""_s);
-    row("REAL", "1.5", 1.5);
-    row("REAL", "2", 2.0);
-    row("BOOLEAN", "1", true);
-    row("BOOLEAN", "0", false);
-    row("DATETIME", "'2026-11-24 10:00:00'", wallClock({2026, 11, 24}, {10, 0}));
-    row("DATETIME", "'ontem'", u"ontem"_s);
-    row("DATETIME", "NULL", u""_s);
-    row("VARCHAR", "'x'", u"x"_s);
-    row("VARCHAR", "12", u"12"_s);
-    row("TEXT", "''", u""_s);
-    row("BLOB", "x'00ff'", QByteArray("\0\xff", 2));
-}
-
-void TstBdCampos::fieldHasItsType()
-{
-    QFETCH(QString, expression);
-    QFETCH(QString, column);
-    QFETCH(QVariant, value);
-    mRegistro->sql(u"CREATE TABLE T (Campo "_s + column + u"); INSERT INTO T VALUES ("_s + expression + u')');
+    TesteBD::init();
     gBD->Records_Set(u"Select * From T"_s, u"T"_s);
-    const QVariant read = gBD->Campo(u"cAMPO"_s, u"t"_s);
-    QCOMPARE(read.typeId(), value.typeId());
-    QCOMPARE(read, value);
-    QCOMPARE(gBD->Campo(0), value);
+}
+
+struct Troca
+{
+    const char *name;
+    QVariant field, value;
+    qint32 kind;
+    QVariant kept;
+};
+
+void TstBdCampos::assigns_data()
+{
+    const QString text = u"Texto"_s, number = u"Duplo"_s;
+    rows<Troca>({
+        {"as it is", text, u"x"_s, kTrocaComoEsta, u"x"_s},
+        {"an empty text, not Null", text, u""_s, kTrocaComoEsta, u""_s},
+        {"nothing is an empty text", text, {}, kTrocaComoEsta, u""_s},
+        {"empty, whatever the kind", text, u""_s, kTrocaNumero, u""_s},
+        {"empty, even of no kind", text, u""_s, 9, u""_s},
+        {"a kind that is none writes nothing", text, u"x"_s, 9, u"velho"_s},
+        {"as text", text, 12.5, kTrocaTexto, u"12.5"_s},
+        {"a number 0 has a length", u"Longo"_s, 0, kTrocaNumero, 0},
+        {"as number", number, u"9999 e mais"_s, kTrocaNumero, 9999.0},
+        {"what begins with no number is 0", number, u"x9"_s, kTrocaNumero, 0.0},
+        {"a number into a long", u"Longo"_s, 9999, kTrocaNumero, 9999},
+        {"as boolean", u"Logico"_s, u"0"_s, kTrocaLogico, false},
+        {"by number of the field", 4, u"x"_s, kTrocaComoEsta, u"x"_s},
+    });
+}
+
+void TstBdCampos::assigns()
+{
+    QFETCH(Troca, test);
+    gBD->RegistroTroca(test.field, test.value, u"t"_s, test.kind);
+    QCOMPARE(gBD->Campo(test.field, u"T"_s), test.kept);
+    gBD->RegistroAtualiza(u"T"_s);
+    gBD->ReAtualizaRecordSet(u"T"_s);
+    QCOMPARE(gBD->Campo(test.field, u"T"_s), test.kept);
+    QCOMPARE(gBD->Campo(test.field, u"T"_s).typeId(), test.kept.typeId());
+}
+
+void TstBdCampos::includes()
+{
+    const auto included = [](const QVariant &value) {
+        gBD->RegistroInclui(u"Texto"_s, value, u"T"_s);
+        return gBD->Campo(u"Texto"_s, u"T"_s);
+    };
+    QCOMPARE(included(u"x"_s), QVariant(u"x"_s));
+    QCOMPARE(included(3), QVariant(u"3"_s));
+    QCOMPARE(included({}), QVariant(u"3"_s)); // nothing changes nothing
+    QCOMPARE(included(u""_s), QVariant(u""_s));
+    QCOMPARE(failureOf([] { gBD->RegistroInclui(u"Longo"_s, u"x"_s, u"T"_s); }), int(kErroValor));
+}
+
+/// A silent failure keeps it pending.
+void TstBdCampos::reportDropsWhatIsPending()
+{
+    gBD->RegistroTroca(u"Texto"_s, u"novo"_s, u"t"_s);
+    gBD->RegistroTroca(u"Longo"_s, u"x"_s, u"t"_s, kTrocaComoEsta, false);
+    QCOMPARE(gBD->ModoEdicao(u"T"_s), QVariant(kEdicaoEmCurso));
+    gBD->RegistroTroca(u"Longo"_s, u"x"_s, u"t"_s);
+    QCOMPARE(told(), u"! t - : O valor não é adequado para o campo."_s);
+    QCOMPARE(gBD->ModoEdicao(u"T"_s), QVariant(kEdicaoNenhuma));
+    QCOMPARE(gBD->Campo(u"Texto"_s, u"T"_s), QVariant(u"velho"_s));
+    gBD->RegistroTroca(u"Nada"_s, 1, u"t"_s); // the description of its own is never seen
+    QCOMPARE(told(), u"! t - : "_s + kNoField.arg(u""_s));
+    play(u"RegistroAdiciona; RegistroTroca CL_Cod=2"_s);
+    gBD->RegistroAtualiza(u"RS"_s, false);
+    QCOMPARE(gBD->ModoEdicao(u"RS"_s), QVariant(kEdicaoInclusao));
+}
+
+void TstBdCampos::addingToNothingReadsItAgain()
+{
+    gBD->Records_Set(u"Select * From AL_Alunos"_s, u"vazio"_s);
+    play(u"next; MarcaPosicao"_s);
+    gBD->RegistroAdiciona(u"vazio"_s);
+    gBD->CancelaAdicao(u"vazio"_s);
+    play(u"VoltaPosicao"_s); // the mark was left alone
+    QCOMPARE(state(), u"2/3 0 b"_s);
+    mRegistro->sql(u"INSERT INTO AL_Alunos VALUES (5, 'de outro')"_s);
+    gBD->RegistroAdiciona(u"vazio"_s);
+    QCOMPARE(gBD->NumeroTotalDeRegistros(u"vazio"_s), 2);
+    gBD->CancelaAdicao(u"vazio"_s);
+    QCOMPARE(gBD->Campo(u"AL_Nome"_s, u"vazio"_s), QVariant(u"de outro"_s));
+}
+
+void TstBdCampos::oneMarkForAllTables()
+{
+    mRegistro->sql(u"INSERT INTO AL_Alunos VALUES (5, 'Ana'), (6, 'Bia')"_s);
+    gBD->Records_Set(u"Select * From AL_Alunos"_s, u"outra"_s);
+    play(u"last; MarcaPosicao"_s);
+    gBD->MoveProximoRegistro(u"outra"_s);
+    gBD->VoltaPosicao(u"outra"_s); // a mark of no row there
+    QCOMPARE(gBD->PosicaoRegistroAtual(), 1);
+    QCOMPARE(gBD->PosicaoRegistroAtual(u"RS"_s), 3);
+}
+
+void TstBdCampos::deletesNothingAgainstTheAnswer()
+{
+    play(u"name z"_s); // an edit stays too
+    mSim = Resposta::Nao;
+    gBD->RegistroApaga(u"RS"_s, kAfetaAtual, true, u"Apaga?"_s);
+    QCOMPARE(told(), u"? Deletar Registro: Apaga?"_s);
+    QCOMPARE(state(), u"1/3 1 z"_s);
+    QCOMPARE(inFile(), u"1a 2b 3c"_s);
 }
 
 void TstBdCampos::fieldByBookmark()
@@ -215,164 +168,58 @@ void TstBdCampos::fieldByBookmark()
     QCOMPARE(gBD->Campo(u"CL_Nome"_s, u"RS"_s, u"2"_s), QVariant(u"b"_s));
     QCOMPARE(gBD->Campo(u"CL_Nome"_s, u"RS"_s, 77), QVariant(u"a"_s));
     QVERIFY(!gBD->Campo({}, u"RS"_s).isValid());
-    play(u"add"_s);
-    QCOMPARE(gBD->Campo(u"CL_Nome"_s, u"RS"_s), QVariant(u""_s));
+    QVERIFY(!gBD->Campo(9, u"RS"_s).isValid());
+    QCOMPARE(told(), u"! RS - Campo: "_s + kNoField.arg(u"Campo (9)/"_s));
+    play(u"end"_s);
+    QCOMPARE(gBD->Campo(u"Nada"_s, u"RS"_s, 2), QVariant(u""_s)); // neither is even looked at
 }
 
-void TstBdCampos::fieldOffTheRecords()
+struct Achado
 {
-    const BoxScript boxes;
-    for (const QString &steps : {u"end"_s, u"first; previous"_s, u"remove all; requery"_s}) {
-        if (steps.startsWith("remove"_L1))
-            play(u"first"_s);
-        play(steps);
-        QCOMPARE(gBD->Campo(u"CL_Nome"_s, u"RS"_s), QVariant(u""_s));
-        QCOMPARE(gBD->Campo(u"Nada"_s, u"RS"_s, 2), QVariant(u""_s)); // not even looked at
+    const char *name;
+    QVariant field;
+    QString text;
+};
+
+void TstBdCampos::givesWhatIsFound_data()
+{
+    rows<Achado>({
+        {"by name", u"cl_prof"_s, "x"},
+        {"by number", 0, "2"},
+        {"all", -1, "2\tb\tx\t\t"},
+        {"all, by a text", u"-1"_s, "2\tb\tx\t\t"},
+        {"an empty one", u"CL_Senha"_s, ""},
+        {"no field at all", {}, ""},
+    });
+}
+
+void TstBdCampos::givesWhatIsFound()
+{
+    QFETCH(Achado, test);
+    QString criterion = u"CL_Cod=2"_s;
+    QCOMPARE(gBD->Pesquisa(criterion, u"RS"_s, test.field), test.text);
+    QCOMPARE(gBD->PosicaoRegistroAtual(), 2);
+    play(u"first"_s);
+    QCOMPARE(gBD->LocalizarProxima(criterion, u"RS"_s, test.field), test.text);
+}
+
+void TstBdCampos::criterionIsLeftInUpperCase()
+{
+    for (const char *filter : {"", "filter CL_Cod=9"}) { // also on an empty set
+        play(filter);
+        QString criterion = u"cl_nome='ção ß ÿ'"_s;
+        gBD->Pesquisa(criterion, u"RS"_s, 0);
+        QCOMPARE(criterion, u"CL_NOME='ÇÃO ß Ÿ'"_s);
     }
 }
 
-void TstBdCampos::wrongFieldIsTold_data()
+void TstBdCampos::filterWithoutAliasDoesNothing()
 {
-    QTest::addColumn<QVariant>("field");
-    QTest::addColumn<QString>("steps");
-    QTest::addColumn<Caixa>("box");
-    const QString lost = u"O item não foi encontrado na coleção com o nome ou número pedido.\r\nCampo (%1)\r\n"
-                         "O nome do campo não esta na tabela !!!"_s;
-    QTest::newRow("name") << QVariant(u"AL_Nome"_s) << u""_s
-                          << Caixa{lost.arg(u"AL_Nome"_s), u"Rs - Campo"_s, Icone::Critico};
-    QTest::newRow("number") << QVariant(9) << u""_s << Caixa{lost.arg(9), u"Rs - Campo"_s, Icone::Critico};
-    QTest::newRow("on a deleted record")
-        << QVariant(u"CL_Nome"_s) << u"remove"_s
-        << Caixa{u"Não há registro atual: BOF ou EOF é verdadeiro, ou o registro atual foi excluído."_s,
-               u"Rs - Campo"_s, Icone::Informacao};
-    QTest::newRow("while editing, which is dropped")
-        << QVariant(u"AL_Nome"_s) << u"name z"_s << Caixa{lost.arg(u"AL_Nome"_s), u"Rs - Campo"_s, Icone::Critico};
-}
-
-void TstBdCampos::wrongFieldIsTold()
-{
-    QFETCH(QVariant, field);
-    QFETCH(QString, steps);
-    QFETCH(Caixa, box);
-    BoxScript boxes{Resposta::Ok};
-    play(steps);
-    QVERIFY(!gBD->Campo(field, u"Rs"_s).isValid());
-    QCOMPARE(boxes.last(), box);
-    QVERIFY(mSet->EditMode() != kEdicaoEmCurso);
-}
-
-void TstBdCampos::lists_data()
-{
-    QTest::addColumn<QStringList>("fields"); // two fields and their separator
-    QTest::addColumn<QString>("text");
-    QTest::newRow("two fields") << QStringList{u"CL_Cod"_s, u"CL_Prof"_s, u"-"_s} << u"1-x;2-;3-y"_s;
-    QTest::newRow("one by name") << QStringList{u"cl_nome"_s, u""_s, u"-"_s} << u"a;b;c"_s;
-    QTest::newRow("one by number") << QStringList{u"1"_s, u""_s, u"-"_s} << u"a;b;c"_s;
-    QTest::newRow("all") << QStringList{u""_s, u""_s, u"-"_s} << u"1-a-x--;2-b---;3-c-y--"_s;
-    QTest::newRow("all: the second field alone counts for nothing")
-        << QStringList{u""_s, u"CL_Nome"_s, u"-"_s} << u"1-a-x--;2-b---;3-c-y--"_s;
-}
-
-void TstBdCampos::lists()
-{
-    QFETCH(QStringList, fields);
-    QFETCH(QString, text);
-    QCOMPARE(gBD->lista(u"RS"_s, fields[0], u";"_s, fields[1], fields[2]), text);
-    play(u"filter CL_Cod>9"_s);
-    QCOMPARE(gBD->lista(u"RS"_s, fields[0], u";"_s, fields[1], fields[2]), u""_s);
-}
-
-void TstBdCampos::listEndsWhereItBegan_data()
-{
-    QTest::addColumn<QString>("steps");
-    QTest::addColumn<QString>("state");
-    QTest::newRow("second") << u"next"_s << u"2/3 0 b"_s;
-    QTest::newRow("behind the last: stays there") << u"end"_s << u"EOF -3/3 0 3021"_s;
-    QTest::newRow("filtered") << u"filter CL_Cod>1; last"_s << u"2/2 0 c"_s;
-    QTest::newRow("a field that is not there fails") << u"last"_s << u"3/3 0 c"_s;
-}
-
-void TstBdCampos::listEndsWhereItBegan()
-{
-    QFETCH(QString, steps);
-    QFETCH(QString, state);
-    play(steps);
-    gBD->lista(u"RS"_s, u"CL_Nome"_s);
-    QCOMPARE(stateOf(*mSet), state);
-    QCOMPARE(failureOf([] { gBD->lista(u"RS"_s, u"AL_Nome"_s); }), int(kErroNome));
-}
-
-void TstBdCampos::namesOfFields()
-{
-    QCOMPARE(gBD->NomeCampo(0, u"RS"_s), u"CL_Cod"_s);
-    QCOMPARE(gBD->NomeCampo(-1, u"RS"_s, u", "_s), u"CL_Cod, CL_Nome, CL_Prof, CL_Senha"_s);
-    QCOMPARE(gBD->NomeCampo(-1, u"RS"_s), u"CL_CodCL_NomeCL_ProfCL_Senha"_s);
-    QCOMPARE(failureOf([] { gBD->NomeCampo(4, u"RS"_s); }), int(kErroNome));
-    QCOMPARE(failureOf([] { gBD->NomeCampo(-2, u"RS"_s); }), int(kErroNome));
-}
-
-void TstBdCampos::marks()
-{
-    play(u"last"_s);
-    gBD->VoltaPosicao(u"RS"_s); // no mark yet: to the first
-    QCOMPARE(stateOf(*mSet), u"1/3 0 a"_s);
-    play(u"next"_s);
-    QVERIFY(gBD->MarcaPosicao(u"RS"_s));
-    play(u"end"_s);
-    QVERIFY(!gBD->MarcaPosicao(u"RS"_s)); // keeps the old one
-    QVERIFY(!gBD->VoltaPosicao(u"RS"_s).isValid());
-    QCOMPARE(stateOf(*mSet), u"2/3 0 b"_s);
-    play(u"filter CL_Cod<>2"_s);
-    gBD->VoltaPosicao(u"RS"_s);
-    QCOMPARE(stateOf(*mSet), u"1/2 0 a"_s);
-}
-
-void TstBdCampos::oneMarkForAllTables()
-{
-    play(u"last"_s);
-    QVERIFY(gBD->MarcaPosicao(u"RS"_s));
-    gBD->MoveProximoRegistro(u"outra"_s);
-    gBD->VoltaPosicao(u"outra"_s); // a mark of no row there
-    QCOMPARE(gBD->PosicaoRegistroAtual(), 1);
-    QCOMPARE(gBD->PosicaoRegistroAtual(u"RS"_s), 3);
-}
-
-void TstBdCampos::movesBy_data()
-{
-    QTest::addColumn<qint32>("count");
-    QTest::addColumn<qint32>("start");
-    QTest::addColumn<QString>("state");
-    QTest::newRow("from here") << 1 << 0 << u"3/3 0 c"_s;
-    QTest::newRow("from the first") << 1 << 1 << u"2/3 0 b"_s;
-    QTest::newRow("from the last") << 1 << 2 << u"EOF -3/3 0 3021"_s;
-    QTest::newRow("from a bookmark") << 1 << 3 << u"EOF -3/3 0 3021"_s;
-    QTest::newRow("none") << 0 << 1 << u"2/3 0 b"_s;
-    QTest::newRow("backwards: none") << -1 << 0 << u"2/3 0 b"_s;
-}
-
-void TstBdCampos::movesBy()
-{
-    QFETCH(qint32, count);
-    QFETCH(qint32, start);
-    QFETCH(QString, state);
-    BoxScript boxes{Resposta::Ok};
-    play(u"next"_s);
-    gBD->Mover(count, start, u"RS"_s);
-    QCOMPARE(stateOf(*mSet), state);
-    play(u"first; end"_s);
-    gBD->Mover(1, 0, u"RS"_s);
-    QCOMPARE(boxes.last().titulo, u"RS - Mover"_s);
-}
-
-void TstBdCampos::recordsAsText()
-{
-    BoxScript boxes{Resposta::Ok};
-    play(u"next"_s);
-    QCOMPARE(gBD->RetornaRegistroString(1, u"RS"_s, u","_s, u";"_s), QVariant(u"2,b,,;"_s));
-    QCOMPARE(gBD->RetornaRegistroString(0, u"RS"_s, u","_s, u";"_s), QVariant(u"3,c,y,;"_s));
-    QVERIFY(!gBD->RetornaRegistroString(0, u"RS"_s, u","_s, u";"_s).isValid()); // at the end
-    QCOMPARE(boxes.last().titulo, u"RS - Mover"_s);
-    QCOMPARE(boxes.last().icone, Icone::Informacao);
+    gBD->Filtro(u"CL_Cod=3"_s, u""_s);
+    QCOMPARE(state(), u"1/3 0 a"_s);
+    play(u"filter CL_Cod=3"_s);
+    gBD->Filtro(u""_s, u""_s);
+    QCOMPARE(state(), u"1/1 0 c"_s);
 }
 
 static QByteArray bitmap(int width)
@@ -386,36 +233,125 @@ static QByteArray bitmap(int width)
     return bytes;
 }
 
+struct Figura
+{
+    const char *name;
+    QByteArray bytes;
+    int width; ///< 0: the control is left alone
+    QString told = {};
+};
+
 void TstBdCampos::picture_data()
 {
-    QTest::addColumn<QByteArray>("bytes");
-    QTest::addColumn<int>("width"); // 0: the control is left alone
-    QTest::addColumn<bool>("told");
-    QTest::newRow("within a kilobyte") << bitmap(5) << 5 << false;
-    QTest::newRow("several kilobytes") << bitmap(900) << 900 << false;
-    QTest::newRow("empty") << QByteArray("") << 0 << false;
-    QTest::newRow("Null") << QByteArray() << 0 << false;
-    QTest::newRow("no picture") << QByteArray("nada") << 0 << true;
+    rows<Figura>({
+        {"within a kilobyte", bitmap(5), 5},
+        {"several kilobytes", bitmap(900), 900},
+        {"empty", QByteArray(""), 0},
+        {"Null", QByteArray(), 0},
+        {"no picture", QByteArray("nada"), 0,
+            u"! T - Campo: "_s + ErroExecucao(kFalhaFigura).descricao() + u"/Campo (Bytes)"_s},
+    });
 }
 
 void TstBdCampos::picture()
 {
-    QFETCH(QByteArray, bytes);
-    QFETCH(int, width);
-    QFETCH(bool, told);
-    mRegistro->sql(u"CREATE TABLE T (Id INTEGER PRIMARY KEY, Fig BLOB); INSERT INTO T (Fig) VALUES ("_s
-        + (bytes.isNull() ? u"NULL"_s : u"x'"_s + QString::fromLatin1(bytes.toHex()) + u'\'') + u')');
-    gBD->Records_Set(u"Select * From T"_s, u"T"_s);
-    const auto boxes = told ? std::make_unique<BoxScript>(std::initializer_list<Resposta>{Resposta::Ok})
-                            : std::make_unique<BoxScript>();
+    QFETCH(Figura, test);
+    const QString literal = test.bytes.isNull() ? u"NULL"_s : u"x'%1'"_s.arg(QString(test.bytes.toHex()));
+    mRegistro->sql(u"UPDATE T SET Bytes = "_s + literal);
+    gBD->ReAtualizaRecordSet(u"T"_s);
     QLabel label;
     QDir::setCurrent(QDir::tempPath());
-    gBD->CampoImagem(label, u"Fig"_s, u"T"_s);
-    QCOMPARE(label.pixmap().width(), width);
+    gBD->CampoImagem(label, u"Bytes"_s, u"T"_s);
+    QCOMPARE(label.pixmap().width(), test.width);
     QVERIFY(!QFile::exists(u"temppic.bmp"_s));
-    if (told)
-        QCOMPARE(boxes->last(),
-            (Caixa{ErroExecucao(kFalhaFigura).descricao() + u"\r\nCampo (Fig)"_s, u"T - Campo"_s, Icone::Critico}));
+    QCOMPARE(told(), test.told);
+}
+
+void TstBdCampos::savesAFile()
+{
+    const QString file = mRegistro->native() + u".fig"_s;
+    for (const QByteArray &bytes : {QByteArray("\0\x1a\r\n\xff'", 6), QByteArray(65537, '\x80'), QByteArray("")}) {
+        escreve(file, bytes);
+        gBD->RegistroSalvaBinario(u"Bytes"_s, barras(file), u"T"_s);
+        gBD->RegistroAtualiza(u"T"_s);
+        QFile::remove(file);
+        gBD->RegistroSalvaBinario(u"Bytes"_s, barras(file), u"T"_s); // a file that is not there changes nothing
+        QCOMPARE(told(), u"i T - : O arquivo não pôde ser lido."_s);
+        gBD->ReAtualizaRecordSet(u"T"_s);
+        QCOMPARE(gBD->Campo(u"Bytes"_s, u"T"_s), QVariant(bytes));
+    }
+}
+
+static const QString kTables =
+    u"CREATE TABLE De (Id INTEGER PRIMARY KEY AUTOINCREMENT, N INTEGER, B BOOLEAN, T VARCHAR,"
+    "M TEXT, D DATETIME, R REAL);"
+    "CREATE TABLE Para (Id INTEGER PRIMARY KEY AUTOINCREMENT, N INTEGER, B BOOLEAN,"
+    "T VARCHAR, M TEXT, D DATETIME, R REAL);"
+    "INSERT INTO De (N, B, T, M, D, R) VALUES (5, 1, 'um', 'longo', '2026-11-24 10:00:00', 1.5),"
+    "(NULL, 0, NULL, NULL, NULL, NULL), (7, 1, 'três', '', NULL, NULL)"_s;
+static const QString kCopied = u"SELECT Id, N, B, T, M, D, R FROM Para"_s;
+
+void TstBdCampos::copiesARecord()
+{
+    mRegistro->sql(kTables);
+    gBD->Records_Set(u"Select * From De"_s, u"de"_s);
+    gBD->Records_Set(u"Select * From Para"_s, u"para"_s);
+    gBD->CopiaRegistro(u"de"_s, u"para"_s);
+    gBD->MoveProximoRegistro(u"de"_s);
+    gBD->CopiaRegistro(u"de"_s, u"para"_s); // a Null is an empty text, and 0 as a number
+    QCOMPARE(gBD->PosicaoRegistroAtual(u"para"_s), 2);
+    // numbered by the destination; neither dates nor doubles are copied
+    QCOMPARE(inFile(kCopied), u"1|5|1|um|longo|NULL|NULL\n2|0|0|||NULL|NULL"_s);
+}
+
+struct Copia
+{
+    const char *name;
+    QString source;
+    int from; ///< records to skip
+    bool skipsFirst;
+    QString rows;
+};
+
+void TstBdCampos::copiesATable_data()
+{
+    const QString all = u"Select * From De"_s;
+    const QString copied = u"1|5|1|um|longo|NULL|NULL\n2|0|0|||NULL|NULL\n3|7|1|três||NULL|NULL"_s;
+    rows<Copia>({
+        {"all", all, 0, false, copied},
+        {"without the first field", all, 0, true, copied},
+        {"from the current one on", all, 2, false, "1|7|1|três||NULL|NULL"},
+        {"from behind the end", all, 3, false, ""},
+        {"fields go by number, numbers skipped", "Select Id, Id * 10 as N, B, T From De", 0, true,
+            "1|NULL|1|um|NULL|NULL|NULL\n2|NULL|0||NULL|NULL|NULL\n3|NULL|1|três|NULL|NULL|NULL"},
+    });
+}
+
+void TstBdCampos::copiesATable()
+{
+    QFETCH(Copia, test);
+    mRegistro->sql(kTables);
+    gBD->Records_Set(test.source, u"de"_s);
+    gBD->Records_Set(u"Select * From Para"_s, u"para"_s);
+    for (int i = 0; i < test.from; ++i)
+        gBD->MoveProximoRegistro(u"de"_s);
+    gBD->CopiaTabela(u"de"_s, u"para"_s, test.skipsFirst);
+    QVERIFY(gBD->FimDeArquivo(u"de"_s));
+    QCOMPARE(inFile(kCopied), test.rows);
+}
+
+void TstBdCampos::copyIsTold()
+{
+    mRegistro->sql(kTables + u"; UPDATE De SET T = 'x'"_s);
+    gBD->Records_Set(u"Select B, T, N From De"_s, u"de"_s); // a text where a number is wanted
+    gBD->Records_Set(u"Select N, N as X, R From Para"_s, u"para"_s); // without its key
+    gBD->CopiaRegistro(u"de"_s, u"para"_s);
+    QCOMPARE(told(), u"i de - CopiaRegistro: O conjunto de registros só pode ser lido."_s);
+    gBD->Records_Set(u"Select Id, N From Para"_s, u"para"_s);
+    gBD->CopiaTabela(u"de"_s, u"para"_s);
+    QCOMPARE(told(), u"! de - CopiaTabela: O valor não é adequado para o campo."_s);
+    QCOMPARE(gBD->ModoEdicao(u"para"_s), QVariant(kEdicaoInclusao)); // what is dropped is the source's change
+    QCOMPARE(inFile(kCopied), u""_s);
 }
 
 QTEST_MAIN(TstBdCampos)
