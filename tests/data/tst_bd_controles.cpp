@@ -1,12 +1,8 @@
 #include "apoio.h"
 #include "passos.h"
 
-#include "data/bd.h"
-#include "data/errobd.h"
-#include "data/recordset.h"
-#include "platform/costuras.h"
 #include "platform/twips.h"
-#include "support/suporte.h"
+#include "support/tabela.h"
 
 #include <QComboBox>
 #include <QLabel>
@@ -14,7 +10,8 @@
 #include <QListView>
 #include <QSignalSpy>
 #include <QTableView>
-#include <QTest>
+
+#include <utility>
 
 using namespace Qt::StringLiterals;
 using namespace quorel;
@@ -22,20 +19,19 @@ using namespace quorel::teste;
 
 /// Real combos, lists and grids on record sets: what they show and which record a choice leads to. The classes are
 /// 1 a, 2 b, 3 B and 4 without a name.
-class TstBdControles final : public QObject
+class TstBdControles final : public TesteBD
 {
     Q_OBJECT
-private:
-    std::unique_ptr<Registro> mRegistro;
-    std::shared_ptr<RecordSet> mSet;
-    void play(const QString &steps) const { teste::play(*mSet, *mRegistro, steps); }
+public:
+    TstBdControles()
+        : TesteBD(u"INSERT INTO CL_Classes VALUES (1, 'a', 'x', ''), (2, 'b', 'y', ''), (3, 'B', 'z', ''),"
+                  "(4, NULL, NULL, '')"_s)
+    { }
 
 private slots:
     void init();
-    void cleanup();
     void comboListsAColumn();
     void emptySetKeepsTheOldList();
-    void comboIsCleared();
     void chooses_data();
     void chooses();
     void nothingChosen_data();
@@ -48,286 +44,268 @@ private slots:
     void secondColumn_data();
     void secondColumn();
     void gridShowsAllFields();
-    void gridWidths_data();
     void gridWidths();
-    void listsAreCleared();
+    void areCleared();
     void controlShowsAField();
-    void controlOfAnEmptySet();
+
+private:
+    void showNames();
+    QVariant comboCode() { return gBD->Combo_Cod(*mCombo, u"RS"_s); }
+    QVariant listCode() { return gBD->List_Cod(*mList, u"RS"_s); }
+
+    std::unique_ptr<QComboBox> mCombo;
+    std::unique_ptr<QListView> mList;
+    QString mField;
 };
 
 void TstBdControles::init()
 {
-    failOnWarnings();
-    reiniciaCosturas();
-    mRegistro = std::make_unique<Registro>();
-    mRegistro->sql(u"INSERT INTO CL_Classes VALUES (1, 'a', 'x', ''), (2, 'b', 'y', ''), (3, 'B', 'z', ''),"
-                   "(4, NULL, NULL, '')"_s);
-    mRegistro->open();
+    TesteBD::init();
     gBD->Records_Set(u"Select * From AL_Alunos"_s, u"vazio"_s);
-    gBD->Records_Set(u"Select * From CL_Classes"_s, u"RS"_s);
-    mSet = gBD->GetRecordSet(u"RS"_s);
+    mCombo = std::make_unique<QComboBox>();
+    mList = std::make_unique<QListView>();
+    mField.clear();
 }
 
-void TstBdControles::cleanup()
+/// The names of the classes in a combo and a list.
+void TstBdControles::showNames()
 {
-    mSet.reset();
-    gBD.reset();
-    mRegistro.reset();
+    mField = u"CL_Nome"_s;
+    gBD->Combo_Set(*mCombo, u"RS"_s, mField);
+    gBD->List_Set(*mList, u"RS"_s, mField);
 }
 
-static QString listed(const QAbstractItemModel &model)
+template <typename Controle>
+static QString listed(const Controle &control)
 {
     QStringList texts;
-    for (int row = 0; row < model.rowCount(); ++row)
-        texts << model.index(row, 0).data().toString();
+    for (int row = 0; row < control.model()->rowCount(); ++row)
+        texts << control.model()->index(row, 0).data().toString();
     return texts.join(u',');
+}
+
+static void pick(QAbstractItemView &view, int row)
+{
+    view.setCurrentIndex(view.model()->index(row, 0));
+}
+
+static void goDown(QComboBox &combo, int times)
+{
+    for (int i = 0; i < times; ++i)
+        QTest::keyClick(&combo, Qt::Key_Down);
 }
 
 void TstBdControles::comboListsAColumn()
 {
-    QComboBox combo;
-    QString field;
-    gBD->Combo_Set(combo, u"rs"_s, field);
-    QCOMPARE(field, u"CL_Cod"_s); // the first column's name comes back
-    QCOMPARE(listed(*combo.model()), u"1,2,3,4"_s);
-    field = u"cl_nome"_s;
-    gBD->Combo_Set(combo, u"RS"_s, field);
-    QCOMPARE(field, u"cl_nome"_s);
-    QCOMPARE(listed(*combo.model()), u"a,b,B,"_s);
-    QCOMPARE(combo.currentText(), u""_s); // nobody chose anything
-    field = u"AL_Nome"_s;
-    QCOMPARE(failureOf([&] { gBD->Combo_Set(combo, u"RS"_s, field); }), int(kErroNome));
-    QCOMPARE(listed(*combo.model()), u"a,b,B,"_s);
-    QTest::keyClicks(&combo, u"nova"_s);
-    QTest::keyClick(&combo, Qt::Key_Return);
-    QCOMPARE(listed(*combo.model()), u"a,b,B,"_s); // inserts nothing
+    gBD->Combo_Set(*mCombo, u"rs"_s, mField);
+    QCOMPARE(mField, u"CL_Cod"_s); // the first column's name comes back
+    QCOMPARE(listed(*mCombo), u"1,2,3,4"_s);
+    mField = u"cl_nome"_s;
+    gBD->Combo_Set(*mCombo, u"RS"_s, mField);
+    QCOMPARE(mField, u"cl_nome"_s);
+    QCOMPARE(listed(*mCombo), u"a,b,B,"_s);
+    QCOMPARE(mCombo->currentText(), u""_s); // nobody chose anything
+    mField = u"AL_Nome"_s;
+    QCOMPARE(failureOf([&] { gBD->Combo_Set(*mCombo, u"RS"_s, mField); }), int(kErroNome));
+    QTest::keyClicks(mCombo.get(), u"nova"_s);
+    QTest::keyClick(mCombo.get(), Qt::Key_Return);
+    QCOMPARE(listed(*mCombo), u"a,b,B,"_s); // inserts nothing
 }
 
 void TstBdControles::emptySetKeepsTheOldList()
 {
-    QComboBox combo;
-    QString field = u"CL_Nome"_s;
-    gBD->Combo_Set(combo, u"RS"_s, field);
-    combo.setEditText(u"b"_s);
-    field.clear();
-    gBD->Combo_Set(combo, u"vazio"_s, field);
-    QCOMPARE(field, u""_s);
-    QCOMPARE(combo.currentText(), u""_s);
-    QCOMPARE(listed(*combo.model()), u"a,b,B,"_s);
-    QVERIFY(!gBD->Combo_Cod(combo, u"vazio"_s).isValid());
+    showNames();
+    mCombo->setEditText(u"b"_s);
+    mField.clear();
+    gBD->Combo_Set(*mCombo, u"vazio"_s, mField);
+    QCOMPARE(mField, u""_s);
+    QCOMPARE(mCombo->currentText(), u""_s);
+    QCOMPARE(listed(*mCombo), u"a,b,B,"_s);
+    QVERIFY(!gBD->Combo_Cod(*mCombo, u"vazio"_s).isValid());
+    gBD->List_Set(*mList, u"vazio"_s, mField); // but clears that of a list
+    QCOMPARE(mField, u"AL_Cod"_s);
+    QCOMPARE(listed(*mList), u""_s);
 }
 
-void TstBdControles::comboIsCleared()
+struct Escolha
 {
-    QComboBox combo;
-    QString field = u"CL_Nome"_s;
-    gBD->Combo_Set(combo, u"RS"_s, field);
-    combo.setEditText(u"b"_s);
-    gBD->Combo_Zera(combo);
-    QCOMPARE(combo.currentText(), u""_s);
-    QCOMPARE(combo.count(), 0);
-    play(u"last; requery"_s); // it no longer listens
-    QCOMPARE(combo.count(), 0);
-    gBD->Combo_Zera(combo);
-    QCOMPARE(gBD->Combo_Cod(combo, u"RS"_s), QVariant(1));
-}
+    const char *name;
+    QString before, typed;
+    int downs; ///< presses of the arrow key
+    int code;
+};
 
 void TstBdControles::chooses_data()
 {
-    QTest::addColumn<QString>("before");
-    QTest::addColumn<QString>("typed");
-    QTest::addColumn<int>("downs"); // presses of the arrow key
-    QTest::addColumn<int>("code");
-    QTest::newRow("typed") << u""_s << u"a"_s << 0 << 1;
-    QTest::newRow("typed in another case") << u""_s << u"A"_s << 0 << 1;
-    QTest::newRow("two that equal it: the first") << u""_s << u"b"_s << 0 << 2;
-    QTest::newRow("unless the current one does") << u"last; previous"_s << u"b"_s << 0 << 3;
-    QTest::newRow("a text that none has: the current one") << u"next"_s << u"x"_s << 0 << 2;
-    QTest::newRow("the beginning of one is none") << u"last"_s << u"ax"_s << 0 << 4;
-    QTest::newRow("picked") << u""_s << u""_s << 2 << 2;
-    QTest::newRow("picked: its own row, not its text's") << u""_s << u""_s << 3 << 3;
+    rows<Escolha>({
+        {"typed", "", "a", 0, 1},
+        {"typed in another case", "", "A", 0, 1},
+        {"two that equal it: the first", "", "b", 0, 2},
+        {"unless the current one does", "last; previous", "b", 0, 3},
+        {"a text that none has: the current one", "next", "x", 0, 2},
+        {"the beginning of one is none", "last", "ax", 0, 4},
+        {"picked", "", "", 2, 2},
+        {"picked: its own row, not its text's", "", "", 3, 3},
+    });
 }
 
 void TstBdControles::chooses()
 {
-    QFETCH(QString, before);
-    QFETCH(QString, typed);
-    QFETCH(int, downs);
-    QFETCH(int, code);
-    QComboBox combo;
-    QString field = u"CL_Nome"_s;
-    play(before);
-    gBD->Combo_Set(combo, u"RS"_s, field);
-    QTest::keyClicks(combo.lineEdit(), typed);
-    for (int i = 0; i < downs; ++i)
-        QTest::keyClick(&combo, Qt::Key_Down);
-    QCOMPARE(gBD->Combo_Cod(combo, u"RS"_s), QVariant(code));
-    QCOMPARE(gBD->Campo(u"CL_Cod"_s, u"RS"_s), QVariant(code)); // it became current
+    QFETCH(Escolha, test);
+    play(test.before);
+    showNames();
+    QTest::keyClicks(mCombo->lineEdit(), test.typed);
+    goDown(*mCombo, test.downs);
+    QCOMPARE(comboCode(), QVariant(test.code));
+    QCOMPARE(gBD->Campo(u"CL_Cod"_s, u"RS"_s), QVariant(test.code)); // it became current
 }
+
+struct SemEscolha
+{
+    const char *name;
+    QString steps;
+    QVariant code;
+    int number = 0;
+};
 
 void TstBdControles::nothingChosen_data()
 {
-    QTest::addColumn<QString>("steps");
-    QTest::addColumn<QVariant>("code");
-    QTest::addColumn<int>("number");
-    QTest::newRow("the current record's") << u"next"_s << QVariant(2) << 0;
-    QTest::newRow("the first one's behind the end") << u"end"_s << QVariant(1) << 0;
-    QTest::newRow("nothing on no records") << u"remove all; requery"_s << QVariant() << 0;
-    QTest::newRow("0 on a deleted one that was the last") << u"remove all"_s << QVariant(0) << 0;
-    QTest::newRow("an added one has none") << u"add"_s << QVariant(u""_s) << 0;
-    QTest::newRow("before the first: a failure") << u"previous"_s << QVariant() << int(kErroSemRegistro);
-    QTest::newRow("on a deleted one: a failure") << u"remove"_s << QVariant() << int(kErroSemRegistro);
+    rows<SemEscolha>({
+        {"the current record's", "next", 2},
+        {"the first one's behind the end", "end", 1},
+        {"nothing on no records", "remove all; requery", {}},
+        {"0 on a deleted one that was the last", "remove all", 0},
+        {"an added one has none", "add", u""_s},
+        {"before the first: a failure", "previous", {}, kErroSemRegistro},
+        {"on a deleted one: a failure", "remove", {}, kErroSemRegistro},
+    });
 }
 
 void TstBdControles::nothingChosen()
 {
-    QFETCH(QString, steps);
-    QFETCH(QVariant, code);
-    QFETCH(int, number);
-    const BoxScript boxes;
-    QComboBox combo;
-    QListView list;
-    play(steps);
+    QFETCH(SemEscolha, test);
+    play(test.steps);
     QVariant found;
-    QCOMPARE(failureOf([&] { found = gBD->Combo_Cod(combo, u"RS"_s); }), number);
-    QCOMPARE(found, code);
+    QCOMPARE(failureOf([&] { found = comboCode(); }), test.number);
+    QCOMPARE(found, test.code);
+    if (test.steps == "add"_L1)
+        return; // a list would read the second column then
     found.clear();
-    if (steps != "add"_L1) { // a list would read the second column then
-        QCOMPARE(failureOf([&] { found = gBD->List_Cod(list, u"RS"_s); }), number);
-        QCOMPARE(found, code);
-    }
+    QCOMPARE(failureOf([&] { found = listCode(); }), test.number);
+    QCOMPARE(found, test.code);
 }
 
 void TstBdControles::comboOfAnUnknownAliasFails()
 {
-    const BoxScript boxes; // this one asks for no box
-    QComboBox combo;
-    QCOMPARE(failureOf([&] { gBD->Combo_Cod(combo, u"nenhum"_s); }), int(kFalhaIndice));
+    QCOMPARE(failureOf([&] { gBD->Combo_Cod(*mCombo, u"nenhum"_s); }), int(kFalhaIndice)); // without a box
     QCOMPARE(gBD->Resolve_Alias({}), qint16(3));
 }
 
 void TstBdControles::listFollowsTheRecords()
 {
-    QListView list;
-    QString field = u"CL_Nome"_s;
-    gBD->List_Set(list, u"RS"_s, field);
-    const QAbstractItemModel &model = *list.model();
-    play(u"add d"_s);
-    QCOMPARE(listed(model), u"a,b,B,"_s); // pending
-    play(u"update"_s);
-    QCOMPARE(listed(model), u"a,b,B,,d"_s);
-    play(u"first; remove"_s);
-    QCOMPARE(listed(model), u"b,B,,d"_s);
-    play(u"next; name z; update"_s);
-    QCOMPARE(listed(model), u"z,B,,d"_s);
-    play(u"sort CL_Nome DESC"_s);
-    QCOMPARE(listed(model), u"z,d,B,"_s);
-    play(u"filter CL_Cod>2"_s);
-    QCOMPARE(listed(model), u"d,B,"_s);
-    list.setCurrentIndex(model.index(0, 0));
-    QCOMPARE(gBD->List_Cod(list, u"RS"_s), QVariant(5));
+    showNames();
+    const auto after = [&](const QString &steps) {
+        play(steps);
+        return listed(*mList);
+    };
+    QCOMPARE(after(u"add d"_s), u"a,b,B,"_s); // pending
+    QCOMPARE(after(u"update"_s), u"a,b,B,,d"_s);
+    QCOMPARE(after(u"first; remove"_s), u"b,B,,d"_s);
+    QCOMPARE(after(u"next; name z; update"_s), u"z,B,,d"_s);
+    QCOMPARE(after(u"sort CL_Nome DESC"_s), u"z,d,B,"_s);
+    QCOMPARE(after(u"filter CL_Cod>2"_s), u"d,B,"_s);
+    pick(*mList, 0);
+    QCOMPARE(listCode(), QVariant(5));
     play(u"requery"_s); // chosen again by its text
-    QCOMPARE(list.currentIndex().data().toString(), u"d"_s);
-    play(u"close"_s);
-    QCOMPARE(model.rowCount(), 0);
-    field.clear();
-    gBD->List_Set(list, u"vazio"_s, field); // an empty set clears it
-    QCOMPARE(field, u"AL_Cod"_s);
-    QCOMPARE(list.model()->rowCount(), 0);
+    QCOMPARE(mList->currentIndex().data().toString(), u"d"_s);
+    QCOMPARE(after(u"close"_s), u""_s);
 }
 
 /// Other rows may change meanwhile; only when they are read again the text decides.
 void TstBdControles::choiceKeepsItsRow()
 {
-    QComboBox combo;
-    QListView list;
-    QString field = u"CL_Nome"_s;
-    gBD->Combo_Set(combo, u"RS"_s, field);
-    gBD->List_Set(list, u"RS"_s, field);
-    for (int i = 0; i < 3; ++i)
-        QTest::keyClick(&combo, Qt::Key_Down);
-    list.setCurrentIndex(list.model()->index(2, 0));
+    showNames();
+    goDown(*mCombo, 3);
+    pick(*mList, 2);
     play(u"first; name q; update"_s);
-    QCOMPARE(gBD->Combo_Cod(combo, u"RS"_s), QVariant(3));
-    QCOMPARE(gBD->List_Cod(list, u"RS"_s), QVariant(3));
+    QCOMPARE(comboCode(), QVariant(3));
+    QCOMPARE(listCode(), QVariant(3));
     play(u"first; filter CL_Cod>2"_s);
-    QCOMPARE(gBD->List_Cod(list, u"RS"_s), QVariant(3));
+    QCOMPARE(listCode(), QVariant(3));
     play(u"filter; requery"_s);
-    QCOMPARE(gBD->Combo_Cod(combo, u"RS"_s), QVariant(2));
+    QCOMPARE(comboCode(), QVariant(2));
     play(u"first"_s);
-    QCOMPARE(gBD->List_Cod(list, u"RS"_s), QVariant(2));
+    QCOMPARE(listCode(), QVariant(2));
 }
 
 void TstBdControles::textSurvivesReadingAgain()
 {
-    QComboBox combo;
-    QString field = u"CL_Nome"_s;
-    gBD->Combo_Set(combo, u"RS"_s, field);
-    combo.setEditText(u"b"_s);
+    showNames();
+    mCombo->setEditText(u"b"_s);
     play(u"file DELETE FROM CL_Classes WHERE CL_Cod = 2; requery"_s);
-    QCOMPARE(combo.currentText(), u"b"_s);
-    QCOMPARE(gBD->Combo_Cod(combo, u"RS"_s), QVariant(3)); // chosen anew by its text
+    QCOMPARE(mCombo->currentText(), u"b"_s);
+    QCOMPARE(comboCode(), QVariant(3)); // chosen anew by its text
     play(u"first; file DELETE FROM CL_Classes WHERE CL_Cod = 3; requery"_s);
-    QCOMPARE(combo.currentText(), u"b"_s);
-    QCOMPARE(gBD->Combo_Cod(combo, u"RS"_s), QVariant(1)); // none has it any more
-    QListView list;
-    gBD->List_Set(list, u"RS"_s, field);
+    QCOMPARE(mCombo->currentText(), u"b"_s);
+    QCOMPARE(comboCode(), QVariant(1)); // none has it any more
     gBD->Records_Set(u"Select * From AL_Alunos"_s, u"RS"_s); // the list holds the old one
-    QCOMPARE(listed(*list.model()), u"a,"_s);
+    QCOMPARE(listed(*mList), u"a,"_s);
 }
 
 /// A handler of the combo's changes hears of the user's, not of a new list.
 void TstBdControles::newListIsSilent()
 {
-    QComboBox combo;
-    QString field = u"CL_Nome"_s;
-    gBD->Combo_Set(combo, u"RS"_s, field);
-    combo.setEditText(u"b"_s);
-    QSignalSpy edits(&combo, &QComboBox::editTextChanged);
-    QSignalSpy choices(&combo, &QComboBox::currentIndexChanged);
-    field = u"CL_Prof"_s;
-    gBD->Combo_Set(combo, u"RS"_s, field);
+    showNames();
+    mCombo->setEditText(u"b"_s);
+    QSignalSpy edits(mCombo.get(), &QComboBox::editTextChanged);
+    QSignalSpy choices(mCombo.get(), &QComboBox::currentIndexChanged);
+    mField = u"CL_Prof"_s;
+    gBD->Combo_Set(*mCombo, u"RS"_s, mField);
     play(u"requery; filter CL_Cod=1; filter"_s);
-    QCOMPARE(combo.currentText(), u"b"_s);
-    QCOMPARE(edits.size(), 0);
-    QCOMPARE(choices.size(), 0);
-    QTest::keyClick(combo.lineEdit(), Qt::Key_Backspace);
+    QCOMPARE(mCombo->currentText(), u"b"_s);
+    QCOMPARE(edits.size() + choices.size(), 0);
+    QTest::keyClick(mCombo->lineEdit(), Qt::Key_Backspace);
     QCOMPARE(edits.size(), 1);
 }
 
+struct PrimeiraColuna
+{
+    const char *name;
+    QString first;
+    QVariant code;
+};
+
 void TstBdControles::secondColumn_data()
 {
-    QTest::addColumn<QString>("first");
-    QTest::addColumn<QVariant>("code");
-    QTest::newRow("above 0") << u"7"_s << QVariant(7);
-    QTest::newRow("0") << u"0"_s << QVariant(u"seg"_s);
-    QTest::newRow("below 0") << u"-1"_s << QVariant(u"seg"_s);
-    QTest::newRow("Null") << u"NULL"_s << QVariant(u"seg"_s);
-    QTest::newRow("a text") << u"'x1'"_s << QVariant(u"seg"_s);
-    QTest::newRow("a text that begins with a number") << u"'2x'"_s << QVariant(u"2x"_s);
+    rows<PrimeiraColuna>({
+        {"above 0", "7", 7},
+        {"0", "0", u"seg"_s},
+        {"below 0", "-1", u"seg"_s},
+        {"Null", "NULL", u"seg"_s},
+        {"a text", "'x1'", u"seg"_s},
+        {"a text that begins with a number", "'2x'", u"2x"_s},
+    });
 }
 
 void TstBdControles::secondColumn()
 {
-    QFETCH(QString, first);
-    QFETCH(QVariant, code);
-    gBD->Records_Set(u"Select %1 as A, 'seg' as B, 1 as C union all Select 90, 'x', 2 order by C"_s.arg(first), u"T"_s);
-    QListView list;
+    QFETCH(PrimeiraColuna, test);
+    gBD->Records_Set(
+        u"Select %1 as A, 'seg' as B, 1 as C union all Select 90, 'x', 2 order by C"_s.arg(test.first), u"T"_s);
     QTableView grid;
-    QString field;
-    gBD->List_Set(list, u"T"_s, field);
+    gBD->List_Set(*mList, u"T"_s, mField);
     gBD->Grid_Set(grid, u"T"_s);
     for (const bool chosen : {false, true}) {
         if (chosen) {
-            list.setCurrentIndex(list.model()->index(0, 0));
-            grid.setCurrentIndex(grid.model()->index(0, 1));
+            pick(*mList, 0);
+            pick(grid, 0);
             gBD->MoveProximoRegistro(u"T"_s);
         }
-        QCOMPARE(gBD->List_Cod(list, u"T"_s), code);
-        QCOMPARE(gBD->Grid_Cod(grid, u"T"_s), code);
+        QCOMPARE(gBD->List_Cod(*mList, u"T"_s), test.code);
+        QCOMPARE(gBD->Grid_Cod(grid, u"T"_s), test.code);
     }
     gBD->Records_Set(u"Select 0 as A"_s, u"T"_s); // no second column
-    QCOMPARE(failureOf([&] { gBD->List_Cod(list, u"T"_s); }), int(kErroNome));
+    QCOMPARE(failureOf([&] { gBD->List_Cod(*mList, u"T"_s); }), int(kErroNome));
 }
 
 void TstBdControles::gridShowsAllFields()
@@ -347,71 +325,58 @@ void TstBdControles::gridShowsAllFields()
     QCOMPARE(failureOf([&] { gBD->Grid_Set(grid, 9); }), int(kFalhaIndice));
 }
 
-void TstBdControles::gridWidths_data()
-{
-    QTest::addColumn<qint32>("width0");
-    QTest::addColumn<qint32>("width1");
-    QTest::newRow("both") << 1500 << 3000;
-    QTest::newRow("the first") << 1500 << 0;
-    QTest::newRow("the second") << 0 << 3000;
-    QTest::newRow("below 0 is none") << -1 << -1;
-}
-
 void TstBdControles::gridWidths()
 {
-    QFETCH(qint32, width0);
-    QFETCH(qint32, width1);
-    QTableView grid;
-    gBD->Grid_Set(grid, u"RS"_s);
-    const int before = grid.columnWidth(0);
-    gBD->Grid_Set(grid, u"RS"_s, width0, width1);
-    QCOMPARE(grid.columnWidth(0), width0 > 0 ? pixels(width0) : before);
-    QCOMPARE(grid.columnWidth(1), width1 > 0 ? pixels(width1) : before);
+    for (const auto &[width0, width1] :
+        {std::pair(1500, 3000), std::pair(1500, 0), std::pair(0, 3000), std::pair(-1, -1)}) {
+        QTableView grid;
+        gBD->Grid_Set(grid, u"RS"_s);
+        const int before = grid.columnWidth(0);
+        gBD->Grid_Set(grid, u"RS"_s, width0, width1);
+        QCOMPARE(grid.columnWidth(0), width0 > 0 ? pixels(width0) : before);
+        QCOMPARE(grid.columnWidth(1), width1 > 0 ? pixels(width1) : before);
+    }
 }
 
-void TstBdControles::listsAreCleared()
+void TstBdControles::areCleared()
 {
-    QListView list;
     QTableView grid;
-    QString field = u"CL_Nome"_s;
-    gBD->List_Set(list, u"RS"_s, field);
+    showNames();
     gBD->Grid_Set(grid, u"RS"_s);
-    list.setCurrentIndex(list.model()->index(2, 0));
-    gBD->List_Zera(list);
+    mCombo->setEditText(u"b"_s);
+    pick(*mList, 2);
+    gBD->Combo_Zera(*mCombo);
+    gBD->List_Zera(*mList);
     gBD->Grid_Zera(grid);
-    QCOMPARE(list.model()->rowCount(), 0);
+    play(u"last; requery"_s); // they no longer listen
+    QCOMPARE(mCombo->currentText(), u""_s);
+    QCOMPARE(listed(*mCombo) + listed(*mList), u""_s);
     QCOMPARE(grid.model()->columnCount(), 0);
-    QCOMPARE(gBD->List_Cod(list, u"RS"_s), QVariant(1)); // nothing is chosen any more
+    QCOMPARE(comboCode(), QVariant(1)); // nothing is chosen any more
+    QCOMPARE(listCode(), QVariant(1));
+    gBD->Combo_Zera(*mCombo);
 }
 
 void TstBdControles::controlShowsAField()
 {
     QLabel label(u"antes"_s);
     QLineEdit edit;
+    gBD->Obj_Set(label, u"vazio"_s, u"AL_Nome"_s);
+    QCOMPARE(label.text(), u"antes"_s); // no records, no binding
     gBD->Obj_Set(label, u"RS"_s, u"cl_nome"_s);
     gBD->Obj_Set(edit, u"RS"_s, u"CL_Cod"_s);
-    QCOMPARE(label.text(), u"a"_s);
-    play(u"next"_s);
-    QCOMPARE(label.text(), u"b"_s);
-    QCOMPARE(edit.text(), u"2"_s);
-    play(u"name z; update"_s);
-    QCOMPARE(label.text(), u"z"_s);
-    play(u"file UPDATE CL_Classes SET CL_Nome = 'fora' WHERE CL_Cod = 2; resync"_s);
-    QCOMPARE(label.text(), u"fora"_s);
-    play(u"last"_s);
-    QCOMPARE(label.text(), u""_s); // Null
-    play(u"next"_s);
-    QCOMPARE(edit.text(), u""_s);
-    play(u"add"_s);
-    QCOMPARE(edit.text(), u""_s);
+    const auto after = [&](const QString &steps) {
+        play(steps);
+        return label.text() + u'/' + edit.text();
+    };
+    QCOMPARE(after({}), u"a/1"_s);
+    QCOMPARE(after(u"next"_s), u"b/2"_s);
+    QCOMPARE(after(u"name z; update"_s), u"z/2"_s);
+    QCOMPARE(after(u"file UPDATE CL_Classes SET CL_Nome = 'fora' WHERE CL_Cod = 2; resync"_s), u"fora/2"_s);
+    QCOMPARE(after(u"last"_s), u"/4"_s); // Null
+    QCOMPARE(after(u"next"_s), u"/"_s);
+    QCOMPARE(after(u"add"_s), u"/"_s);
     QCOMPARE(failureOf([&] { gBD->Obj_Set(label, u"RS"_s, u"AL_Nome"_s); }), int(kErroNome));
-}
-
-void TstBdControles::controlOfAnEmptySet()
-{
-    QLabel label(u"antes"_s);
-    gBD->Obj_Set(label, u"vazio"_s, u"AL_Nome"_s);
-    QCOMPARE(label.text(), u"antes"_s);
 }
 
 QTEST_MAIN(TstBdControles)
