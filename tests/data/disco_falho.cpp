@@ -34,37 +34,10 @@ sqlite3_file *realOf(sqlite3_file *file)
     return reinterpret_cast<Arquivo *>(file)->real();
 }
 
-int failureOf(Acesso acesso)
+/// Counts a call. @param failure  what it fails with @return that, or SQLITE_OK when it is to be made
+int count(int failure)
 {
-    switch (acesso) {
-    case Acesso::Abre:
-        return SQLITE_CANTOPEN;
-    case Acesso::Apaga:
-        return SQLITE_IOERR_DELETE;
-    case Acesso::Existe:
-        return SQLITE_IOERR_ACCESS;
-    case Acesso::Le:
-        return SQLITE_IOERR_READ;
-    case Acesso::Grava:
-        return gEstado.full ? SQLITE_FULL : SQLITE_IOERR_WRITE;
-    case Acesso::Trunca:
-        return SQLITE_IOERR_TRUNCATE;
-    case Acesso::Sincroniza:
-        return SQLITE_IOERR_FSYNC;
-    case Acesso::Tamanho:
-        return SQLITE_IOERR_FSTAT;
-    case Acesso::Trava:
-        return SQLITE_IOERR_LOCK;
-    }
-    return SQLITE_IOERR;
-}
-
-/// Counts a call. @return what it fails with, or SQLITE_OK when it is to be made
-int count(Acesso acesso)
-{
-    if (acesso == Acesso::Sincroniza)
-        ++gEstado.syncs;
-    if (gEstado.full && acesso != Acesso::Grava)
+    if (gEstado.full && failure != SQLITE_IOERR_WRITE)
         return SQLITE_OK;
     ++gEstado.calls;
     const bool fails = gEstado.failCall > 0
@@ -72,90 +45,59 @@ int count(Acesso acesso)
     if (!fails)
         return SQLITE_OK;
     gEstado.failed = true;
-    return failureOf(acesso);
+    return gEstado.full ? SQLITE_FULL : failure;
 }
 
 template <typename Call>
-int counted(Acesso acesso, Call &&call)
+int counted(int failure, Call &&call)
 {
-    const int code = count(acesso);
+    const int code = count(failure);
     return code == SQLITE_OK ? call() : code;
+}
+
+using Metodos = sqlite3_io_methods;
+
+/// A file's method as it is.
+template <auto Metodo, typename... Args>
+int pass(sqlite3_file *file, Args... args)
+{
+    return (realOf(file)->pMethods->*Metodo)(realOf(file), args...);
+}
+
+/// A file's method, counted.
+template <auto Metodo, int failure, typename... Args>
+int passCounted(sqlite3_file *file, Args... args)
+{
+    return counted(failure, [&] { return pass<Metodo>(file, args...); });
 }
 
 int fileClose(sqlite3_file *file)
 {
-    sqlite3_file *real = realOf(file);
-    return real->pMethods ? real->pMethods->xClose(real) : SQLITE_OK;
-}
-
-int fileRead(sqlite3_file *file, void *to, int size, sqlite3_int64 from)
-{
-    return counted(Acesso::Le, [&] { return realOf(file)->pMethods->xRead(realOf(file), to, size, from); });
-}
-
-int fileWrite(sqlite3_file *file, const void *from, int size, sqlite3_int64 to)
-{
-    return counted(Acesso::Grava, [&] { return realOf(file)->pMethods->xWrite(realOf(file), from, size, to); });
-}
-
-int fileTruncate(sqlite3_file *file, sqlite3_int64 size)
-{
-    return counted(Acesso::Trunca, [&] { return realOf(file)->pMethods->xTruncate(realOf(file), size); });
+    return realOf(file)->pMethods ? pass<&Metodos::xClose>(file) : SQLITE_OK;
 }
 
 int fileSync(sqlite3_file *file, int flags)
 {
-    return counted(Acesso::Sincroniza,
-        [&] { return gEstado.reallySync ? realOf(file)->pMethods->xSync(realOf(file), flags) : SQLITE_OK; });
+    ++gEstado.syncs;
+    return counted(
+        SQLITE_IOERR_FSYNC, [&] { return gEstado.reallySync ? pass<&Metodos::xSync>(file, flags) : SQLITE_OK; });
 }
 
-int fileSize(sqlite3_file *file, sqlite3_int64 *size)
-{
-    return counted(Acesso::Tamanho, [&] { return realOf(file)->pMethods->xFileSize(realOf(file), size); });
-}
-
-int fileLock(sqlite3_file *file, int kind)
-{
-    return counted(Acesso::Trava, [&] { return realOf(file)->pMethods->xLock(realOf(file), kind); });
-}
-
-int fileUnlock(sqlite3_file *file, int kind)
-{
-    return realOf(file)->pMethods->xUnlock(realOf(file), kind);
-}
-
-int fileReserved(sqlite3_file *file, int *held)
-{
-    return counted(Acesso::Trava, [&] { return realOf(file)->pMethods->xCheckReservedLock(realOf(file), held); });
-}
-
-int fileControl(sqlite3_file *file, int operation, void *argument)
-{
-    return realOf(file)->pMethods->xFileControl(realOf(file), operation, argument);
-}
-
-int fileSector(sqlite3_file *file)
-{
-    return realOf(file)->pMethods->xSectorSize(realOf(file));
-}
-
-int fileDevice(sqlite3_file *file)
-{
-    return realOf(file)->pMethods->xDeviceCharacteristics(realOf(file));
-}
-
-const sqlite3_io_methods kMethods{1, fileClose, fileRead, fileWrite, fileTruncate, fileSync, fileSize, fileLock,
-    fileUnlock, fileReserved, fileControl, fileSector, fileDevice, nullptr, nullptr, nullptr, nullptr, nullptr,
+const Metodos kMetodos{1, fileClose, passCounted<&Metodos::xRead, SQLITE_IOERR_READ>,
+    passCounted<&Metodos::xWrite, SQLITE_IOERR_WRITE>, passCounted<&Metodos::xTruncate, SQLITE_IOERR_TRUNCATE>,
+    fileSync, passCounted<&Metodos::xFileSize, SQLITE_IOERR_FSTAT>, passCounted<&Metodos::xLock, SQLITE_IOERR_LOCK>,
+    pass<&Metodos::xUnlock>, passCounted<&Metodos::xCheckReservedLock, SQLITE_IOERR_LOCK>, pass<&Metodos::xFileControl>,
+    pass<&Metodos::xSectorSize>, pass<&Metodos::xDeviceCharacteristics>, nullptr, nullptr, nullptr, nullptr, nullptr,
     nullptr};
 
 int diskOpen(sqlite3_vfs *, sqlite3_filename name, sqlite3_file *file, int flags, int *outFlags)
 {
     file->pMethods = nullptr;
     realOf(file)->pMethods = nullptr;
-    return counted(Acesso::Abre, [&] {
+    return counted(SQLITE_CANTOPEN, [&] {
         const int code = gEstado.real->xOpen(gEstado.real, name, realOf(file), flags, outFlags);
         if (realOf(file)->pMethods)
-            file->pMethods = &kMethods;
+            file->pMethods = &kMetodos;
         return code;
     });
 }
@@ -165,12 +107,12 @@ int diskDelete(sqlite3_vfs *, const char *name, int syncDirectory)
     if (syncDirectory)
         ++gEstado.syncs;
     const int sync = gEstado.reallySync ? syncDirectory : 0;
-    return counted(Acesso::Apaga, [&] { return gEstado.real->xDelete(gEstado.real, name, sync); });
+    return counted(SQLITE_IOERR_DELETE, [&] { return gEstado.real->xDelete(gEstado.real, name, sync); });
 }
 
 int diskAccess(sqlite3_vfs *, const char *name, int flags, int *result)
 {
-    return counted(Acesso::Existe, [&] { return gEstado.real->xAccess(gEstado.real, name, flags, result); });
+    return counted(SQLITE_IOERR_ACCESS, [&] { return gEstado.real->xAccess(gEstado.real, name, flags, result); });
 }
 
 } // namespace
@@ -194,26 +136,19 @@ DiscoFalho::~DiscoFalho()
     sqlite3_vfs_register(gEstado.real, 1);
 }
 
-void DiscoFalho::reset()
+void DiscoFalho::failAt(int call, bool forEver, bool full)
 {
     gEstado.calls = 0;
     gEstado.syncs = 0;
-    gEstado.failCall = 0;
-    gEstado.full = false;
-    gEstado.failed = false;
-}
-
-void DiscoFalho::failAt(int call, bool forEver, bool full)
-{
-    reset();
     gEstado.failCall = call;
     gEstado.forEver = forEver;
     gEstado.full = full;
+    gEstado.failed = false;
 }
 
-int DiscoFalho::calls() const
+void DiscoFalho::reset()
 {
-    return gEstado.calls;
+    failAt(0, false);
 }
 
 int DiscoFalho::syncs() const

@@ -4,9 +4,6 @@
 
 namespace quorel::teste {
 
-/// Kinds of calls from SQLite to the disk.
-enum class Acesso { Abre, Apaga, Existe, Le, Grava, Trunca, Sincroniza, Tamanho, Trava };
-
 /// Stands between SQLite and the disk as the default file system of the process: counts the calls and fails those it
 /// is told to. Syncs are counted and left out, since no test cuts the power. One at a time, made before the first
 /// database is opened; no database may be open when it goes.
@@ -23,8 +20,7 @@ public:
     /// @param full  writes fail for want of space and nothing else fails
     void failAt(int call, bool forEver, bool full = false);
 
-    int calls() const; ///< since reset(); with `full` only writes count
-    int syncs() const;
+    int syncs() const; ///< since reset()
     bool failed() const; ///< whether a call was failed
     void syncForReal(); ///< syncs are passed on from now on
 };
