@@ -5,10 +5,10 @@
 #include "data/schema.h"
 #include "platform/costuras.h"
 #include "support/suporte.h"
+#include "support/tabela.h"
 
 #include <QDir>
 #include <QFile>
-#include <QTest>
 #include <QUuid>
 
 #include <sqlite3.h>
@@ -155,6 +155,12 @@ QString TesteBD::outcome(const QString &steps)
         all += u"; told "_s + box;
     const QString after = inFile();
     return all + (after == before ? QString() : u"; file "_s + after);
+}
+
+void TesteBD::plays()
+{
+    const auto [steps, expected] = row<QString, QString>();
+    QCOMPARE(outcome(steps), expected);
 }
 
 QString TesteBD::told()

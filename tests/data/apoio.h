@@ -38,13 +38,6 @@ private:
 /// Three classes without pupils: 1 a, 2 b and 3 c.
 extern const QString kTresClasses;
 
-/// A row of a table: steps, and what TesteBD::outcome() is to make of them.
-struct Historia
-{
-    const char *name;
-    QString steps, outcome;
-};
-
 /// A test on gBD. Each of its rows has a register of its own, open, with a query under the alias "RS".
 /// Boxes are answered with Ok or Sim, and kept: one that the test does not take with told() fails it.
 class TesteBD : public QObject
@@ -61,6 +54,7 @@ protected:
     /// Plays steps. @return the state, and behind "; " each what came with it: "gives" what the last step gave, "fails"
     /// the number that ended them, "told" a box as in told(), "file" what inFile() tells, where that is something new
     QString outcome(const QString &steps);
+    void plays(); ///< a row<QString, QString>(): steps and the outcome() that they are to have
     /// Takes the boxes shown so far, a line each: "title: text" behind "!" (critical), "i" (information) or "?" (Yes
     /// and No) and a blank. Line ends within a text are "/".
     QString told();

@@ -2,11 +2,8 @@
 #include "passos.h"
 
 #include "data/conexao.h"
-#include "data/consultas.h"
-#include "data/datas.h"
 #include "support/tabela.h"
 
-#include <QDateTime>
 #include <QFile>
 #include <QTimer>
 
@@ -25,7 +22,6 @@ public:
     TstBd() : TesteBD(kTresClasses, {}) { }
 
 private slots:
-    void logRowIsInTheFile();
     void opensWithASearch();
     void failedOpeningIsToldAndRaised_data();
     void failedOpeningIsToldAndRaised();
@@ -35,7 +31,6 @@ private slots:
     void resolves();
     void aliasesIgnoreCase();
     void emptyAliasMeansTheLastTable();
-    void emptySqlLeavesItClosed();
     void aliasUsedAgainForgetsPositionFilterAndOrder();
     void closesATable();
     void closesAll();
@@ -57,29 +52,6 @@ void TstBd::openThree()
         gBD->Records_Set(kClasses, name);
 }
 
-void TstBd::logRowIsInTheFile()
-{
-    gBD->Records_Set(consultas::logDoAluno(9999, 9999), u"RSLog"_s);
-    for (int i = 1; i <= 2; ++i) {
-        gBD->TransacaoInicio();
-        gBD->RegistroAdiciona(u"RSLog"_s);
-        QCOMPARE(gBD->PosicaoRegistroAtual(), 0);
-        gBD->RegistroTroca(u"LG_Aluno"_s, 9999, u"RSLog"_s);
-        gBD->RegistroTroca(u"LG_Classe"_s, 9999, u"RSLog"_s);
-        gBD->RegistroTroca(u"LG_Data"_s, QDateTime({2026, 11, 24}, {10, 0, i, 500}), u"RSLog"_s);
-        gBD->RegistroTroca(u"RO_Cod"_s, 7, u"RSLog"_s);
-        gBD->RegistroTroca(u"LG_Resp"_s, u"Ciências<disc>Água<rot>A:"_s, u"RSLog"_s);
-        gBD->RegistroAtualiza(u"RSLog"_s);
-        gBD->TransacaoFim();
-        gBD->ReAtualizaRecordSet(u"RSLog"_s);
-    }
-    QCOMPARE(gBD->NumeroTotalDeRegistros(u"RSLog"_s), 2);
-    QCOMPARE(gBD->Campo(u"lg_data"_s, u"RSLog"_s), QVariant(wallClock({2026, 11, 24}, {10, 0, 2})));
-    QCOMPARE(inFile(u"SELECT * FROM LG_LogAulas ORDER BY LG_Id"_s),
-        u"9999|9999|2026-11-24 10:00:01|7|NULL|Ciências<disc>Água<rot>A:|1\n"
-        "9999|9999|2026-11-24 10:00:02|7|NULL|Ciências<disc>Água<rot>A:|2"_s);
-}
-
 void TstBd::opensWithASearch()
 {
     gBD->Records_Set(kClasses, u"RS"_s, u"CL_Nome='B'"_s);
@@ -88,18 +60,10 @@ void TstBd::opensWithASearch()
     QCOMPARE(gBD->PosicaoRegistroAtual(), 1);
 }
 
-struct Abertura
-{
-    const char *name;
-    QString sql, search;
-    int number;
-    QString description;
-};
-
 void TstBd::failedOpeningIsToldAndRaised_data()
 {
     const QString notRead = u"A instrução SQL não pôde ser entendida."_s;
-    rows<Abertura>({
+    rows<QString, QString, int, QString>({
         {"no query", u"Abre te"_s, {}, kErroSql, notRead},
         {"no table", u"Select * From Nada"_s, {}, kErroTabela, "Não existe a tabela ou consulta \"Nada\"."},
         {"no column", u"Select Nada From CL_Classes"_s, {}, kErroSql, "Não existe a coluna \"Nada\"."},
@@ -119,14 +83,14 @@ void TstBd::failedOpeningIsToldAndRaised_data()
 /// A query reads; whatever else stands in it changes nothing.
 void TstBd::failedOpeningIsToldAndRaised()
 {
-    QFETCH(Abertura, test);
-    QCOMPARE(failureOf([&] { gBD->Records_Set(test.sql, u"Rs"_s, test.search); }), test.number);
+    const auto [sql, search, number, description] = row<QString, QString, int, QString>();
+    QCOMPARE(failureOf([&] { gBD->Records_Set(sql, u"Rs"_s, search); }), number);
     const QString box = told();
-    const QString begin = u"Rs: %1/%2\t"_s.arg(test.sql).arg(test.number);
-    if (test.description.isEmpty()) // the store's own reasons differ
+    const QString begin = u"Rs: %1/%2\t"_s.arg(sql).arg(number);
+    if (description.isEmpty()) // the store's own reasons differ
         QVERIFY2(box.startsWith(begin) && box.size() > begin.size(), qPrintable(box));
     else
-        QCOMPARE(box, begin + test.description);
+        QCOMPARE(box, begin + description);
     QCOMPARE(inFile(), u"1a 2b 3c"_s);
 }
 
@@ -153,32 +117,23 @@ void TstBd::opensBetweenTurnsOfEvents()
     QCOMPARE(gBD->NumeroTotalDeRegistros(u"dentro"_s), 0);
 }
 
-struct Resolucao
-{
-    const char *name;
-    QVariant alias;
-    bool warns;
-    qint16 slot;
-    qint16 after; ///< what an empty alias means then
-    QString told = {};
-};
-
 void TstBd::resolves_data()
 {
-    rows<Resolucao>({
-        {"first", u"um"_s, true, 1, 1},
-        {"case, accents", u"TRÊS"_s, true, 3, 3},
-        {"empty", u""_s, true, 2, 2},
-        {"nothing", {}, true, 2, 2},
-        {"a number", 3, true, 3, 3},
-        {"a text that begins with a digit", u"3 classes"_s, true, 3, 3},
-        {"a slot that is not there", 40, true, 40, 40},
-        {"halves to even", 2.5, true, 2, 2},
-        {"too large for a slot", 40000, true, 1, 1},
-        {"unknown, without warning", u"quatro"_s, false, 4, 4},
-        {"0 is no slot", 0, false, 4, 4},
-        {"nor is -1", -1, false, 4, 4},
-        {"a blank is no empty alias", u" "_s, false, 4, 4},
+    rows<QVariant, bool, qint16, qint16, QString>({
+        // what it means; what an empty alias means then
+        {"first", u"um"_s, true, 1, 1, ""},
+        {"case, accents", u"TRÊS"_s, true, 3, 3, ""},
+        {"empty", u""_s, true, 2, 2, ""},
+        {"nothing", {}, true, 2, 2, ""},
+        {"a number", 3, true, 3, 3, ""},
+        {"a text that begins with a digit", u"3 classes"_s, true, 3, 3, ""},
+        {"a slot that is not there", 40, true, 40, 40, ""},
+        {"halves to even", 2.5, true, 2, 2, ""},
+        {"too large for a slot", 40000, true, 1, 1, ""},
+        {"unknown, without warning", u"quatro"_s, false, 4, 4, ""},
+        {"0 is no slot", 0, false, 4, 4, ""},
+        {"nor is -1", -1, false, 4, 4, ""},
+        {"a blank is no empty alias", u" "_s, false, 4, 4, ""},
         {"unknown, with a box", u"quatro"_s, true, 1, 2,
             "Blocos de Roteiros do Sistema Quorel: Tabela não especificada !!!!  (quatro)/"
             "Como padrão será selecionda a Primeira Tabela da Lista"},
@@ -187,12 +142,12 @@ void TstBd::resolves_data()
 
 void TstBd::resolves()
 {
-    QFETCH(Resolucao, test);
+    const auto [alias, warns, slot, after, box] = row<QVariant, bool, qint16, qint16, QString>();
     openThree();
     gBD->NumeroTotalDeRegistros(u"dois"_s);
-    QCOMPARE(gBD->Resolve_Alias(test.alias, test.warns), test.slot);
-    QCOMPARE(gBD->Resolve_Alias({}), test.after);
-    QCOMPARE(told(), test.told);
+    QCOMPARE(gBD->Resolve_Alias(alias, warns), slot);
+    QCOMPARE(gBD->Resolve_Alias({}), after);
+    QCOMPARE(told(), box);
 }
 
 void TstBd::aliasesIgnoreCase()
@@ -222,14 +177,6 @@ void TstBd::emptyAliasMeansTheLastTable()
     QCOMPARE(gBD->Resolve_Alias({}), qint16(0));
     QCOMPARE(failureOf([] { gBD->NumeroTotalDeRegistros(); }), int(kFalhaIndice));
     QCOMPARE(failureOf([] { gBD->Records_Set(kPupils, {}); }), int(kFalhaIndice)); // and nothing is told
-}
-
-void TstBd::emptySqlLeavesItClosed()
-{
-    gBD->Records_Set({}, u"vazio"_s);
-    QVERIFY(gBD->ExisteAlias(u"vazio"_s));
-    QVERIFY(!gBD->GetRecordSet(u"vazio"_s)->isOpen());
-    QVERIFY(gBD->TabelaVazia(u"vazio"_s));
 }
 
 void TstBd::aliasUsedAgainForgetsPositionFilterAndOrder()
@@ -289,21 +236,14 @@ void TstBd::closingEndsAtTheFirstFailure()
     QCOMPARE(gBD->NumeroTotalDeRegistros(u"três"_s), 3);
 }
 
-struct Fonte
-{
-    const char *name;
-    QString line; ///< "" is the default
-    QString source; ///< %1 is the register's path
-    int number = 0;
-};
-
 void TstBd::connectionStrings_data()
 {
-    rows<Fonte>({
-        {"a path", "", "%1"},
-        {"a whole string", "", "Data Source=%1;PROVIDER=Microsoft.Jet.OLEDB.4.0"},
-        {"in any case", "nada=", "pRoViDeR = microsoft.jet.oledb.4.0 ; data source=%1;User=x"},
-        {"a prefix of one's own", "Provider=Microsoft.Jet.OLEDB.4.0;Mode=1;Data Source=", "%1"},
+    rows<QString, QString, int>({
+        // prefix, "" the default; source, %1 the register's path
+        {"a path", "", "%1", 0},
+        {"a whole string", "", "Data Source=%1;PROVIDER=Microsoft.Jet.OLEDB.4.0", 0},
+        {"in any case", "nada=", "pRoViDeR = microsoft.jet.oledb.4.0 ; data source=%1;User=x", 0},
+        {"a prefix of one's own", "Provider=Microsoft.Jet.OLEDB.4.0;Mode=1;Data Source=", "%1", 0},
         {"another provider", "", "Provider=MSDASQL;Data Source=%1", kErroArmazem},
         {"a prefix without provider", "Data Source=", "%1", kErroArmazem},
         {"no such file", "", "%1.x", kErroArmazem},
@@ -313,16 +253,16 @@ void TstBd::connectionStrings_data()
 
 void TstBd::connectionStrings()
 {
-    QFETCH(Fonte, test);
+    const auto [line, pattern, number] = row<QString, QString, int>();
     const QString usual = u"Provider=Microsoft.Jet.OLEDB.4.0;Data Source="_s;
     reiniciaData();
-    gBD->Linha_Conexao(test.line);
-    QCOMPARE(gBD->Linha_Conexao(), test.line.isEmpty() ? usual : test.line);
-    const QString source = QString(test.source).replace("%1"_L1, mRegistro->path());
-    QCOMPARE(failureOf([&] { gBD->Source(source); }), test.number); // reaches the caller, without a box
-    QCOMPARE(gBD->Source() != nullptr, test.number == 0);
+    gBD->Linha_Conexao(line);
+    QCOMPARE(gBD->Linha_Conexao(), line.isEmpty() ? usual : line);
+    const QString source = QString(pattern).replace("%1"_L1, mRegistro->path());
+    QCOMPARE(failureOf([&] { gBD->Source(source); }), number); // reaches the caller, without a box
+    QCOMPARE(gBD->Source() != nullptr, number == 0);
     QVERIFY(!QFile::exists(mRegistro->native() + u".x"_s)); // nothing is created
-    if (test.number != 0)
+    if (number != 0)
         return;
     QCOMPARE(gBD->Linha_Conexao(), usual); // the prefix served once
     gBD->Records_Set(kClasses, u"RS"_s);

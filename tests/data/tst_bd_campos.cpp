@@ -56,18 +56,10 @@ void TstBdCampos::init()
     gBD->Records_Set(u"Select * From T"_s, u"T"_s);
 }
 
-struct Troca
-{
-    const char *name;
-    QVariant field, value;
-    qint32 kind;
-    QVariant kept;
-};
-
 void TstBdCampos::assigns_data()
 {
     const QString text = u"Texto"_s, number = u"Duplo"_s;
-    rows<Troca>({
+    rows<QVariant, QVariant, qint32, QVariant>({
         {"as it is", text, u"x"_s, kTrocaComoEsta, u"x"_s},
         {"an empty text, not Null", text, u""_s, kTrocaComoEsta, u""_s},
         {"nothing is an empty text", text, {}, kTrocaComoEsta, u""_s},
@@ -86,13 +78,13 @@ void TstBdCampos::assigns_data()
 
 void TstBdCampos::assigns()
 {
-    QFETCH(Troca, test);
-    gBD->RegistroTroca(test.field, test.value, u"t"_s, test.kind);
-    QCOMPARE(gBD->Campo(test.field, u"T"_s), test.kept);
+    const auto [field, value, kind, kept] = row<QVariant, QVariant, qint32, QVariant>();
+    gBD->RegistroTroca(field, value, u"t"_s, kind);
+    QCOMPARE(gBD->Campo(field, u"T"_s), kept);
     gBD->RegistroAtualiza(u"T"_s);
     gBD->ReAtualizaRecordSet(u"T"_s);
-    QCOMPARE(gBD->Campo(test.field, u"T"_s), test.kept);
-    QCOMPARE(gBD->Campo(test.field, u"T"_s).typeId(), test.kept.typeId());
+    QCOMPARE(gBD->Campo(field, u"T"_s), kept);
+    QCOMPARE(gBD->Campo(field, u"T"_s).typeId(), kept.typeId());
 }
 
 void TstBdCampos::includes()
@@ -174,16 +166,9 @@ void TstBdCampos::fieldByBookmark()
     QCOMPARE(gBD->Campo(u"Nada"_s, u"RS"_s, 2), QVariant(u""_s)); // neither is even looked at
 }
 
-struct Achado
-{
-    const char *name;
-    QVariant field;
-    QString text;
-};
-
 void TstBdCampos::givesWhatIsFound_data()
 {
-    rows<Achado>({
+    rows<QVariant, QString>({
         {"by name", u"cl_prof"_s, "x"},
         {"by number", 0, "2"},
         {"all", -1, "2\tb\tx\t\t"},
@@ -195,12 +180,12 @@ void TstBdCampos::givesWhatIsFound_data()
 
 void TstBdCampos::givesWhatIsFound()
 {
-    QFETCH(Achado, test);
+    const auto [field, text] = row<QVariant, QString>();
     QString criterion = u"CL_Cod=2"_s;
-    QCOMPARE(gBD->Pesquisa(criterion, u"RS"_s, test.field), test.text);
+    QCOMPARE(gBD->Pesquisa(criterion, u"RS"_s, field), text);
     QCOMPARE(gBD->PosicaoRegistroAtual(), 2);
     play(u"first"_s);
-    QCOMPARE(gBD->LocalizarProxima(criterion, u"RS"_s, test.field), test.text);
+    QCOMPARE(gBD->LocalizarProxima(criterion, u"RS"_s, field), text);
 }
 
 void TstBdCampos::criterionIsLeftInUpperCase()
@@ -233,21 +218,14 @@ static QByteArray bitmap(int width)
     return bytes;
 }
 
-struct Figura
-{
-    const char *name;
-    QByteArray bytes;
-    int width; ///< 0: the control is left alone
-    QString told = {};
-};
-
 void TstBdCampos::picture_data()
 {
-    rows<Figura>({
-        {"within a kilobyte", bitmap(5), 5},
-        {"several kilobytes", bitmap(900), 900},
-        {"empty", QByteArray(""), 0},
-        {"Null", QByteArray(), 0},
+    rows<QByteArray, int, QString>({
+        // width: 0: the control is left alone
+        {"within a kilobyte", bitmap(5), 5, ""},
+        {"several kilobytes", bitmap(900), 900, ""},
+        {"empty", QByteArray(""), 0, ""},
+        {"Null", QByteArray(), 0, ""},
         {"no picture", QByteArray("nada"), 0,
             u"! T - Campo: "_s + ErroExecucao(kFalhaFigura).descricao() + u"/Campo (Bytes)"_s},
     });
@@ -255,16 +233,16 @@ void TstBdCampos::picture_data()
 
 void TstBdCampos::picture()
 {
-    QFETCH(Figura, test);
-    const QString literal = test.bytes.isNull() ? u"NULL"_s : u"x'%1'"_s.arg(QString(test.bytes.toHex()));
+    const auto [bytes, width, box] = row<QByteArray, int, QString>();
+    const QString literal = bytes.isNull() ? u"NULL"_s : u"x'%1'"_s.arg(QString(bytes.toHex()));
     mRegistro->sql(u"UPDATE T SET Bytes = "_s + literal);
     gBD->ReAtualizaRecordSet(u"T"_s);
     QLabel label;
     QDir::setCurrent(QDir::tempPath());
     gBD->CampoImagem(label, u"Bytes"_s, u"T"_s);
-    QCOMPARE(label.pixmap().width(), test.width);
+    QCOMPARE(label.pixmap().width(), width);
     QVERIFY(!QFile::exists(u"temppic.bmp"_s));
-    QCOMPARE(told(), test.told);
+    QCOMPARE(told(), box);
 }
 
 void TstBdCampos::savesAFile()
@@ -304,20 +282,12 @@ void TstBdCampos::copiesARecord()
     QCOMPARE(inFile(kCopied), u"1|5|1|um|longo|NULL|NULL\n2|0|0|||NULL|NULL"_s);
 }
 
-struct Copia
-{
-    const char *name;
-    QString source;
-    int from; ///< records to skip
-    bool skipsFirst;
-    QString rows;
-};
-
 void TstBdCampos::copiesATable_data()
 {
     const QString all = u"Select * From De"_s;
     const QString copied = u"1|5|1|um|longo|NULL|NULL\n2|0|0|||NULL|NULL\n3|7|1|três||NULL|NULL"_s;
-    rows<Copia>({
+    rows<QString, int, bool, QString>({
+        // from: records to skip
         {"all", all, 0, false, copied},
         {"without the first field", all, 0, true, copied},
         {"from the current one on", all, 2, false, "1|7|1|três||NULL|NULL"},
@@ -329,15 +299,15 @@ void TstBdCampos::copiesATable_data()
 
 void TstBdCampos::copiesATable()
 {
-    QFETCH(Copia, test);
+    const auto [source, from, skipsFirst, rows] = row<QString, int, bool, QString>();
     mRegistro->sql(kTables);
-    gBD->Records_Set(test.source, u"de"_s);
+    gBD->Records_Set(source, u"de"_s);
     gBD->Records_Set(u"Select * From Para"_s, u"para"_s);
-    for (int i = 0; i < test.from; ++i)
+    for (int i = 0; i < from; ++i)
         gBD->MoveProximoRegistro(u"de"_s);
-    gBD->CopiaTabela(u"de"_s, u"para"_s, test.skipsFirst);
+    gBD->CopiaTabela(u"de"_s, u"para"_s, skipsFirst);
     QVERIFY(gBD->FimDeArquivo(u"de"_s));
-    QCOMPARE(inFile(kCopied), test.rows);
+    QCOMPARE(inFile(kCopied), rows);
 }
 
 void TstBdCampos::copyIsTold()

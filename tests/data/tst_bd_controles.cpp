@@ -30,28 +30,20 @@ public:
 
 private slots:
     void init();
-    void comboListsAColumn();
-    void emptySetKeepsTheOldList();
-    void chooses_data();
-    void chooses();
-    void nothingChosen_data();
-    void nothingChosen();
-    void comboOfAnUnknownAliasFails();
-    void listFollowsTheRecords();
-    void choiceKeepsItsRow();
-    void textSurvivesReadingAgain();
+    void combosAndLists_data();
+    void combosAndLists();
+    void fieldOfTheList();
     void newListIsSilent();
     void secondColumn_data();
     void secondColumn();
     void gridShowsAllFields();
     void gridWidths();
-    void areCleared();
     void controlShowsAField();
 
 private:
-    void showNames();
-    QVariant comboCode() { return gBD->Combo_Cod(*mCombo, u"RS"_s); }
-    QVariant listCode() { return gBD->List_Cod(*mList, u"RS"_s); }
+    /// Plays steps on the controls, and those of passos.h. @return what the last of them gave; "fails" and the number
+    QString result(const QString &steps);
+    QVariant act(const QString &word, const QString &rest);
 
     std::unique_ptr<QComboBox> mCombo;
     std::unique_ptr<QListView> mList;
@@ -67,20 +59,11 @@ void TstBdControles::init()
     mField.clear();
 }
 
-/// The names of the classes in a combo and a list.
-void TstBdControles::showNames()
-{
-    mField = u"CL_Nome"_s;
-    gBD->Combo_Set(*mCombo, u"RS"_s, mField);
-    gBD->List_Set(*mList, u"RS"_s, mField);
-}
-
-template <typename Controle>
-static QString listed(const Controle &control)
+static QString listed(const QAbstractItemModel &model)
 {
     QStringList texts;
-    for (int row = 0; row < control.model()->rowCount(); ++row)
-        texts << control.model()->index(row, 0).data().toString();
+    for (int row = 0; row < model.rowCount(); ++row)
+        texts << model.index(row, 0).data().toString();
     return texts.join(u',');
 }
 
@@ -89,173 +72,148 @@ static void pick(QAbstractItemView &view, int row)
     view.setCurrentIndex(view.model()->index(row, 0));
 }
 
-static void goDown(QComboBox &combo, int times)
+/// show ALIAS: a field (CL_Nome at first) in combo and list; type TEXT: into the combo, key by key, and Enter; put
+/// TEXT: into it by code; down N: arrow keys in it; pick N: a row of the list; clear: both. What they give: typed,
+/// options (the combo's text and list), shown, chosen (the list's rows and its chosen one), combo, list (their codes).
+QVariant TstBdControles::act(const QString &word, const QString &rest)
 {
-    for (int i = 0; i < times; ++i)
-        QTest::keyClick(&combo, Qt::Key_Down);
+    if (word == "show"_L1) {
+        mField = rest == "vazio"_L1 ? QString() : u"CL_Nome"_s;
+        gBD->Combo_Set(*mCombo, rest, mField);
+        gBD->List_Set(*mList, rest, mField);
+    } else if (word == "type"_L1) {
+        QTest::keyClicks(mCombo->lineEdit(), rest);
+        QTest::keyClick(mCombo.get(), Qt::Key_Return);
+    } else if (word == "put"_L1) {
+        mCombo->setEditText(rest);
+    } else if (word == "down"_L1) {
+        for (int i = 0; i < rest.toInt(); ++i)
+            QTest::keyClick(mCombo.get(), Qt::Key_Down);
+    } else if (word == "pick"_L1) {
+        pick(*mList, rest.toInt());
+    } else if (word == "clear"_L1) {
+        gBD->Combo_Zera(*mCombo);
+        gBD->List_Zera(*mList);
+    } else {
+        return word == "typed"_L1  ? mCombo->currentText()
+            : word == "options"_L1 ? listed(*mCombo->model())
+            : word == "shown"_L1   ? listed(*mList->model())
+            : word == "chosen"_L1  ? mList->currentIndex().data()
+            : word == "combo"_L1   ? gBD->Combo_Cod(*mCombo, rest.isEmpty() ? u"RS"_s : rest)
+            : word == "list"_L1    ? gBD->List_Cod(*mList, u"RS"_s)
+                                   : QVariant(play(word + u' ' + rest));
+    }
+    return {};
 }
 
-void TstBdControles::comboListsAColumn()
+QString TstBdControles::result(const QString &steps)
+{
+    QVariant given;
+    try {
+        for (const QString &step : steps.split(u"; "_s))
+            given = act(step.section(u' ', 0, 0), step.section(u' ', 1));
+    } catch (const ErroExecucao &erro) {
+        return u"fails %1"_s.arg(erro.numero());
+    }
+    return given.isValid() ? given.toString() : u"nothing"_s;
+}
+
+void TstBdControles::combosAndLists_data()
+{
+    rows<QString, QString>({
+        {"typed", "show RS; type a; combo", "1"},
+        {"typed in another case", "show RS; type A; combo", "1"},
+        {"two that equal it: the first", "show RS; type b; combo", "2"},
+        {"unless the current one does", "last; previous; show RS; type b; combo", "3"},
+        {"typed, off the records", "end; show RS; type b; combo", "2"},
+        {"a text that none has: the current one", "next; show RS; type x; combo", "2"},
+        {"the beginning of one is none", "last; show RS; type ax; combo", "4"},
+        {"picked", "show RS; down 2; combo", "2"},
+        {"picked: its own row, not its text's", "show RS; down 3; combo", "3"},
+        {"picked in the list", "show RS; pick 2; list", "3"},
+        {"it becomes current", "show RS; down 3; combo; Campo CL_Cod", "3"},
+
+        {"nothing chosen: the current record's", "next; combo", "2"},
+        {"of a list too", "next; list", "2"},
+        {"behind the end: the first one's", "end; combo", "1"},
+        {"of a list too, behind the end", "end; list", "1"},
+        {"of no records: nothing", "remove all; requery; combo", "nothing"},
+        {"of a list of none", "remove all; requery; list", "nothing"},
+        {"of a deleted one that was the last: 0", "remove all; combo", "0"},
+        {"of a list of deleted ones", "remove all; list", "0"},
+        {"of an added one: it has none", "add; combo", ""},
+        {"before the first: a failure", "previous; combo", "fails 3021"},
+        {"before the first, in a list", "previous; list", "fails 3021"},
+        {"on a deleted one: a failure", "remove; combo", "fails 3021"},
+        {"on a deleted one, in a list", "remove; list", "fails 3021"},
+        {"an unknown alias: a failure without a box", "combo nenhum", "fails 9"},
+
+        {"lists a column", "show RS; options", "a,b,B,"},
+        {"nobody chose anything", "show RS; typed", ""},
+        {"what is typed is not inserted", "show RS; type nova; options", "a,b,B,"},
+        {"kept: an empty set leaves the combo's list", "show RS; show vazio; options", "a,b,B,"},
+        {"and clears its text", "show RS; put b; show vazio; typed", ""},
+        {"its code is nothing", "show RS; show vazio; combo vazio", "nothing"},
+        {"and the list's rows", "show RS; show vazio; shown", ""},
+        {"a row that is pending is not listed", "show RS; add d; shown", "a,b,B,"},
+        {"added", "show RS; add d; update; shown", "a,b,B,,d"},
+        {"deleted", "show RS; remove; shown", "b,B,"},
+        {"changed", "show RS; next; name z; update; shown", "a,z,B,"},
+        {"sorted", "show RS; sort CL_Nome DESC; shown", "b,B,a,"},
+        {"filtered", "show RS; filter CL_Cod>2; shown", "B,"},
+        {"closed", "show RS; close; shown", ""},
+
+        {"a choice keeps its row when others change", "show RS; down 3; first; name q; update; combo", "3"},
+        {"in a list too", "show RS; pick 2; first; name q; update; list", "3"},
+        {"in a list filtered", "show RS; pick 2; filter CL_Cod>2; list", "3"},
+        {"read again, its text decides", "show RS; down 3; first; requery; combo", "2"},
+        {"in a list too, its text", "show RS; pick 2; requery; chosen", "b"},
+        {"the text stays when it is read again",
+            "show RS; put b; file DELETE FROM CL_Classes WHERE CL_Cod = 2; requery; typed", "b"},
+        {"and chooses anew", "show RS; put b; file DELETE FROM CL_Classes WHERE CL_Cod = 2; requery; combo", "3"},
+        {"unless none has it any more", "show RS; put b; file DELETE FROM CL_Classes WHERE CL_Cod > 1; requery; combo",
+            "1"},
+
+        {"cleared: no text", "show RS; put b; clear; requery; typed", ""},
+        {"cleared: no options", "show RS; put b; clear; last; requery; options", ""},
+        {"cleared: no rows", "show RS; clear; last; requery; shown", ""},
+        {"cleared: nothing chosen", "show RS; put b; clear; clear; combo", "1"},
+        {"cleared: nothing chosen in a list", "show RS; pick 2; clear; list", "1"},
+    });
+}
+
+void TstBdControles::combosAndLists()
+{
+    const auto [steps, expected] = row<QString, QString>();
+    QCOMPARE(result(steps), expected);
+    QCOMPARE(told(), u""_s);
+}
+
+void TstBdControles::fieldOfTheList()
 {
     gBD->Combo_Set(*mCombo, u"rs"_s, mField);
     QCOMPARE(mField, u"CL_Cod"_s); // the first column's name comes back
-    QCOMPARE(listed(*mCombo), u"1,2,3,4"_s);
-    mField = u"cl_nome"_s;
-    gBD->Combo_Set(*mCombo, u"RS"_s, mField);
-    QCOMPARE(mField, u"cl_nome"_s);
-    QCOMPARE(listed(*mCombo), u"a,b,B,"_s);
-    QCOMPARE(mCombo->currentText(), u""_s); // nobody chose anything
+    QCOMPARE(listed(*mCombo->model()), u"1,2,3,4"_s);
     mField = u"AL_Nome"_s;
     QCOMPARE(failureOf([&] { gBD->Combo_Set(*mCombo, u"RS"_s, mField); }), int(kErroNome));
-    QTest::keyClicks(mCombo.get(), u"nova"_s);
-    QTest::keyClick(mCombo.get(), Qt::Key_Return);
-    QCOMPARE(listed(*mCombo), u"a,b,B,"_s); // inserts nothing
-}
-
-void TstBdControles::emptySetKeepsTheOldList()
-{
-    showNames();
-    mCombo->setEditText(u"b"_s);
     mField.clear();
     gBD->Combo_Set(*mCombo, u"vazio"_s, mField);
     QCOMPARE(mField, u""_s);
-    QCOMPARE(mCombo->currentText(), u""_s);
-    QCOMPARE(listed(*mCombo), u"a,b,B,"_s);
-    QVERIFY(!gBD->Combo_Cod(*mCombo, u"vazio"_s).isValid());
-    gBD->List_Set(*mList, u"vazio"_s, mField); // but clears that of a list
+    gBD->List_Set(*mList, u"vazio"_s, mField);
     QCOMPARE(mField, u"AL_Cod"_s);
-    QCOMPARE(listed(*mList), u""_s);
-}
-
-struct Escolha
-{
-    const char *name;
-    QString before, typed;
-    int downs; ///< presses of the arrow key
-    int code;
-};
-
-void TstBdControles::chooses_data()
-{
-    rows<Escolha>({
-        {"typed", "", "a", 0, 1},
-        {"typed in another case", "", "A", 0, 1},
-        {"two that equal it: the first", "", "b", 0, 2},
-        {"unless the current one does", "last; previous", "b", 0, 3},
-        {"a text that none has: the current one", "next", "x", 0, 2},
-        {"the beginning of one is none", "last", "ax", 0, 4},
-        {"picked", "", "", 2, 2},
-        {"picked: its own row, not its text's", "", "", 3, 3},
-    });
-}
-
-void TstBdControles::chooses()
-{
-    QFETCH(Escolha, test);
-    play(test.before);
-    showNames();
-    QTest::keyClicks(mCombo->lineEdit(), test.typed);
-    goDown(*mCombo, test.downs);
-    QCOMPARE(comboCode(), QVariant(test.code));
-    QCOMPARE(gBD->Campo(u"CL_Cod"_s, u"RS"_s), QVariant(test.code)); // it became current
-}
-
-struct SemEscolha
-{
-    const char *name;
-    QString steps;
-    QVariant code;
-    int number = 0;
-};
-
-void TstBdControles::nothingChosen_data()
-{
-    rows<SemEscolha>({
-        {"the current record's", "next", 2},
-        {"the first one's behind the end", "end", 1},
-        {"nothing on no records", "remove all; requery", {}},
-        {"0 on a deleted one that was the last", "remove all", 0},
-        {"an added one has none", "add", u""_s},
-        {"before the first: a failure", "previous", {}, kErroSemRegistro},
-        {"on a deleted one: a failure", "remove", {}, kErroSemRegistro},
-    });
-}
-
-void TstBdControles::nothingChosen()
-{
-    QFETCH(SemEscolha, test);
-    play(test.steps);
-    QVariant found;
-    QCOMPARE(failureOf([&] { found = comboCode(); }), test.number);
-    QCOMPARE(found, test.code);
-    if (test.steps == "add"_L1)
-        return; // a list would read the second column then
-    found.clear();
-    QCOMPARE(failureOf([&] { found = listCode(); }), test.number);
-    QCOMPARE(found, test.code);
-}
-
-void TstBdControles::comboOfAnUnknownAliasFails()
-{
-    QCOMPARE(failureOf([&] { gBD->Combo_Cod(*mCombo, u"nenhum"_s); }), int(kFalhaIndice)); // without a box
+    QComboBox unknown; // does not name the last table
+    QCOMPARE(failureOf([&] { gBD->Combo_Cod(unknown, u"nenhum"_s); }), int(kFalhaIndice));
     QCOMPARE(gBD->Resolve_Alias({}), qint16(3));
-}
-
-void TstBdControles::listFollowsTheRecords()
-{
-    showNames();
-    const auto after = [&](const QString &steps) {
-        play(steps);
-        return listed(*mList);
-    };
-    QCOMPARE(after(u"add d"_s), u"a,b,B,"_s); // pending
-    QCOMPARE(after(u"update"_s), u"a,b,B,,d"_s);
-    QCOMPARE(after(u"first; remove"_s), u"b,B,,d"_s);
-    QCOMPARE(after(u"next; name z; update"_s), u"z,B,,d"_s);
-    QCOMPARE(after(u"sort CL_Nome DESC"_s), u"z,d,B,"_s);
-    QCOMPARE(after(u"filter CL_Cod>2"_s), u"d,B,"_s);
-    pick(*mList, 0);
-    QCOMPARE(listCode(), QVariant(5));
-    play(u"requery"_s); // chosen again by its text
-    QCOMPARE(mList->currentIndex().data().toString(), u"d"_s);
-    QCOMPARE(after(u"close"_s), u""_s);
-}
-
-/// Other rows may change meanwhile; only when they are read again the text decides.
-void TstBdControles::choiceKeepsItsRow()
-{
-    showNames();
-    goDown(*mCombo, 3);
-    pick(*mList, 2);
-    play(u"first; name q; update"_s);
-    QCOMPARE(comboCode(), QVariant(3));
-    QCOMPARE(listCode(), QVariant(3));
-    play(u"first; filter CL_Cod>2"_s);
-    QCOMPARE(listCode(), QVariant(3));
-    play(u"filter; requery"_s);
-    QCOMPARE(comboCode(), QVariant(2));
-    play(u"first"_s);
-    QCOMPARE(listCode(), QVariant(2));
-}
-
-void TstBdControles::textSurvivesReadingAgain()
-{
-    showNames();
-    mCombo->setEditText(u"b"_s);
-    play(u"file DELETE FROM CL_Classes WHERE CL_Cod = 2; requery"_s);
-    QCOMPARE(mCombo->currentText(), u"b"_s);
-    QCOMPARE(comboCode(), QVariant(3)); // chosen anew by its text
-    play(u"first; file DELETE FROM CL_Classes WHERE CL_Cod = 3; requery"_s);
-    QCOMPARE(mCombo->currentText(), u"b"_s);
-    QCOMPARE(comboCode(), QVariant(1)); // none has it any more
-    gBD->Records_Set(u"Select * From AL_Alunos"_s, u"RS"_s); // the list holds the old one
-    QCOMPARE(listed(*mList), u"a,"_s);
+    play(u"last"_s);
+    act(u"show"_s, u"RS"_s);
+    gBD->Records_Set(u"Select * From AL_Alunos"_s, u"RS"_s);
+    QCOMPARE(listed(*mList->model()), u"a,b,B,"_s); // it holds the old one
 }
 
 /// A handler of the combo's changes hears of the user's, not of a new list.
 void TstBdControles::newListIsSilent()
 {
-    showNames();
+    act(u"show"_s, u"RS"_s);
     mCombo->setEditText(u"b"_s);
     QSignalSpy edits(mCombo.get(), &QComboBox::editTextChanged);
     QSignalSpy choices(mCombo.get(), &QComboBox::currentIndexChanged);
@@ -268,16 +226,9 @@ void TstBdControles::newListIsSilent()
     QCOMPARE(edits.size(), 1);
 }
 
-struct PrimeiraColuna
-{
-    const char *name;
-    QString first;
-    QVariant code;
-};
-
 void TstBdControles::secondColumn_data()
 {
-    rows<PrimeiraColuna>({
+    rows<QString, QVariant>({
         {"above 0", "7", 7},
         {"0", "0", u"seg"_s},
         {"below 0", "-1", u"seg"_s},
@@ -289,9 +240,8 @@ void TstBdControles::secondColumn_data()
 
 void TstBdControles::secondColumn()
 {
-    QFETCH(PrimeiraColuna, test);
-    gBD->Records_Set(
-        u"Select %1 as A, 'seg' as B, 1 as C union all Select 90, 'x', 2 order by C"_s.arg(test.first), u"T"_s);
+    const auto [first, code] = row<QString, QVariant>();
+    gBD->Records_Set(u"Select %1 as A, 'seg' as B, 1 as C union all Select 90, 'x', 2 order by C"_s.arg(first), u"T"_s);
     QTableView grid;
     gBD->List_Set(*mList, u"T"_s, mField);
     gBD->Grid_Set(grid, u"T"_s);
@@ -301,8 +251,8 @@ void TstBdControles::secondColumn()
             pick(grid, 0);
             gBD->MoveProximoRegistro(u"T"_s);
         }
-        QCOMPARE(gBD->List_Cod(*mList, u"T"_s), test.code);
-        QCOMPARE(gBD->Grid_Cod(grid, u"T"_s), test.code);
+        QCOMPARE(gBD->List_Cod(*mList, u"T"_s), code);
+        QCOMPARE(gBD->Grid_Cod(grid, u"T"_s), code);
     }
     gBD->Records_Set(u"Select 0 as A"_s, u"T"_s); // no second column
     QCOMPARE(failureOf([&] { gBD->List_Cod(*mList, u"T"_s); }), int(kErroNome));
@@ -323,6 +273,8 @@ void TstBdControles::gridShowsAllFields()
     play(u"file DELETE FROM CL_Classes WHERE CL_Cod = 1; requery"_s); // chosen again by the first column
     QCOMPARE(gBD->Grid_Cod(grid, u"RS"_s), QVariant(3));
     QCOMPARE(failureOf([&] { gBD->Grid_Set(grid, 9); }), int(kFalhaIndice));
+    gBD->Grid_Zera(grid);
+    QCOMPARE(grid.model()->columnCount(), 0);
 }
 
 void TstBdControles::gridWidths()
@@ -336,25 +288,6 @@ void TstBdControles::gridWidths()
         QCOMPARE(grid.columnWidth(0), width0 > 0 ? pixels(width0) : before);
         QCOMPARE(grid.columnWidth(1), width1 > 0 ? pixels(width1) : before);
     }
-}
-
-void TstBdControles::areCleared()
-{
-    QTableView grid;
-    showNames();
-    gBD->Grid_Set(grid, u"RS"_s);
-    mCombo->setEditText(u"b"_s);
-    pick(*mList, 2);
-    gBD->Combo_Zera(*mCombo);
-    gBD->List_Zera(*mList);
-    gBD->Grid_Zera(grid);
-    play(u"last; requery"_s); // they no longer listen
-    QCOMPARE(mCombo->currentText(), u""_s);
-    QCOMPARE(listed(*mCombo) + listed(*mList), u""_s);
-    QCOMPARE(grid.model()->columnCount(), 0);
-    QCOMPARE(comboCode(), QVariant(1)); // nothing is chosen any more
-    QCOMPARE(listCode(), QVariant(1));
-    gBD->Combo_Zera(*mCombo);
 }
 
 void TstBdControles::controlShowsAField()

@@ -48,17 +48,10 @@ struct Chamada
 
 using Operacao = std::function<void(Chamada &)>;
 
-struct Membro
-{
-    const char *name;
-    Modo mode;
-    QString origin; ///< in the title of the box
-    Operacao operation;
-};
-
 void TstBdFalhas::failsInItsWay_data()
 {
-    rows<Membro>({
+    rows<Modo, QString, Operacao>({
+        // origin: in the title of the box
         {"NomeCampo", Levanta, "", [](auto &with) { gBD->NomeCampo(0, with.alias); }},
         {"lista", Levanta, "", [](auto &with) { gBD->lista(with.alias); }},
         {"Posicao", Levanta, "", [](auto &with) { gBD->Posicao(with.alias); }},
@@ -119,11 +112,11 @@ void TstBdFalhas::failsInItsWay_data()
 
 void TstBdFalhas::failsInItsWay()
 {
-    QFETCH(Membro, test);
+    const auto [mode, origin, operation] = row<Modo, QString, Operacao>();
     Chamada with;
     const auto fails = [&](int number, const QString &description) {
-        QCOMPARE(failureOf([&] { test.operation(with); }), test.mode == Levanta ? number : 0);
-        QCOMPARE(told(), test.mode == Relata ? u"! Rs - "_s + test.origin + u": "_s + description : QString());
+        QCOMPARE(failureOf([&] { operation(with); }), mode == Levanta ? number : 0);
+        QCOMPARE(told(), mode == Relata ? u"! Rs - "_s + origin + u": "_s + description : QString());
     };
     fails(kFalhaIndice, ErroExecucao(kFalhaIndice).descricao());
     gBD->Records_Set({}, u"RS"_s);
@@ -132,7 +125,7 @@ void TstBdFalhas::failsInItsWay()
     mRegistro->open();
     gBD->Records_Set(u"Select * From CL_Classes"_s, u"um"_s);
     gBD->Records_Set(u"Select * From AL_Alunos"_s, u"dois"_s);
-    ignora([&] { test.operation(with); }); // the table of slot 1 is taken, an empty one, which some of them tell
+    ignora([&] { operation(with); }); // the table of slot 1 is taken, an empty one, which some of them tell
     QCOMPARE(told().section(u'\n', 0, 0),
         u"Blocos de Roteiros do Sistema Quorel: Tabela não especificada !!!!  (Rs)/"
         "Como padrão será selecionda a Primeira Tabela da Lista"_s);

@@ -80,15 +80,9 @@ void TstCadastros::make(const QString &name, const QString &rows) const
     plainSql(file(name), rows.isNull() ? named + kGenerics : rows);
 }
 
-struct Lugar
-{
-    const char *name;
-    QString places, dirWin, opened;
-};
-
 void TstCadastros::findsTheRegister_data()
 {
-    rows<Lugar>({
+    rows<QString, QString, QString>({
         {"configured", "cad", "", "cad,Genérica"},
         {"configured before the Windows directory", "cad win", "", "cad,Genérica"},
         {"in the Windows directory", "win", "", "Genérica,win"},
@@ -98,12 +92,12 @@ void TstCadastros::findsTheRegister_data()
 
 void TstCadastros::findsTheRegister()
 {
-    QFETCH(Lugar, test);
-    for (const QString &place : test.places.split(u' '))
+    const auto [places, dirWin, opened] = row<QString, QString, QString>();
+    for (const QString &place : places.split(u' '))
         make(place);
-    configure(test.dirWin);
+    configure(dirWin);
     AbreBDAlunos();
-    QCOMPARE(classes(), test.opened);
+    QCOMPARE(classes(), opened);
 }
 
 void TstCadastros::noRegisterIsTold()
@@ -128,18 +122,12 @@ void TstCadastros::dirWinHidesTheFallback()
     QVERIFY(!gBD->Source());
 }
 
-struct Genericos
-{
-    const char *name;
-    QString sql;
-    QString rows; ///< classes, pupils, links
-};
-
 void TstCadastros::generics_data()
 {
     const QString theClass = u"9999|Genérica|Genérica|Chavema\n"_s;
     const QString link = u"9999|9999|2026-11-24 10:30:00"_s;
-    rows<Genericos>({
+    rows<QString, QString>({
+        // rows: classes, pupils, links
         {"an empty register", "", theClass + "9999|Genérico\n" + link},
         {"one that has them all",
             "INSERT INTO CL_Classes VALUES (9999, 'x', 'y', 'z'); INSERT INTO AL_Alunos VALUES (9999, 'w');"
@@ -161,14 +149,14 @@ void TstCadastros::generics_data()
 
 void TstCadastros::generics()
 {
-    QFETCH(Genericos, test);
-    make(u"cad"_s, test.sql);
+    const auto [sql, rows] = row<QString, QString>();
+    make(u"cad"_s, sql);
     AbreBDAlunos();
     gBD->Fechar();
     const QStringList found = plainSql(file(u"cad"_s),
         u"SELECT * FROM CL_Classes ORDER BY CL_Cod; SELECT * FROM AL_Alunos ORDER BY AL_Cod;"
         "SELECT AL_Cod, CL_Cod, CLxAL_DataIngr FROM CLxAL ORDER BY CLxAL_Id"_s);
-    QCOMPARE(found.join(u'\n'), test.rows);
+    QCOMPARE(found.join(u'\n'), rows);
 }
 
 void TstCadastros::secondStartTouchesNothing()
@@ -182,18 +170,9 @@ void TstCadastros::secondStartTouchesNothing()
     QCOMPARE(le(file(u"cad"_s)), bytes);
 }
 
-struct Turma
-{
-    const char *name;
-    qint32 code;
-    QString className;
-    qint32 chosen;
-    QString pupils;
-};
-
 void TstCadastros::pupilsOfTheClass_data()
 {
-    rows<Turma>({
+    rows<qint32, QString, qint32, QString>({
         {"none", 0, "", 0, "Ana,Bia,Genérico"},
         {"by code", 2, "", 2, "Bia"},
         {"by a code that is not there", 77, "", 77, ""},
@@ -207,19 +186,19 @@ void TstCadastros::pupilsOfTheClass_data()
 
 void TstCadastros::pupilsOfTheClass()
 {
-    QFETCH(Turma, test);
+    const auto [code, className, chosen, pupils] = row<qint32, QString, qint32, QString>();
     make(u"cad"_s,
         kGenerics
             + u"INSERT INTO CL_Classes VALUES (1, 'Quinta A', '', ''), (2, 'D''Água', '', '');"
               "INSERT INTO AL_Alunos VALUES (3, 'Ana'), (4, 'Bia');"
               "INSERT INTO CLxAL (AL_Cod, CL_Cod) VALUES (3, 1), (4, 2)"_s);
-    gClasse = test.code;
-    gNomeClasse = test.className;
+    gClasse = code;
+    gNomeClasse = className;
     AbreBDAlunos();
-    QCOMPARE(gClasse, test.chosen);
+    QCOMPARE(gClasse, chosen);
     QStringList found = gBD->lista(u"RSAluno"_s, u"AL_Nome"_s, u","_s).split(u',');
     found.sort();
-    QCOMPARE(found.join(u','), test.pupils);
+    QCOMPARE(found.join(u','), pupils);
 }
 
 void TstCadastros::tablesOfAllWindows()
@@ -240,17 +219,10 @@ void TstCadastros::tablesOfAllWindows()
     QCOMPARE(gBD->Campo(u"AL_Cod"_s, u"rsAlunos"_s), QVariant(10000)); // behind the generic one
 }
 
-struct Copia
-{
-    const char *name;
-    bool readOnly;
-    bool there; ///< a copy of an earlier start
-    QString next; ///< what the next start opens; empty: nothing is copied
-};
-
 void TstCadastros::copies_data()
 {
-    rows<Copia>({
+    rows<bool, bool, QString>({
+        // there: a copy of an earlier start; next: what the next start opens; empty: nothing is copied
         {"a register that can be written", false, false, ""},
         {"a read-only one", true, false, "cad,Genérica"},
         {"a read-only one, copied before", true, true, "Genérica,win"},
@@ -265,10 +237,10 @@ static void setWritable(const QString &file, bool writable)
 
 void TstCadastros::copies()
 {
-    QFETCH(Copia, test);
+    const auto [readOnly, there, next] = row<bool, bool, QString>();
     make(u"cad"_s);
-    setWritable(file(u"cad"_s), !test.readOnly);
-    if (test.there) {
+    setWritable(file(u"cad"_s), !readOnly);
+    if (there) {
         make(u"win"_s);
         setWritable(file(u"win"_s), false);
     }
@@ -278,14 +250,14 @@ void TstCadastros::copies()
     QCOMPARE(classes(), u"cad,Genérica"_s); // this run goes on with it
     setWritable(file(u"cad"_s), true);
     const QStringList copied = QDir(folder(u"win"_s)).entryList(QDir::Files);
-    QCOMPARE(gConfig.Config(u"ZETO_CAD"_s), test.next.isEmpty() ? configured : barras(folder(u"win"_s)));
-    QCOMPARE(copied.isEmpty(), test.next.isEmpty());
+    QCOMPARE(gConfig.Config(u"ZETO_CAD"_s), next.isEmpty() ? configured : barras(folder(u"win"_s)));
+    QCOMPARE(copied.isEmpty(), next.isEmpty());
     if (copied.isEmpty())
         return;
     QVERIFY(QFile::permissions(folder(u"win/"_s) + copied.first()) & QFile::WriteOwner);
     reiniciaData();
     AbreBDAlunos(); // the next start with this configuration finds the copy
-    QCOMPARE(classes(), test.next);
+    QCOMPARE(classes(), next);
 }
 
 void TstCadastros::copyThatFailsIsTold()

@@ -37,16 +37,9 @@ private:
     static QString codes() { return gBD->lista(u"RS"_s, u"Cod"_s, u","_s); }
 };
 
-/// A criterion or an order, and the codes that it gives.
-struct Caso
-{
-    const char *name;
-    QString codes;
-};
-
 void TstCriterio::meets_data()
 {
-    rows<Caso>({
+    rows<QString>({
         {"Cod=3", "3"},
         {"  cod  =  +3  ", "3"},
         {"[COD]=3.0", "3"},
@@ -95,15 +88,15 @@ void TstCriterio::meets_data()
 
 void TstCriterio::meets()
 {
-    QFETCH(Caso, test);
+    const auto [expected] = row<QString>();
     QStringList found;
-    for (mSet->Find(test.name); !mSet->EOF_(); mSet->Find(test.name)) {
+    for (mSet->Find(rowName()); !mSet->EOF_(); mSet->Find(rowName())) {
         found << mSet->value(0).toString();
         mSet->MoveNext();
     }
-    QCOMPARE(found.join(u','), test.codes);
-    gBD->Filtro(test.name, u"RS"_s);
-    QCOMPARE(codes(), test.codes);
+    QCOMPARE(found.join(u','), expected);
+    gBD->Filtro(rowName(), u"RS"_s);
+    QCOMPARE(codes(), expected);
     gBD->Filtro({}, u"RS"_s);
     QCOMPARE(gBD->NumeroTotalDeRegistros(), 8);
 }
@@ -119,7 +112,7 @@ void TstCriterio::refuses_data()
 
 void TstCriterio::refuses()
 {
-    QFETCH(QString, text);
+    const QString text = rowName();
     QString criterion = text;
     QCOMPARE(gBD->Pesquisa(criterion, u"RS"_s, 0, false), u""_s);
     QCOMPARE(told(), u""_s);
@@ -138,7 +131,7 @@ void TstCriterio::isNoSearch_data()
 
 void TstCriterio::isNoSearch()
 {
-    QFETCH(QString, text);
+    const QString text = rowName();
     QString criterion = text;
     QCOMPARE(gBD->Pesquisa(criterion, u"RS"_s, 0), u""_s);
     QCOMPARE(gBD->PosicaoRegistroAtual(), 1);
@@ -157,7 +150,7 @@ void TstCriterio::unknownColumnIsTold()
 
 void TstCriterio::sorts_data()
 {
-    rows<Caso>({
+    rows<QString>({
         {" ", "1,2,3,4,5,6,7,8"}, // as read
         {"Nome", "4,5,8,2,3,1,6,7"}, // Null first, accents beside, case ignored
         {"[nome] desc, Cod", "7,6,1,3,2,8,5,4"}, // equal ones as read
@@ -168,9 +161,9 @@ void TstCriterio::sorts_data()
 
 void TstCriterio::sorts()
 {
-    QFETCH(Caso, test);
-    gBD->Sort(test.name, u"RS"_s);
-    QCOMPARE(codes(), test.codes);
+    const auto [expected] = row<QString>();
+    gBD->Sort(rowName(), u"RS"_s);
+    QCOMPARE(codes(), expected);
 }
 
 QTEST_MAIN(TstCriterio)

@@ -94,16 +94,9 @@ QStringList TstDanos::used(const QByteArray &bytes, bool savesAClass)
     return told().split(u'\n', Qt::SkipEmptyParts);
 }
 
-struct ArquivoRuim
-{
-    const char *name;
-    QByteArray bytes;
-    QString text;
-};
-
 void TstDanos::badFileIsTold_data()
 {
-    rows<ArquivoRuim>({
+    rows<QByteArray, QString>({
         {"empty", "", kEmpty},
         {"a byte, which the store itself may leave", "x", kEmpty},
         {"two bytes", "xy", kNoDatabase},
@@ -117,12 +110,12 @@ void TstDanos::badFileIsTold_data()
 
 void TstDanos::badFileIsTold()
 {
-    QFETCH(ArquivoRuim, test);
-    escreve(mRegistro->native(), test.bytes);
+    const auto [bytes, text] = row<QByteArray, QString>();
+    escreve(mRegistro->native(), bytes);
     startUp();
-    QCOMPARE(told(), u"i AbreBDAlunos: -2147467259 "_s + test.text);
+    QCOMPARE(told(), u"i AbreBDAlunos: -2147467259 "_s + text);
     QVERIFY(!gBD->Source());
-    QCOMPARE(le(mRegistro->native()), test.bytes); // neither repaired nor replaced
+    QCOMPARE(le(mRegistro->native()), bytes); // neither repaired nor replaced
 }
 
 void TstDanos::directoryIsNoRegister()
@@ -135,17 +128,11 @@ void TstDanos::directoryIsNoRegister()
     QVERIFY(QDir(mRegistro->native()).exists(u"dentro"_s));
 }
 
-struct TabelaAlheia
-{
-    const char *name;
-    QString sql;
-    QString text; ///< of the first box
-};
-
 void TstDanos::foreignTables_data()
 {
     const QString missing = u"Select * From %1/-2147217865\tNão existe a tabela ou consulta \"%1\"."_s;
-    rows<TabelaAlheia>({
+    rows<QString, QString>({
+        // text: of the first box
         {"no tables", "DROP TABLE CL_Classes; DROP TABLE AL_Alunos; DROP TABLE CLxAL; DROP TABLE LG_LogAulas",
             missing.arg(u"CL_Classes"_s)},
         {"one missing", "DROP TABLE CLxAL", missing.arg(u"CLxAL"_s)},
@@ -158,11 +145,11 @@ void TstDanos::foreignTables_data()
 
 void TstDanos::foreignTables()
 {
-    QFETCH(TabelaAlheia, test);
-    mRegistro->sql(test.sql);
+    const auto [sql, text] = row<QString, QString>();
+    mRegistro->sql(sql);
     startUp();
     const QString first = told().section(u'\n', 0, 0);
-    QVERIFY2(first.endsWith(u": "_s + test.text), qPrintable(first));
+    QVERIFY2(first.endsWith(u": "_s + text), qPrintable(first));
 }
 
 /// The superuser may write everything, so for him another user's process plays this test.
@@ -246,15 +233,10 @@ void TstDanos::noisyPage()
         QCOMPARE(log.size(), 151); // a page that nobody needed: the row is in
 }
 
-struct Corte
-{
-    const char *name;
-    int size; ///< bytes left; below 0: taken off the end
-};
-
 void TstDanos::truncated_data()
 {
-    rows<Corte>({
+    rows<int>({
+        // size: bytes left; below 0: taken off the end
         {"a byte less", -1},
         {"a page less", -kPage},
         {"half a page less", -kPage / 2},
@@ -267,9 +249,9 @@ void TstDanos::truncated_data()
 
 void TstDanos::truncated()
 {
-    QFETCH(Corte, test);
+    const auto [size] = row<int>();
     const QByteArray whole = le(mRegistro->native());
-    const QByteArray bytes = test.size < 0 ? whole.chopped(-test.size) : whole.first(test.size);
+    const QByteArray bytes = size < 0 ? whole.chopped(-size) : whole.first(size);
     const QStringList boxes = used(bytes, false);
     QVERIFY(!boxes.isEmpty());
     for (const QString &box : boxes)

@@ -32,15 +32,9 @@ static Dialeto dialeto()
         [](QStringView column) { return column.compare("Nome"_L1, Qt::CaseInsensitive) == 0; }};
 }
 
-struct Traducao
-{
-    const char *name;
-    QString sql, expected;
-};
-
 void TstDialeto::translates_data()
 {
-    rows<Traducao>({
+    rows<QString, QString>({
         {"nothing to translate", "", ""},
         {"DISTINCTROW is dropped", "SELECT distinctrow A FROM B", "SELECT  A FROM B"},
         {"a date, month first", "A >= #11/24/2026#", "A >= '2026-11-24 00:00:00'"},
@@ -65,8 +59,8 @@ void TstDialeto::translates_data()
 
 void TstDialeto::translates()
 {
-    QFETCH(Traducao, test);
-    QCOMPARE(translated(test.sql, dialeto()), test.expected);
+    const auto [sql, expected] = row<QString, QString>();
+    QCOMPARE(translated(sql, dialeto()), expected);
 }
 
 void TstDialeto::refuses_data()
@@ -77,7 +71,7 @@ void TstDialeto::refuses_data()
 
 void TstDialeto::refuses()
 {
-    QFETCH(QString, text);
+    const QString text = rowName();
     QCOMPARE(failureOf([&] { translated(text, dialeto()); }), int(kErroSql));
 }
 
@@ -109,13 +103,6 @@ TstDialeto::TstDialeto()
         {})
 { }
 
-struct Consulta
-{
-    const char *name;
-    QString sql, names;
-    QStringList rows;
-};
-
 void TstDialeto::gives_data()
 {
     using namespace consultas;
@@ -129,7 +116,7 @@ void TstDialeto::gives_data()
     const QString roteiro = u"DI_Cod,PR_Cod,TO_Cod,TE_Cod,RO_Cod,NI_Cod,DI_Cod,FI_Cod,SO_Cod,RO_Nome"_s;
     const QString water = u"5|1|7|8|21|2|6|3|4|água|"_s;
     const QString zebra = u"5|1|7|8|20|2|6|3|4|Zebra|"_s;
-    rows<Consulta>({
+    rows<QString, QString, QStringList>({
         {"classes", todasClasses(), theClass,
             {"1|Quinta A|Zé|abc|", "2|ÁGUIAS|Bia||", "3|abelhas|||", "9999|Genérica|Genérica|Chavema|"}},
         {"pupils", todosAlunos(), pupil, {"10|Caio|", "11|ana|", "12|Átila|", "13|Ana|", "14|Bia|", "15||"}},
@@ -164,14 +151,14 @@ void TstDialeto::gives_data()
 
 void TstDialeto::gives()
 {
-    QFETCH(Consulta, test);
-    gBD->Records_Set(test.sql, u"RS"_s);
-    QCOMPARE(gBD->NomeCampo(-1, u"RS"_s, u","_s), test.names);
+    const auto [sql, names, rows] = row<QString, QString, QStringList>();
+    gBD->Records_Set(sql, u"RS"_s);
+    QCOMPARE(gBD->NomeCampo(-1, u"RS"_s, u","_s), names);
     QStringList found = gBD->lista(u"RS"_s, {}, u"\n"_s, {}, u"|"_s).split(u'\n', Qt::SkipEmptyParts);
-    if (!test.sql.contains("order by"_L1, Qt::CaseInsensitive)) // in any order
+    if (!sql.contains("order by"_L1, Qt::CaseInsensitive)) // in any order
         std::ranges::sort(found);
-    QCOMPARE(found, test.rows);
-    QCOMPARE(gBD->NumeroTotalDeRegistros(), test.rows.size());
+    QCOMPARE(found, rows);
+    QCOMPARE(gBD->NumeroTotalDeRegistros(), rows.size());
 }
 
 QTEST_MAIN(TstDialeto)

@@ -52,31 +52,24 @@ void TstTransacoes::playTransactions(const QString &steps) const
     }
 }
 
-struct Transacao
-{
-    const char *name; ///< its steps
-    QString names;
-    int number = 0;
-};
-
 void TstTransacoes::ends_data()
 {
-    rows<Transacao>({
-        {"b", "a b"}, {"(b)", "a b"}, {"(bc)d", "a b c d"}, {"(b!", "a"}, {"(-!", "a"},
-        {"(-b)", "b"}, // at first the only one
-        {"()", "a"}, {"(!", "a"}, {"(b!(c)", "a c"}, {"(b(c))", "a b c"}, {"(b(c!)", "a b"}, {"(b(c)!", "a"},
-        {"((b)c)", "a b c"}, {"((b!c)", "a c"}, {"((b)!", "a"}, {"(((b!c)d)", "a c d"}, {"(b(c(d!e!f)", "a b f"},
-        {"(b(c)(d!(e))", "a b c e"}, {")", "a", kErroArmazem}, {"!", "a", kErroArmazem}, {"(b))", "a b", kErroArmazem},
-        {"(b!!", "a", kErroArmazem}, {"(b(c", "a"}, // never ended
+    rows<QString, int>({
+        {"b", "a b", 0}, {"(b)", "a b", 0}, {"(bc)d", "a b c d", 0}, {"(b!", "a", 0}, {"(-!", "a", 0},
+        {"(-b)", "b", 0}, // at first the only one
+        {"()", "a", 0}, {"(!", "a", 0}, {"(b!(c)", "a c", 0}, {"(b(c))", "a b c", 0}, {"(b(c!)", "a b", 0},
+        {"(b(c)!", "a", 0}, {"((b)c)", "a b c", 0}, {"((b!c)", "a c", 0}, {"((b)!", "a", 0}, {"(((b!c)d)", "a c d", 0},
+        {"(b(c(d!e!f)", "a b f", 0}, {"(b(c)(d!(e))", "a b c e", 0}, {")", "a", kErroArmazem}, {"!", "a", kErroArmazem},
+        {"(b))", "a b", kErroArmazem}, {"(b!!", "a", kErroArmazem}, {"(b(c", "a", 0}, // never ended
     });
 }
 
 void TstTransacoes::ends()
 {
-    QFETCH(Transacao, test);
-    QCOMPARE(failureOf([&] { playTransactions(test.name); }), test.number);
+    const auto [expected, number] = row<QString, int>();
+    QCOMPARE(failureOf([&] { playTransactions(rowName()); }), number);
     gBD.reset();
-    QCOMPARE(names(), test.names);
+    QCOMPARE(names(), expected);
 }
 
 /// A lock of another program, held while this lives.
@@ -136,7 +129,7 @@ void TstTransacoes::withoutAConnection_data()
 
 void TstTransacoes::withoutAConnection()
 {
-    QFETCH(QString, text);
+    const QString text = rowName();
     gBD->Source()->Close(); // a holder of the connection may
     QCOMPARE(failureOf([&] { playTransactions(text); }), int(kErroSemConexao));
     reiniciaData();
@@ -150,7 +143,7 @@ void TstTransacoes::endOfTheProgramUndoes_data()
 
 void TstTransacoes::endOfTheProgramUndoes()
 {
-    QFETCH(QString, text);
+    const QString text = rowName();
     playTransactions(u"(b(c)"_s);
     mSet.reset();
     QComboBox combo; // keeps its record set, and that its connection

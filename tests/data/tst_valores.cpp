@@ -30,8 +30,8 @@ private slots:
     void init();
     void converts_data();
     void converts();
-    void fieldHasItsType_data();
-    void fieldHasItsType();
+    void refusesValues_data();
+    void refusesValues();
     void textsComeBackUnharmed_data();
     void textsComeBackUnharmed();
     void onlyAssignedColumnsAreWritten();
@@ -42,6 +42,7 @@ private slots:
     void refusesDates();
     void storedForm_data();
     void storedForm();
+    void numberBeyondALong();
 };
 
 void TstValores::initTestCase()
@@ -56,144 +57,79 @@ void TstValores::init()
     costuras().now = [] { return QDateTime({2026, 11, 25}, {8, 0}); };
 }
 
-struct Conversao
-{
-    const char *field;
-    QVariant value;
-    QVariant kept = {}; ///< invalid: refused
-};
+/// Values given, and what is kept of each.
+using Pares = QList<std::pair<QVariant, QVariant>>;
 
 void TstValores::converts_data()
 {
-    QTest::addColumn<Conversao>("test");
     const QVariant null(QMetaType::fromType<QString>());
-    const QDateTime date = wallClock({2026, 11, 24}, {10, 0, 1});
-    for (const Conversao &each : std::initializer_list<Conversao>{
-             {"Longo", 5.5, 6}, // halves to even
-             {"Longo", 6.5, 6},
-             {"Longo", u" -12 "_s, -12},
-             {"Longo", true, -1},
-             {"Longo", 2147483647.0, std::numeric_limits<qint32>::max()},
-             {"Longo", -2147483648.0, std::numeric_limits<qint32>::min()},
-             {"Longo", 2147483648.0},
-             {"Longo", -2147483649.0},
-             {"Longo", std::numeric_limits<double>::quiet_NaN()},
-             {"Longo", u""_s},
-             {"Longo", u"12x"_s},
-             {"Longo", date},
-             {"Longo", QByteArray("1")},
-             {"Longo", null, null},
-             {"Duplo", u"1.25"_s, 1.25},
-             {"Duplo", 3, 3.0},
-             {"Duplo", std::numeric_limits<double>::infinity()},
-             {"Duplo", u"1,25"_s},
-             {"Data", date, date},
-             {"Data", u"24/11/26 10:00:01"_s, date},
-             {"Data", QDateTime({2026, 11, 24}, {10, 0, 1, 999}), date}, // local time
-             {"Data", QDate(2026, 11, 24), wallClock({2026, 11, 24}, {0, 0})},
-             {"Data", u"04/11/18"_s, wallClock({2018, 11, 4}, {0, 0})}, // the clocks left that midnight out
-             {"Data", QDate(2018, 11, 4), wallClock({2018, 11, 4}, {0, 0})},
-             {"Data", u"01/01/0100"_s, wallClock({100, 1, 1}, {0, 0})},
-             {"Data", u"31/12/9999 23:59:59"_s, wallClock({9999, 12, 31}, {23, 59, 59})},
-             {"Data", wallClock({99, 12, 31}, {0, 0})},
-             {"Data", wallClock({10000, 1, 1}, {0, 0})},
-             {"Data", u"11/24/26"_s}, // month first
-             {"Data", u""_s},
-             {"Data", QDateTime()},
-             {"Data", true},
-             {"Data", 45000},
-             {"Logico", true, true},
-             {"Logico", 0, false},
-             {"Logico", -1, true},
-             {"Logico", u"Verdadeiro"_s, true},
-             {"Logico", u"false"_s, false},
-             {"Logico", u"0"_s, false},
-             {"Logico", u"sim"_s},
-             {"Texto", 12.0, u"12"_s},
-             {"Texto", 1e15, u"1000000000000000"_s}, // without exponent
-             {"Texto", 1e-7, u"0.0000001"_s},
-             {"Texto", 0.1, u"0.1"_s},
-             {"Texto", true, u"True"_s},
-             {"Texto", date, u"24/11/26 10:00:01"_s},
-             {"Texto", u""_s, u""_s},
-             {"Texto", QString(QChar(0xd800))}, // half a character
-             {"Texto", QByteArray("x")},
-             {"Memo", u"x"_s, u"x"_s},
-             {"Bytes", QByteArray("\0\xff", 2), QByteArray("\0\xff", 2)},
-             {"Bytes", QByteArray(""), QByteArray("")},
-             {"Bytes", u"x"_s},
-         })
-        QTest::addRow("%s %s %s", each.field, each.value.typeName() ? each.value.typeName() : "nothing",
-            each.value.toString().left(20).toUtf8().constData())
-            << each;
+    const QDateTime ten = wallClock({2026, 11, 24}, {10, 0, 1});
+    const QDateTime missing = wallClock({2018, 11, 4}, {0, 0}); // the clocks left that midnight out
+    rows<Pares>({
+        {"Longo",
+            {{5.5, 6}, {6.5, 6}, {u" -12 "_s, -12}, {true, -1}, {2147483647.0, std::numeric_limits<qint32>::max()},
+                {-2147483648.0, std::numeric_limits<qint32>::min()}, {null, null}}}, // halves go to even
+        {"Duplo", {{u"1.25"_s, 1.25}, {3, 3.0}}},
+        {"Data",
+            {{ten, ten}, {u"24/11/26 10:00:01"_s, ten}, {QDateTime({2026, 11, 24}, {10, 0, 1, 999}), ten},
+                {QDate(2026, 11, 24), wallClock({2026, 11, 24}, {0, 0})}, {u"04/11/18"_s, missing},
+                {QDate(2018, 11, 4), missing}, {u"01/01/0100"_s, wallClock({100, 1, 1}, {0, 0})},
+                {u"31/12/9999 23:59:59"_s, wallClock({9999, 12, 31}, {23, 59, 59})}}},
+        {"Logico",
+            {{true, true}, {0, false}, {-1, true}, {u"Verdadeiro"_s, true}, {u"false"_s, false}, {u"0"_s, false}}},
+        {"Texto",
+            {{12.0, u"12"_s}, {1e15, u"1000000000000000"_s}, {1e-7, u"0.0000001"_s}, {0.1, u"0.1"_s}, // no exponent
+                {true, u"True"_s}, {ten, u"24/11/26 10:00:01"_s}, {u""_s, u""_s}}},
+        {"Memo", {{u"x"_s, u"x"_s}, {12, u"12"_s}}},
+        {"Bytes", {{QByteArray("\0\xff", 2), QByteArray("\0\xff", 2)}, {QByteArray(""), QByteArray("")}}},
+    });
 }
 
-/// A value is converted when it is assigned; one that does not fit leaves the field alone.
+/// A value is converted when it is assigned, and comes back as it was then.
 void TstValores::converts()
 {
-    QFETCH(Conversao, test);
-    const QString field = test.field;
-    const QVariant before = mSet->value(field);
-    const int failure = failureOf([&] { mSet->setValue(field, test.value); });
-    if (!test.kept.isValid()) {
-        QCOMPARE(failure, int(kErroValor));
-        QCOMPARE(mSet->value(field), before);
-        QCOMPARE(mSet->EditMode(), qint32(kEdicaoNenhuma));
-        return;
+    const auto [pairs] = row<Pares>();
+    for (const auto &[value, kept] : pairs) {
+        mSet->setValue(rowName(), value);
+        play(u"update; requery"_s);
+        const QVariant found = mSet->value(rowName());
+        QVERIFY2(found == kept && found.typeId() == kept.typeId() && found.isNull() == kept.isNull(),
+            qPrintable(value.toString() + u" became "_s + found.toString()));
     }
-    QCOMPARE(failure, 0);
-    play(u"update; requery"_s);
-    QCOMPARE(mSet->value(field).isNull(), test.kept.isNull());
-    QCOMPARE(mSet->value(field).typeId(), test.kept.typeId());
-    QCOMPARE(mSet->value(field), test.kept);
 }
 
-struct Armazenado
+void TstValores::refusesValues_data()
 {
-    const char *type;
-    const char *expression; ///< what the store holds
-    QVariant value;
-};
-
-void TstValores::fieldHasItsType_data()
-{
-    QTest::addColumn<Armazenado>("test");
-    for (const Armazenado &each : std::initializer_list<Armazenado>{
-             {"INTEGER", "-2147483648", std::numeric_limits<qint32>::min()},
-             {"INTEGER", "2147483648", qlonglong(2147483648)},
-             {"INTEGER", "NULL", u""_s},
-             {"REAL", "2", 2.0},
-             {"BOOLEAN", "1", true},
-             {"BOOLEAN", "0", false},
-             {"DATETIME", "'2026-11-24 10:00:00'", wallClock({2026, 11, 24}, {10, 0})},
-             {"DATETIME", "NULL", u""_s},
-             {"VARCHAR", "12", u"12"_s},
-             {"TEXT", "''", u""_s},
-             {"BLOB", "x'00ff'", QByteArray("\0\xff", 2)},
-         })
-        QTest::addRow("%s %s", each.type, each.expression) << each;
+    const QDateTime now = wallClock({2026, 11, 24}, {10, 0, 1});
+    rows<QVariantList>({
+        {"Longo",
+            {2147483648.0, -2147483649.0, std::numeric_limits<double>::quiet_NaN(), u""_s, u"12x"_s, now,
+                QByteArray("1")}},
+        {"Duplo", {std::numeric_limits<double>::infinity(), u"1,25"_s}},
+        {"Data",
+            {wallClock({99, 12, 31}, {0, 0}), wallClock({10000, 1, 1}, {0, 0}), u"11/24/26"_s, u""_s, QDateTime(), true,
+                45000}},
+        {"Logico", {u"sim"_s}},
+        {"Texto", {QString(QChar(0xd800)), QByteArray("x")}}, // half a character
+        {"Bytes", {u"x"_s}},
+    });
 }
 
-void TstValores::fieldHasItsType()
+/// One that does not fit leaves the field alone.
+void TstValores::refusesValues()
 {
-    QFETCH(Armazenado, test);
-    mRegistro->sql(u"CREATE TABLE U (Campo %1); INSERT INTO U VALUES (%2)"_s.arg(test.type, test.expression));
-    gBD->Records_Set(u"Select * From U"_s, u"U"_s);
-    const QVariant read = gBD->Campo(u"cAMPO"_s, u"u"_s);
-    QCOMPARE(read.typeId(), test.value.typeId());
-    QCOMPARE(read, test.value);
-    QCOMPARE(gBD->Campo(0), test.value);
+    const auto [values] = row<QVariantList>();
+    const QVariant before = mSet->value(rowName());
+    for (const QVariant &value : values) {
+        QVERIFY2(failureOf([&] { mSet->setValue(rowName(), value); }) == kErroValor, qPrintable(value.toString()));
+        QCOMPARE(mSet->value(rowName()), before);
+        QCOMPARE(mSet->EditMode(), qint32(kEdicaoNenhuma));
+    }
 }
-
-struct Texto
-{
-    const char *name;
-    QString text;
-};
 
 void TstValores::textsComeBackUnharmed_data()
 {
-    rows<Texto>({
+    rows<QString>({
         {"apostrophes", u"D'Ávila ''x'' \"y\""_s},
         {"percent, marks of queries", u"100% _ * ? ?1 :a @b $c ; -- /* #11/24/2026# [x]"_s},
         {"a NUL within", u"antes"_s + QChar(0) + u"depois"_s},
@@ -206,20 +142,20 @@ void TstValores::textsComeBackUnharmed_data()
         {"empty", u""_s},
     });
     for (const int size : {4095, 4096, 65535, 65536, 65537})
-        QTest::addRow("%d characters", size) << Texto{"", QString(size - 1, u'ç') + u'!'};
+        QTest::addRow("%d characters", size) << std::tuple(QString(size - 1, u'ç') + u'!');
 }
 
 void TstValores::textsComeBackUnharmed()
 {
-    QFETCH(Texto, test);
+    const auto [text] = row<QString>();
     gBD->Records_Set(u"Select * From LG_LogAulas"_s, u"RS"_s);
     gBD->RegistroAdiciona(u"RS"_s);
-    gBD->RegistroTroca(u"LG_Resp"_s, test.text, u"RS"_s);
+    gBD->RegistroTroca(u"LG_Resp"_s, text, u"RS"_s);
     gBD->RegistroAtualiza(u"RS"_s);
-    QCOMPARE(gBD->Campo(u"LG_Resp"_s, u"RS"_s), QVariant(test.text));
+    QCOMPARE(gBD->Campo(u"LG_Resp"_s, u"RS"_s), QVariant(text));
     gBD->ReAtualizaRecordSet(u"RS"_s);
-    QCOMPARE(gBD->Campo(u"LG_Resp"_s, u"RS"_s), QVariant(test.text));
-    QCOMPARE(inFile(u"SELECT LG_Resp FROM LG_LogAulas"_s), test.text);
+    QCOMPARE(gBD->Campo(u"LG_Resp"_s, u"RS"_s), QVariant(text));
+    QCOMPARE(inFile(u"SELECT LG_Resp FROM LG_LogAulas"_s), text);
 }
 
 void TstValores::onlyAssignedColumnsAreWritten()
@@ -245,16 +181,10 @@ void TstValores::longTextsAndManyRows()
     }
 }
 
-struct Data
-{
-    const char *name; ///< as typed
-    QString stored;
-    QString written; ///< as text again
-};
-
 void TstValores::readsDates_data()
 {
-    rows<Data>({
+    rows<QString, QString>({
+        // written: as text again
         {"24/11/26", "2026-11-24 00:00:00", "24/11/26"}, {" 1/2/03 ", "2003-02-01 00:00:00", "01/02/03"},
         {"24/11/2026 23:59:59", "2026-11-24 23:59:59", "24/11/26 23:59:59"},
         {"24/11/26 9:05", "2026-11-24 09:05:00", "24/11/26 09:05:00"},
@@ -272,12 +202,12 @@ void TstValores::readsDates_data()
 
 void TstValores::readsDates()
 {
-    QFETCH(Data, test);
-    const auto date = readDate(QString(test.name));
+    const auto [stored, written] = row<QString, QString>();
+    const auto date = readDate(rowName());
     QVERIFY(date);
-    QCOMPARE(storedDate(*date), test.stored);
-    QCOMPARE(dateText(*date), test.written);
-    QCOMPARE(readStoredDate(test.stored), date);
+    QCOMPARE(storedDate(*date), stored);
+    QCOMPARE(dateText(*date), written);
+    QCOMPARE(readStoredDate(stored), date);
 }
 
 void TstValores::refusesDates_data()
@@ -289,7 +219,7 @@ void TstValores::refusesDates_data()
 
 void TstValores::refusesDates()
 {
-    QFETCH(QString, text);
+    const QString text = rowName();
     QVERIFY(!readDate(text));
 }
 
@@ -302,10 +232,17 @@ void TstValores::storedForm_data()
 /// What is not exactly the stored form stays the text that it is.
 void TstValores::storedForm()
 {
-    QFETCH(QString, text);
+    const QString text = rowName();
     QVERIFY(!readStoredDate(text));
     play(u"file UPDATE T SET Data = '%1'; requery"_s.arg(text));
     QCOMPARE(gBD->Campo(u"Data"_s, u"RS"_s), QVariant(text));
+}
+
+/// As another program may leave it.
+void TstValores::numberBeyondALong()
+{
+    play(u"file UPDATE T SET Longo = 2147483648; requery"_s);
+    QCOMPARE(gBD->Campo(u"Longo"_s, u"RS"_s), QVariant(qlonglong(2147483648)));
 }
 
 QTEST_MAIN(TstValores)

@@ -4,25 +4,42 @@
 #include <QTest>
 
 #include <initializer_list>
+#include <tuple>
 
 namespace quorel::teste {
 
-/// The rows of a table test: structs whose first member is the row's `const char *name`. The test has each with
-/// QFETCH(Row, test).
-template <typename Row>
-void rows(std::initializer_list<Row> table)
+/// The rows of a table test: {name, a value for each column}. The test has its row with row().
+template <typename... Columns>
+void rows(std::initializer_list<std::tuple<const char *, Columns...>> table)
 {
-    QTest::addColumn<Row>("test");
-    for (const Row &each : table)
-        QTest::newRow(each.name) << each;
+    QTest::addColumn<std::tuple<Columns...>>("row");
+    for (const auto &each : table)
+        std::apply(
+            [](const char *name, const auto &...values) { QTest::newRow(name) << std::tuple<Columns...>(values...); },
+            each);
 }
 
-/// Rows of one text each (UTF-8), which is the row's name too. The test has each with QFETCH(QString, text).
+/// The row that a test runs with: const auto [first, second] = row<QString, int>(), the types as in rows().
+template <typename... Columns>
+std::tuple<Columns...> row()
+{
+    using Row = std::tuple<Columns...>;
+    QFETCH(Row, row);
+    return row;
+}
+
+/// Its name, where that is a value too.
+inline QString rowName()
+{
+    return QString::fromUtf8(QTest::currentDataTag());
+}
+
+/// Rows that are their names.
 inline void texts(std::initializer_list<const char *> table)
 {
-    QTest::addColumn<QString>("text");
+    QTest::addColumn<std::tuple<>>("row");
     for (const char *text : table)
-        QTest::newRow(text) << QString::fromUtf8(text);
+        QTest::newRow(text) << std::tuple<>();
 }
 
 } // namespace quorel::teste
