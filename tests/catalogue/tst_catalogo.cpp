@@ -8,6 +8,7 @@
 #include "startup/estado.h"
 #include "startup/quorel_zeto.h"
 #include "support/suporte.h"
+#include "support/tabela.h"
 #include "vistas_gravadas.h"
 
 #include <QDir>
@@ -24,28 +25,25 @@ private slots:
     void init();
     void nameOfADiscipline_data();
     void nameOfADiscipline();
-    void buildsTheMonths();
+    void builds_data();
+    void builds();
     void theEleventhMonthBringsTheBar();
     void theLocalCopyWins();
-    void groupZeroUsesTheTemplate();
-    void headOfAFile_data();
-    void headOfAFile();
     void aFileThatGivesLessThanItAnnounces();
-    void aNameWithoutTwoDigitsIsAFailure_data();
-    void aNameWithoutTwoDigitsIsAFailure();
     void aLevelWithoutFilesEndsTheProgram();
     void objectiveOfADiscipline();
     void opensTheFirstFileOfMonthAndDiscipline();
     void aMonthWithoutTheDiscipline();
 
 private:
-    void writeBloco(const QString &nome, const QByteArray &bytes)
+    void writeBloco(const QString &nome, const QByteArray &bytes = {})
     {
         escreve(mDir->filePath(u"DB/F1/"_s + nome), bytes);
     }
     QString local() const { return nativePath(windowsDirectory()) + u"/QUOREL2001/DBBLOCOS/F1/"_s; }
 
     std::unique_ptr<QTemporaryDir> mDir;
+    std::unique_ptr<VistasGravadas> mVistas;
 };
 
 void TstCatalogo::init()
@@ -58,118 +56,102 @@ void TstCatalogo::init()
     QDir(local()).removeRecursively();
     gNivel = u"F1"_s;
     gConfig.SetaCFG(u"[zeto]\r\nDBBLOCOS="_s + barras(mDir->path()) + u"\\DB"_s);
+    mVistas.reset(); // before the next ones are in use
+    mVistas = std::make_unique<VistasGravadas>();
 }
 
 void TstCatalogo::nameOfADiscipline_data()
 {
-    QTest::addColumn<QString>("codigo");
-    QTest::addColumn<QString>("nome");
-    QTest::newRow("letters") << u"AV"_s << u"Avaliação"_s;
-    QTest::newRow("any case") << u"pO"_s << u"Português"_s;
-    QTest::newRow("number") << u"3"_s << u"Desenvolvimento Sensório Motor"_s;
-    QTest::newRow("last number") << u"10"_s << u"Português"_s;
-    QTest::newRow("0") << u"0"_s << QString();
-    QTest::newRow("11") << u"11"_s << QString();
-    QTest::newRow("leading zero") << u"01"_s << QString();
-    QTest::newRow("unknown letters") << u"XX"_s << QString();
-    QTest::newRow("empty") << QString() << QString();
+    rows<QString>({
+        {"AV", "Avaliação"},
+        {"pO", "Português"}, // in any case
+        {"3", "Desenvolvimento Sensório Motor"},
+        {"10", "Português"},
+        {"0", ""},
+        {"11", ""},
+        {"01", ""},
+        {"XX", ""},
+        {"", ""},
+    });
 }
 
 void TstCatalogo::nameOfADiscipline()
 {
-    QFETCH(QString, codigo);
-    QTEST(NomeDisciplina(codigo), "nome");
+    const auto [nome] = row<QString>();
+    QCOMPARE(NomeDisciplina(rowName()), nome);
 }
 
-void TstCatalogo::buildsTheMonths()
+void TstCatalogo::builds_data()
 {
-    VistasGravadas vistas;
-    writeBloco(u"0305poF1.EDB"_s, "<TM>Mar\xE7o</TM>");
-    writeBloco(u"0205MAF1.edb"_s, "<OBJ>somar</OBJ><TM>Fevereiro</TM>");
-    writeBloco(u"0299XXF1.edb"_s, "<OBJ>x</OBJ><TM>segundo</TM>");
-    writeBloco(u"0305CIF1.txt"_s, "");
-    MontaCatalogo();
-    QCOMPARE(gArquivos.upperBound(), 2);
-    const QString base = barras(mDir->path()) + u"\\DB\\F1\\"_s;
-    QCOMPARE(gArquivos[0], (ArquivoRec{1, 2005, u"Matemática"_s, base + u"0205MAF1.edb"_s, {}, u"somar"_s}));
-    QCOMPARE(gArquivos[1], (ArquivoRec{1, 2099, {}, base + u"0299XXF1.edb"_s, {}, u"x"_s}));
-    QCOMPARE(gArquivos[2], (ArquivoRec{2, 2005, u"Português"_s, base + u"0305poF1.EDB"_s, {}, {}}));
-    QCOMPARE(vistas.log,
-        (QStringList{u"month 1 at 15,450"_s, u"showMonth 1"_s, u"caption 1 Fevereiro"_s, u"showMonth 1"_s,
-            u"caption 1 segundo"_s, u"month 2 at 15,900"_s, u"showMonth 2"_s, u"caption 2 Março"_s}));
+    const QByteArray far(300000, ' ');
+    const QString one = u"; month 1 at 15,450; showMonth 1; caption 1 "_s;
+    rows<QString, QList<std::pair<QString, QByteArray>>, QString>({
+        // outcome: files in the catalogue ("month year discipline objective"), calls; or the failure alone
+        {"months in order of their names, other files passed over", "F1",
+            {{"0305poF1.EDB", "<TM>Mar\xE7o</TM>"}, {"0205MAF1.edb", "<OBJ>somar</OBJ><TM>Fevereiro</TM>"},
+                {"0299XXF1.edb", "<OBJ>x</OBJ><TM>segundo</TM>"}, {"0305CIF1.txt", ""}},
+            "1 2005 Matemática somar; 1 2099  x; 2 2005 Português " + one
+                + "Fevereiro; showMonth 1; caption 1 segundo; "
+                  "month 2 at 15,900; showMonth 2; caption 2 Março"},
+        {"group 0 uses the template", "F1", {{"0005MAF1.edb", "<TM>zero</TM>"}},
+            "0 2005 Matemática ; showMonth 0; caption 0 zero"},
+        {"texts far behind", "F1", {{"0105CIF1.edb", far + "<OBJ>o</OBJ>" + far + "<TM>t</TM>"}},
+            "1 2005 Ciências o" + one + 't'},
+        {"an end marker before its begin does not count", "F1",
+            {{"0105CIF1.edb", "</OBJ></TM>" + far + "<TM>t</TM><OBJ>o</OBJ>"}}, "1 2005 Ciências o" + one + 't'},
+        {"one never closed", "F1", {{"0105CIF1.edb", "<OBJ>o<TM>t</TM>"}}, "1 2005 Ciências " + one + 't'},
+        {"an empty file", "F1", {{"0105CIF1.edb", ""}}, "1 2005 Ciências " + one},
+        {"kept: a level in lower case finds no discipline", "f1", {{"0105CIF1.edb", ""}}, "1 2005  " + one},
+        {"another level in the name", "F1", {{"0105CIF2.edb", ""}}, "1 2005  " + one},
+        {"a short name", "F1", {{"01.edb", ""}}, "1 20  " + one},
+        {"a name of letters", "F1", {{"abril.edb", ""}}, "fails 13"},
+        {"a name of one digit", "F1", {{"1.edb", ""}}, "fails 13"},
+        {"a semicolon cuts a name in two", "F1", {{"0105;x.edb", ""}}, "fails 13"},
+        {"a year beyond 16 bits", "F1", {{"01999999.edb", ""}}, "fails 6"},
+    });
+}
+
+void TstCatalogo::builds()
+{
+    const auto [nivel, files, expected] = row<QString, QList<std::pair<QString, QByteArray>>, QString>();
+    gNivel = nivel;
+    for (const auto &[name, bytes] : files)
+        writeBloco(name, bytes);
+    QString outcome;
+    try {
+        MontaCatalogo();
+        for (int i = 0; i <= gArquivos.upperBound(); ++i) {
+            const ArquivoRec &a = gArquivos[i];
+            outcome += u"%1 %2 %3 %4; "_s.arg(QString::number(a.Mes), QString::number(a.Ano), a.Disciplina, a.Objetivo);
+        }
+        outcome += mVistas->calls();
+    } catch (const ErroExecucao &falha) {
+        outcome = u"fails %1"_s.arg(falha.numero());
+    }
+    QCOMPARE(outcome, expected);
 }
 
 void TstCatalogo::theEleventhMonthBringsTheBar()
 {
-    VistasGravadas vistas;
     for (int mes = 1; mes <= 12; ++mes)
-        writeBloco(u"%1"_s.arg(mes, 2, 10, QChar(u'0')) + u"05MAF1.edb"_s, "");
+        writeBloco(u"%1"_s.arg(mes, 2, 10, QChar(u'0')) + u"05MAF1.edb"_s);
     MontaCatalogo();
-    QCOMPARE(vistas.log.filter(u"maximum"_s), (QStringList{u"maximum 2700"_s, u"maximum 3150"_s}));
-    QCOMPARE(vistas.log.indexOf(u"maximum 2700"_s), vistas.log.indexOf(u"month 11 at 15,4950"_s) + 1);
+    QCOMPARE(mVistas->log.filter(u"maximum"_s), (QStringList{u"maximum 2700"_s, u"maximum 3150"_s}));
+    QCOMPARE(mVistas->log.indexOf(u"maximum 2700"_s), mVistas->log.indexOf(u"month 11 at 15,4950"_s) + 1);
 }
 
 void TstCatalogo::theLocalCopyWins()
 {
-    VistasGravadas vistas;
     writeBloco(u"0205MAF1.edb"_s, "<OBJ>configurado</OBJ>");
     escreve(local() + u"0205MAF1.edb"_s, "<OBJ>local</OBJ>");
     escreve(local() + u"0305MAF1.edb"_s, "only the configured directory is listed");
     MontaCatalogo();
     QCOMPARE(gArquivos.upperBound(), 0);
     QCOMPARE(gArquivos[0].Objetivo, u"local"_s);
+    QCOMPARE(gArquivos[0].Arquivo, barras(local() + u"0205MAF1.edb"_s));
     QDir(mDir->filePath(u"DB"_s)).removeRecursively();
     MontaCatalogo();
     QCOMPARE(gArquivos.upperBound(), 1);
-}
-
-void TstCatalogo::groupZeroUsesTheTemplate()
-{
-    VistasGravadas vistas;
-    writeBloco(u"0005MAF1.edb"_s, "<TM>zero</TM>");
-    MontaCatalogo();
-    QCOMPARE(gArquivos[0].Mes, qint16(0));
-    QCOMPARE(vistas.log, (QStringList{u"showMonth 0"_s, u"caption 0 zero"_s}));
-}
-
-void TstCatalogo::headOfAFile_data()
-{
-    QTest::addColumn<QString>("nome");
-    QTest::addColumn<QString>("nivel");
-    QTest::addColumn<QByteArray>("bytes");
-    QTest::addColumn<int>("ano");
-    QTest::addColumn<QString>("disciplina");
-    QTest::addColumn<QString>("objetivo");
-    QTest::addColumn<QString>("tema");
-    const QByteArray longe(300000, ' ');
-    QTest::newRow("far behind") << u"0105CIF1.edb"_s << u"F1"_s << longe + "<OBJ>o</OBJ>" + longe + "<TM>t</TM>" << 2005
-                                << u"Ciências"_s << u"o"_s << u"t"_s;
-    QTest::newRow("an end marker before its begin does not count")
-        << u"0105CIF1.edb"_s << u"F1"_s << "</OBJ></TM>" + longe + "<TM>t</TM><OBJ>o</OBJ>" << 2005 << u"Ciências"_s
-        << u"o"_s << u"t"_s;
-    QTest::newRow("never closed") << u"0105CIF1.edb"_s << u"F1"_s << QByteArray("<OBJ>o<TM>t</TM>") << 2005
-                                  << u"Ciências"_s << QString() << u"t"_s;
-    QTest::newRow("empty file") << u"0105CIF1.edb"_s << u"F1"_s << QByteArray() << 2005 << u"Ciências"_s << QString()
-                                << QString();
-    QTest::newRow("kept: a level in lower case finds no discipline")
-        << u"0105CIF1.edb"_s << u"f1"_s << QByteArray() << 2005 << QString() << QString() << QString();
-    QTest::newRow("another level in the name")
-        << u"0105CIF2.edb"_s << u"F1"_s << QByteArray() << 2005 << QString() << QString() << QString();
-    QTest::newRow("short name") << u"01.edb"_s << u"F1"_s << QByteArray() << 20 << QString() << QString() << QString();
-}
-
-void TstCatalogo::headOfAFile()
-{
-    QFETCH(QString, nome);
-    QFETCH(QString, nivel);
-    QFETCH(QByteArray, bytes);
-    escreve(mDir->filePath(nome), bytes);
-    const CabecaBloco cabeca = leCabeca(nome, nivel, barras(mDir->filePath(nome)));
-    QCOMPARE(cabeca.grupo, 1);
-    QTEST(int(cabeca.ano), "ano");
-    QTEST(cabeca.disciplina, "disciplina");
-    QTEST(cabeca.objetivo, "objetivo");
-    QTEST(cabeca.tema, "tema");
 }
 
 void TstCatalogo::aFileThatGivesLessThanItAnnounces()
@@ -181,89 +163,60 @@ void TstCatalogo::aFileThatGivesLessThanItAnnounces()
     QCOMPARE(cabeca.tema, QString());
 }
 
-void TstCatalogo::aNameWithoutTwoDigitsIsAFailure_data()
-{
-    QTest::addColumn<QString>("nome");
-    QTest::addColumn<int>("numero");
-    QTest::newRow("letters") << u"abril.edb"_s << int(kFalhaTipo);
-    QTest::newRow("one digit") << u"1.edb"_s << int(kFalhaTipo);
-    QTest::newRow("a semicolon cuts the name in two") << u"0105;x.edb"_s << int(kFalhaTipo);
-    QTest::newRow("a year beyond 16 bits") << u"01999999.edb"_s << int(kFalhaEstouro);
-}
-
-void TstCatalogo::aNameWithoutTwoDigitsIsAFailure()
-{
-    QFETCH(QString, nome);
-    VistasGravadas vistas;
-    writeBloco(nome, "");
-    try {
-        MontaCatalogo();
-        QFAIL("no failure");
-    } catch (const ErroExecucao &falha) {
-        QTEST(falha.numero(), "numero");
-    }
-}
-
 void TstCatalogo::aLevelWithoutFilesEndsTheProgram()
 {
-    VistasGravadas vistas;
     gNivel = u"I2"_s;
     BoxScript boxes{Resposta::Ok};
     QVERIFY_EXCEPTION_THROWN(MontaCatalogo(), FimDoPrograma);
     const QString titulo = nativePath(windowsDirectory() + u"\\QUOREL2001\\DBBLOCOS\\I2\\*.edb"_s);
-    QCOMPARE(boxes.last(),
-        (Caixa{
-            u"Diretório não encontrado\nExecute o programa de Instalação"_s, titulo, Icone::Informacao, Botoes::Ok}));
-    QCOMPARE(vistas.log, QStringList());
+    const Caixa expected{u"Diretório não encontrado\nExecute o programa de Instalação"_s, titulo, Icone::Informacao};
+    QCOMPARE(boxes.last(), expected);
+    QCOMPARE(mVistas->calls(), u""_s);
 }
 
 void TstCatalogo::objectiveOfADiscipline()
 {
-    VistasGravadas vistas;
     writeBloco(u"0205MAF1.edb"_s, "<OBJ>somar</OBJ>");
     writeBloco(u"0206MAF1.edb"_s, "<OBJ>outro</OBJ>");
     writeBloco(u"0305MAF1.edb"_s, "<OBJ>dividir</OBJ>");
     MontaCatalogo();
     QCOMPARE(ObjetivoDisciplina(u"MATEMÁTICA"_s), u"MATEMÁTICA - somar"_s);
-    vistas.mes = u"2"_s;
+    mVistas->mes = u"2"_s;
     QCOMPARE(ObjetivoDisciplina(u"Matemática"_s), u"Matemática - dividir"_s);
     QCOMPARE(ObjetivoDisciplina(u"Ciências"_s), QString());
-    vistas.mes = u"x"_s;
+    mVistas->mes = u"x"_s;
     QCOMPARE(ObjetivoDisciplina(u"Matemática"_s), QString());
 }
 
 void TstCatalogo::opensTheFirstFileOfMonthAndDiscipline()
 {
-    VistasGravadas vistas;
     writeBloco(u"0205MAF1.edb"_s, "[ROT<1>]\r\nNomeRot =primeiro\r\n");
     writeBloco(u"0206MAF1.edb"_s, "[ROT<1>]\r\nNomeRot =segundo\r\n");
     MontaCatalogo();
-    vistas.log.clear();
+    mVistas->log.clear();
     QByteArray textAtShow;
-    vistas.onShow = [&] { textAtShow = gTextoDB; };
+    mVistas->onShow = [&] { textAtShow = gTextoDB; };
     gDisciplina = 2; // the title follows it, not the argument
     AbreDisciplina(1, 9);
-    QCOMPARE(vistas.log,
-        (QStringList{u"hidePrincip"_s, u"showBlocos"_s, u"manual 9"_s, u"titulo Roteiros de Ciências"_s, u"hideAll"_s,
-            u"tag 1 primeiro - "_s, u"show 1"_s}));
+    QCOMPARE(mVistas->calls(),
+        u"hidePrincip; showBlocos; manual 9; titulo Roteiros de Ciências; hideAll; tag 1 primeiro - ; show 1"_s);
     QCOMPARE(textAtShow, gTextoDB);
     QCOMPARE(gRoteiros[1].Nome, u"primeiro"_s);
 }
 
 void TstCatalogo::aMonthWithoutTheDiscipline()
 {
-    VistasGravadas vistas;
     QVERIFY_EXCEPTION_THROWN(AbreDisciplina(1, 9), ErroExecucao);
-    writeBloco(u"0205XXF1.edb"_s, "");
+    writeBloco(u"0205XXF1.edb"_s);
     MontaCatalogo();
     for (const qint16 disciplina : {qint16(9), qint16(0), qint16(11)}) {
-        vistas.log.clear();
+        mVistas->log.clear();
         gRoteiros.dimension(1);
         gRoteiros.edit(1).Nome = u"antigo"_s;
         AbreDisciplina(1, disciplina);
-        QCOMPARE(vistas.log.first(4),
-            (QStringList{u"hidePrincip"_s, u"showBlocos"_s, u"titulo ROTEIROS NÃO DISPONÍVEIS"_s, u"hide 1"_s}));
-        QCOMPARE(vistas.log.last(2), (QStringList{u"hide 48"_s, u"keepBlocosVisible"_s}));
+        const QString calls = mVistas->calls();
+        QVERIFY(calls.startsWith(u"hidePrincip; showBlocos; titulo ROTEIROS NÃO DISPONÍVEIS; hide 1; hide 2; "_s));
+        QVERIFY(calls.endsWith(u"; hide 48; keepBlocosVisible"_s));
         QCOMPARE(gRoteiros[1].Nome, u"antigo"_s);
     }
 }

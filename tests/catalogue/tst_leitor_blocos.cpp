@@ -2,6 +2,7 @@
 
 #include "leitura_literal.h"
 #include "support/suporte.h"
+#include "support/tabela.h"
 #include "textos_de_bloco.h"
 
 using namespace quorel;
@@ -14,12 +15,8 @@ class TstLeitorBlocos : public QObject
 private slots:
     void init() { failOnWarnings(); }
     void readsEveryField();
-    void readsRoteiro_data();
-    void readsRoteiro();
-    void readsAula_data();
-    void readsAula();
-    void numbering_data();
-    void numbering();
+    void reads_data();
+    void reads();
     void aCodeBeyond32BitsEndsTheReading();
     void damagedTextsReadAsTheLiteralSearchesDo();
     void damagedSizes_data();
@@ -30,198 +27,117 @@ private slots:
 
 void TstLeitorBlocos::readsEveryField()
 {
-    const Bloco bloco = leBloco(blocoCerto(2, 11, 40));
+    const Bloco bloco = leBloco(blocoCerto(2, 11, 32));
     QCOMPARE(bloco.roteiros.upperBound(), 2);
     QCOMPARE(bloco.lidos, 2);
     QCOMPARE(bloco.roteiros[0], RoteiroRec());
     const RoteiroRec &r = bloco.roteiros[2];
     QCOMPARE(r.Cod, 1002);
-    QCOMPARE((QStringList{r.Nome, r.Fig, r.Som, r.Desc, r.Nivel, r.Disc, r.Titulo}),
-        (QStringList{u"Roteiro 2"_s, u"MA2"_s, u"SO2"_s, u"A água 2"_s, u"F1"_s, u"MA"_s, u"Roteiro 2 - A água 2"_s}));
+    QCOMPARE((QStringList{r.Nome, r.Fig, r.Som, r.Desc, r.Nivel, r.Disc, r.Titulo}).join(u'|'),
+        u"Roteiro 2|MA2|SO2|A água 2|F1|MA|Roteiro 2 - A água 2"_s);
     QCOMPARE(r.Aulas.upperBound(), 11);
-    const AulaRec expected{u"211"_s, u"Aula 211"_s, u"(1,1)211<SPÇ>1<SPÇ>As cores do céu (azul) e do mar. As cores"_s,
-        u"Zeto"_s, u"J211"_s};
-    QCOMPARE(r.Aulas[11].Linha.left(30), expected.Linha.left(30));
-    QCOMPARE(r.Aulas[11].Cod, expected.Cod);
-    QCOMPARE(r.Aulas[11].Jogo, expected.Jogo);
+    const QString linha = u"(1,1)211<SPÇ>1<SPÇ>As cores do céu (azul) e do mar."_s;
+    QCOMPARE(r.Aulas[11], (AulaRec{u"211"_s, u"Aula 211"_s, linha, u"Zeto"_s, u"J211"_s}));
     QVERIFY_EXCEPTION_THROWN(bloco.roteiros[3], ErroExecucao);
     QVERIFY_EXCEPTION_THROWN(r.Aulas[-1], ErroExecucao);
 }
 
-void TstLeitorBlocos::readsRoteiro_data()
-{
-    QTest::addColumn<QByteArray>("secao");
-    QTest::addColumn<QString>("nome");
-    QTest::addColumn<int>("cod");
-    QTest::addColumn<QString>("fig");
-    QTest::addColumn<QString>("titulo");
-    QTest::newRow("a blank behind the = is part of the name") << QByteArray("NomeRot = A\r\n") << " A" << 0 << ""
-                                                              << " A - ";
-    QTest::newRow("CALC has no figure") << QByteArray("NomeRot =CALC\r\nCODROT:5\r\nFIG:X\r\n") << "CALC" << 5 << ""
-                                        << "";
-    QTest::newRow("CALC with a blank before it is an ordinary Roteiro")
-        << QByteArray("NomeRot = CALC\r\nFIG:X\r\n") << " CALC" << 0 << "X"
-        << " CALC - ";
-    QTest::newRow("without a name the code is read all the same")
-        << QByteArray("CODROT:7\r\nFIG:X\r\n") << "" << 7 << "X"
-        << " - ";
-    QTest::newRow("the code stops at the first character that is no digit")
-        << QByteArray("NomeRot =A\r\nCODROT: 12a\r\n") << "A" << 12 << ""
-        << "A - ";
-    QTest::newRow("largest code") << QByteArray("NomeRot =A\r\nCODROT:2147483647\r\n") << "A" << 2147483647 << ""
-                                  << "A - ";
-    QTest::newRow("a value without a line end is empty") << QByteArray("NomeRot =A\r\nFIG:X") << "A" << 0 << ""
-                                                         << "A - ";
-    QTest::newRow("LF alone ends no value") << QByteArray("NomeRot =A\nFIG:X\n\r\n") << "A\nFIG:X\n"
-                                            << 0 << "X\n"
-                                            << "A\nFIG:X\n - ";
-    QTest::newRow("first occurrence counts, in any order")
-        << QByteArray("FIG:X\r\nFIG:Y\r\nNomeRot =A\r\nNomeRot =B\r\n") << "A" << 0 << "X"
-        << "A - ";
-    QTest::newRow("description trimmed of blanks, not of line ends")
-        << QByteArray("NomeRot =A\r\n<DESC>  \r\nd  </DESC>") << "A" << 0 << ""
-        << "A - \r\nd";
-    QTest::newRow("description without its end") << QByteArray("NomeRot =A\r\n<DESC>d") << "A" << 0 << ""
-                                                 << "A - ";
-}
-
-void TstLeitorBlocos::readsRoteiro()
-{
-    QFETCH(QByteArray, secao);
-    const Bloco bloco = leBloco("rubbish [ROT<1>]" + secao);
-    QTEST(bloco.roteiros[1].Nome, "nome");
-    QTEST(bloco.roteiros[1].Cod, "cod");
-    QTEST(bloco.roteiros[1].Fig, "fig");
-    QTEST(bloco.roteiros[1].Titulo, "titulo");
-}
-
-void TstLeitorBlocos::readsAula_data()
-{
-    QTest::addColumn<QByteArray>("secao");
-    QTest::addColumn<QString>("cod");
-    QTest::addColumn<QString>("linha");
-    QTest::addColumn<QString>("tipo");
-    QTest::addColumn<QString>("jogo");
-    QTest::newRow("Linha over several lines") << QByteArray("Linha =(1)5<SP\xC7>\r\nb\r\n\tTipo = Zeto\t\r\n") << "5"
-                                              << "(1)5<SPÇ>\r\nb"
-                                              << "Zeto"
-                                              << "";
-    QTest::newRow("Linha that never ends") << QByteArray("Linha =(1)5<SP\xC7>\r\nTipo = Zeto\t\r\n") << "0"
-                                           << ""
-                                           << "Zeto"
-                                           << "";
-    QTest::newRow("Tipo without a tab is empty") << QByteArray("Linha =(1)5<SP\xC7>\r\n\tTipo = Zeto\r\n") << "5"
-                                                 << "(1)5<SPÇ>"
-                                                 << ""
-                                                 << "";
-    QTest::newRow("Tipo with its tab on a later line is cut at the line") << QByteArray("Tipo = Calc\r\nx\t") << "0"
-                                                                          << ""
-                                                                          << "Calc"
-                                                                          << "";
-    QTest::newRow("a Linha without separator has code 0") << QByteArray("Linha =(1)5\r\n\tTipo = Zeto\t") << "0"
-                                                          << "(1)5"
-                                                          << "Zeto"
-                                                          << "";
-    QTest::newRow("code without parenthesis is 0") << QByteArray("Linha =5<SP\xC7>\r\n\tTipo = Zeto\t") << "0"
-                                                   << "5<SPÇ>"
-                                                   << "Zeto"
-                                                   << "";
-    QTest::newRow("code with leading zeros and letters") << QByteArray("Linha =(1) 007x<SP\xC7>\r\n\tTipo = \t") << "7"
-                                                         << "(1) 007x<SPÇ>"
-                                                         << ""
-                                                         << "";
-    QTest::newRow("Jogo ends at #") << QByteArray("Jogo = a\r\nb#c") << "0"
-                                    << ""
-                                    << ""
-                                    << "a\r\nb";
-    QTest::newRow("Jogo without # is empty") << QByteArray("Jogo = a") << "0"
-                                             << ""
-                                             << ""
-                                             << "";
-    QTest::newRow("NUL and bytes without a character are kept") << QByteArray("Jogo = \0\x81\xff#", 11) << "0"
-                                                                << ""
-                                                                << "" << QString(u"\0\u0081ÿ"_s);
-}
-
-void TstLeitorBlocos::readsAula()
-{
-    QFETCH(QByteArray, secao);
-    const Bloco bloco = leBloco("[ROT<1>]\r\n[<1>1]\r\n" + secao);
-    QCOMPARE(bloco.roteiros[1].Aulas.upperBound(), 1);
-    QTEST(bloco.roteiros[1].Aulas[1].Cod, "cod");
-    QTEST(bloco.roteiros[1].Aulas[1].Linha, "linha");
-    QTEST(bloco.roteiros[1].Aulas[1].Tipo, "tipo");
-    QTEST(bloco.roteiros[1].Aulas[1].Jogo, "jogo");
-}
-
-/// Names of the Roteiros from 1, "-" for one that has none, each followed by the names of its Aulas in parentheses.
+/// "nome|cod|fig|titulo" of the Roteiros from 1, each followed by "cod|nome|linha|tipo|jogo" of its Aulas in brackets.
 static QString outline(const Bloco &bloco)
 {
-    QStringList nomes;
+    QStringList all;
     for (int i = 1; i <= bloco.roteiros.upperBound(); ++i) {
         const RoteiroRec &r = bloco.roteiros[i];
-        QStringList aulas;
-        for (int j = 1; r.Aulas.isDimensioned() && j <= r.Aulas.upperBound(); ++j)
-            aulas += r.Aulas[j].Nome.isEmpty() ? u"-"_s : r.Aulas[j].Nome;
-        nomes += (r.Nome.isEmpty() ? u"-"_s : r.Nome) + u'(' + aulas.join(u' ') + u')';
+        all += QStringList{r.Nome, QString::number(r.Cod), r.Fig, r.Titulo}.join(u'|');
+        for (int j = 1; r.Aulas.isDimensioned() && j <= r.Aulas.upperBound(); ++j) {
+            const AulaRec &a = r.Aulas[j];
+            all += u'[' + QStringList{a.Cod, a.Nome, a.Linha, a.Tipo, a.Jogo}.join(u'|') + u']';
+        }
     }
-    return nomes.join(u' ');
+    return all.join(u' ');
 }
 
-void TstLeitorBlocos::numbering_data()
+static QByteArray rot(const char *i, const char *nome)
 {
-    QTest::addColumn<QByteArray>("texto");
-    QTest::addColumn<QString>("expected");
-    const auto rot = [](const char *i, const char *nome) {
-        return QByteArray("[ROT<") + i + ">]\r\nNomeRot =" + nome + "\r\n";
-    };
-    const auto aula = [](const char *ij, const char *nome) {
-        return QByteArray("\r\n[<") + ij + "]\r\nNome =" + nome + "\r\n";
-    };
-    QTest::newRow("empty") << QByteArray() << "";
-    QTest::newRow("no section") << QByteArray("NomeRot =A\r\n") << "";
-    QTest::newRow("1 and 3: 1 runs to the end, 2 is empty")
-        << rot("1", "A") + rot("3", "C") + aula("1>1", "a") << "A(a) -()";
-    QTest::newRow("descending: each runs to the end") << rot("2", "B") + rot("1", "A") + aula("2>1", "b") << "A() B(b)";
-    QTest::newRow("the same number twice: the first counts") << rot("1", "A") + rot("1", "X") << "A() -()";
-    QTest::newRow("leading zero is another number") << rot("01", "A") << "-()";
-    QTest::newRow("kept: the next section follows at once and its fields are read")
-        << QByteArray("[ROT<1>]") + rot("2", "B") << "B() B()";
-    QTest::newRow("marker at the very end") << rot("1", "A") + "[ROT<2>]"
-                                            << "A() -()";
-    QTest::newRow("an Aula stands before its Roteiro") << aula("1>1", "a") + rot("1", "A") << "A()";
-    QTest::newRow("kept: Aula 1 ends before Aula 20")
-        << rot("1", "A") + "[<1>1]\r\nx" + aula("1>20", "b") + "Nome =c\r\n"
-        << "A(- -)";
-    QTest::newRow("kept: the next Aula follows at once and its fields are read")
-        << rot("1", "A") + "[<1>1]\r\n" + aula("1>2", "b") << "A(b b)";
-    QTest::newRow("a gap among the Aulas: the ones behind it are beyond the count")
-        << rot("1", "A") + aula("1>1", "a") + aula("1>3", "c") << "A(a -)";
-    QTest::newRow("a mention of another Aula counts, so the last record is empty")
-        << rot("1", "A") + aula("1>1", "a") + "see [<1>"
-        << "A(a -)";
-    QTest::newRow("Aula without a line end behind its bracket") << rot("1", "A") + "[<1>1] Nome =a\r\n"
-                                                                << "A(-)";
+    return QByteArray("[ROT<") + i + ">]\r\nNomeRot =" + nome + "\r\n";
 }
 
-void TstLeitorBlocos::numbering()
+static QByteArray aula(const char *ij, const char *nome)
 {
-    QFETCH(QByteArray, texto);
+    return QByteArray("\r\n[<") + ij + "]\r\nNome =" + nome + "\r\n";
+}
+
+void TstLeitorBlocos::reads_data()
+{
+    const QByteArray um = "rubbish [ROT<1>]", lesson = "[ROT<1>]\r\n[<1>1]\r\n";
+    rows<QByteArray, QString>({
+        {"a blank behind the = is part of the name", um + "NomeRot = A\r\n", " A|0|| A - "},
+        {"CALC has no figure", um + "NomeRot =CALC\r\nCODROT:5\r\nFIG:X\r\n", "CALC|5||"},
+        {"CALC with a blank before it is an ordinary Roteiro", um + "NomeRot = CALC\r\nFIG:X\r\n",
+            " CALC|0|X| CALC - "},
+        {"without a name the code is read all the same", um + "CODROT:7\r\nFIG:X\r\n", "|7|X| - "},
+        {"the code stops at the first character that is no digit", um + "NomeRot =A\r\nCODROT: 12a\r\n", "A|12||A - "},
+        {"largest code", um + "NomeRot =A\r\nCODROT:2147483647\r\n", "A|2147483647||A - "},
+        {"a value without a line end is empty", um + "NomeRot =A\r\nFIG:X", "A|0||A - "},
+        {"LF alone ends no value", um + "NomeRot =A\nFIG:X\n\r\n", "A\nFIG:X\n|0|X\n|A\nFIG:X\n - "},
+        {"first occurrence counts, in any order", um + "FIG:X\r\nFIG:Y\r\nNomeRot =A\r\nNomeRot =B\r\n", "A|0|X|A - "},
+        {"description trimmed of blanks, not of line ends", um + "NomeRot =A\r\n<DESC>  \r\nd  </DESC>",
+            "A|0||A - \r\nd"},
+        {"description without its end", um + "NomeRot =A\r\n<DESC>d", "A|0||A - "},
+
+        {"Linha over several lines", lesson + "Linha =(1)5<SP\xC7>\r\nb\r\n\tTipo = Zeto\t\r\n",
+            "|0|| -  [5||(1)5<SPÇ>\r\nb|Zeto|]"},
+        {"Linha that never ends", lesson + "Linha =(1)5<SP\xC7>\r\nTipo = Zeto\t\r\n", "|0|| -  [0|||Zeto|]"},
+        {"Tipo without a tab is empty", lesson + "Linha =(1)5<SP\xC7>\r\n\tTipo = Zeto\r\n",
+            "|0|| -  [5||(1)5<SPÇ>||]"},
+        {"Tipo with its tab on a later line is cut at the line", lesson + "Tipo = Calc\r\nx\t", "|0|| -  [0|||Calc|]"},
+        {"a Linha without separator has code 0", lesson + "Linha =(1)5\r\n\tTipo = Zeto\t", "|0|| -  [0||(1)5|Zeto|]"},
+        {"code without parenthesis is 0", lesson + "Linha =5<SP\xC7>\r\n\tTipo = Zeto\t", "|0|| -  [0||5<SPÇ>|Zeto|]"},
+        {"code with leading zeros and letters", lesson + "Linha =(1) 007x<SP\xC7>\r\n\tTipo = \t",
+            "|0|| -  [7||(1) 007x<SPÇ>||]"},
+        {"Jogo ends at #", lesson + "Jogo = a\r\nb#c", "|0|| -  [0||||a\r\nb]"},
+        {"Jogo without # is empty", lesson + "Jogo = a", "|0|| -  [0||||]"},
+        {"NUL and bytes without a character are kept", lesson + QByteArray("Jogo = \0\x81\xff#", 11),
+            QString(u"|0|| -  [0||||\0\u0081ÿ]"_s)},
+
+        {"empty", "", ""},
+        {"no section", "NomeRot =A\r\n", ""},
+        {"1 and 3: 1 runs to the end, 2 is empty", rot("1", "A") + rot("3", "C") + aula("1>1", "a"),
+            "A|0||A -  [0|a|||] |0||"},
+        {"descending: each runs to the end", rot("2", "B") + rot("1", "A") + aula("2>1", "b"),
+            "A|0||A -  B|0||B -  [0|b|||]"},
+        {"the same number twice: the first counts", rot("1", "A") + rot("1", "X"), "A|0||A -  |0||"},
+        {"leading zero is another number", rot("01", "A"), "|0||"},
+        {"kept: the next section follows at once and its fields are read", "[ROT<1>]" + rot("2", "B"),
+            "B|0||B -  B|0||B - "},
+        {"marker at the very end", rot("1", "A") + "[ROT<2>]", "A|0||A -  |0||"},
+        {"an Aula stands before its Roteiro", aula("1>1", "a") + rot("1", "A"), "A|0||A - "},
+        {"kept: Aula 1 ends before Aula 20", rot("1", "A") + "[<1>1]\r\nx" + aula("1>20", "b") + "Nome =c\r\n",
+            "A|0||A -  [0||||] [||||]"},
+        {"kept: the next Aula follows at once and its fields are read", rot("1", "A") + "[<1>1]\r\n" + aula("1>2", "b"),
+            "A|0||A -  [0|b|||] [0|b|||]"},
+        {"a gap among the Aulas: the ones behind it are beyond the count",
+            rot("1", "A") + aula("1>1", "a") + aula("1>3", "c"), "A|0||A -  [0|a|||] [||||]"},
+        {"a mention of another Aula counts, so the last record is empty", rot("1", "A") + aula("1>1", "a") + "see [<1>",
+            "A|0||A -  [0|a|||] [||||]"},
+        {"Aula without a line end behind its bracket", rot("1", "A") + "[<1>1] Nome =a\r\n", "A|0||A -  [||||]"},
+    });
+}
+
+void TstLeitorBlocos::reads()
+{
+    const auto [texto, read] = row<QByteArray, QString>();
     const Bloco bloco = leBloco(texto);
-    QTEST(outline(bloco), "expected");
+    QCOMPARE(outline(bloco), read);
     QCOMPARE(bloco.roteiros, leituraLiteral(texto));
 }
 
 void TstLeitorBlocos::aCodeBeyond32BitsEndsTheReading()
 {
-    const Bloco bloco = leBloco("[ROT<1>]\r\nNomeRot =A\r\n[ROT<2>]\r\nNomeRot =B\r\nCODROT:2147483648\r\nFIG:X\r\n"
-                                "[<2>1]\r\nNome =b\r\n[ROT<3>]\r\nNomeRot =C\r\n");
+    const Bloco bloco =
+        leBloco(rot("1", "A") + rot("2", "B") + "CODROT:2147483648\r\nFIG:X\r\n[<2>1]\r\nNome =b\r\n" + rot("3", "C"));
     QCOMPARE(bloco.lidos, 1);
-    QCOMPARE(bloco.roteiros.upperBound(), 3);
-    QCOMPARE(bloco.roteiros[2].Nome, u"B"_s);
-    QCOMPARE(bloco.roteiros[2].Fig, QString());
-    QVERIFY(!bloco.roteiros[2].Aulas.isDimensioned());
-    QCOMPARE(bloco.roteiros[3], RoteiroRec());
+    QCOMPARE(outline(bloco), u"A|0||A -  B|0|| |0||"_s);
 }
 
 void TstLeitorBlocos::damagedTextsReadAsTheLiteralSearchesDo()
@@ -246,11 +162,7 @@ void TstLeitorBlocos::damagedTextsReadAsTheLiteralSearchesDo()
 // Sizes at which anything but one look at each byte would not come to an end within the test's time.
 void TstLeitorBlocos::damagedSizes_data()
 {
-    QTest::addColumn<QByteArray>("texto");
-    QTest::addColumn<int>("roteiros");
     const int many = 400000;
-    QTest::newRow("the opening alone") << QByteArray("[ROT<").repeated(many) << many;
-    QTest::newRow("the first section over and over") << QByteArray("[ROT<1>]NomeRot =").repeated(many) << many;
     QByteArray down, fields, aulas = "[ROT<1>]\r\n", same = aulas;
     for (int i = many; i > 0; --i) {
         const QByteArray n = QByteArray::number(i);
@@ -259,27 +171,31 @@ void TstLeitorBlocos::damagedSizes_data()
         aulas += "\r\n[<1>" + n + "]\r\n";
         same += "[<1>1]\r\nLinha =Tipo = Jogo = ";
     }
-    QTest::newRow("numbers in descending order") << down << many;
-    QTest::newRow("descending, values that never end") << fields << many;
-    QTest::newRow("one name at the end for all") << down + "NomeRot =A\r\n" << many;
-    QTest::newRow("Aulas in descending order") << aulas << 1;
-    QTest::newRow("one Aula over and over") << same << 1;
-    QTest::newRow("brackets") << QByteArray(8 << 20, '[') << 0;
-    QTest::newRow("line ends in a value") << "[ROT<1>]NomeRot =" + QByteArray("\r\r").repeated(4 << 20) << 1;
     QByteArray binary(8 << 20, '\0');
     Acaso acaso(1);
     for (char &c : binary)
         c = char(acaso() & 0xff);
-    QTest::newRow("binary") << binary << int(binary.count("[ROT<"));
-    const QByteArray certo = blocoCerto(16, 20, 2000);
-    QTest::newRow("cut in the middle") << certo.left(certo.size() / 2)
-                                       << int(certo.left(certo.size() / 2).count("[ROT<"));
+    const QByteArray whole = blocoCerto(16, 20, 2000);
+    const QByteArray half = whole.left(whole.size() / 2);
+    rows<QByteArray, qsizetype>({
+        {"the opening alone", QByteArray("[ROT<").repeated(many), many},
+        {"the first section over and over", QByteArray("[ROT<1>]NomeRot =").repeated(many), many},
+        {"numbers in descending order", down, many},
+        {"descending, values that never end", fields, many},
+        {"one name at the end for all", down + "NomeRot =A\r\n", many},
+        {"Aulas in descending order", aulas, 1},
+        {"one Aula over and over", same, 1},
+        {"brackets", QByteArray(8 << 20, '['), 0},
+        {"line ends in a value", "[ROT<1>]NomeRot =" + QByteArray("\r\r").repeated(4 << 20), 1},
+        {"binary", binary, binary.count("[ROT<")},
+        {"cut in the middle", half, half.count("[ROT<")},
+    });
 }
 
 void TstLeitorBlocos::damagedSizes()
 {
-    QFETCH(QByteArray, texto);
-    QTEST(leBloco(texto).roteiros.upperBound(), "roteiros");
+    const auto [texto, roteiros] = row<QByteArray, qsizetype>();
+    QCOMPARE(leBloco(texto).roteiros.upperBound(), roteiros);
 }
 
 void TstLeitorBlocos::overlappingTextsAreLimited()

@@ -30,12 +30,12 @@ private slots:
     void whatATurnOfEventsSees();
     void aNewerReadingStopsTheOlder();
     void aCodeTooLargeLeavesTheOthersUnread();
-    void loadsABlockFile_data();
     void loadsABlockFile();
     void aMissingBlockFileEndsTheProgram();
 
 private:
     QTemporaryDir mDir;
+    std::unique_ptr<VistasGravadas> mVistas;
 };
 
 void TstRoteiros::init()
@@ -47,38 +47,36 @@ void TstRoteiros::init()
     escreve(mDir.filePath(u"Fig/M/_/MA1.GIF"_s), "GIF89a");
     escreve(mDir.filePath(u"Fig/M/_/MA2.bmp"_s), "BM");
     gConfig.SetaCFG(u"[zeto]\r\nZETO_MM="_s + barras(mDir.path()) + u"\r\nzeto_mdb="_s + barras(mDir.path()));
+    mVistas.reset(); // before the next ones are in use
+    mVistas = std::make_unique<VistasGravadas>();
 }
 
 void TstRoteiros::readsOntoTheButtons()
 {
-    VistasGravadas vistas;
     gTextoDB =
         blocoCerto(3, 2, 10) + "[ROT<4>]\r\nNomeRot =sem figura\r\n[ROT<6>][ROT<5>]\r\nNomeRot =CALC\r\nFIG:MA1\r\n";
     LeRoteiros();
-    QCOMPARE(vistas.log,
-        (QStringList{u"hideAll"_s, u"load 1 MA1.GIF"_s, u"tag 1 Roteiro 1 - A água 1"_s, u"show 1"_s,
-            u"load 2 MA2.BMP"_s, u"tag 2 Roteiro 2 - A água 2"_s, u"show 2"_s, u"load 3 "_s,
-            u"tag 3 Roteiro 3 - A água 3"_s, u"show 3"_s, u"tag 4 sem figura - "_s, u"show 4"_s}));
+    QCOMPARE(mVistas->calls(),
+        u"hideAll; load 1 MA1.GIF; tag 1 Roteiro 1 - A água 1; show 1; load 2 MA2.BMP; tag 2 Roteiro 2 - A água 2; "
+        "show 2; load 3 ; tag 3 Roteiro 3 - A água 3; show 3; tag 4 sem figura - ; show 4"_s);
     QCOMPARE(gRoteiros.upperBound(), 6);
     QCOMPARE(gRoteiros, leBloco(gTextoDB).roteiros);
 }
 
 void TstRoteiros::a17thRoteiroIsReadWhole()
 {
-    VistasGravadas vistas;
     gTextoDB = blocoCerto(18, 2, 10);
     LeRoteiros();
-    QCOMPARE(vistas.log.filter(u"show"_s).size(), kNumBotoes);
+    QCOMPARE(mVistas->log.filter(u"show"_s).size(), kNumBotoes);
     QCOMPARE(gRoteiros, leBloco(gTextoDB).roteiros);
 }
 
 void TstRoteiros::aDamagedPictureEndsTheReading()
 {
-    VistasGravadas vistas;
-    vistas.falha = kFalhaFigura;
+    mVistas->falha = kFalhaFigura;
     gTextoDB = "[ROT<1>]\r\nNomeRot =CALC\r\n" + blocoCerto(3, 1, 10).replace("[ROT<1>]", "[ROT<9>]");
     LeRoteiros();
-    QCOMPARE(vistas.log, QStringList{u"hideAll"_s});
+    QCOMPARE(mVistas->calls(), u"hideAll"_s);
     QVERIFY(gRoteiros[1].Aulas.isDimensioned());
     RoteiroRec begun;
     begun.Cod = 1002;
@@ -90,6 +88,7 @@ void TstRoteiros::aDamagedPictureEndsTheReading()
 
 void TstRoteiros::withoutAWindowAllIsStillRead()
 {
+    mVistas.reset();
     gTextoDB = blocoCerto(2, 2, 10);
     LeRoteiros();
     QCOMPARE(gRoteiros, leBloco(gTextoDB).roteiros);
@@ -97,9 +96,8 @@ void TstRoteiros::withoutAWindowAllIsStillRead()
 
 void TstRoteiros::whatATurnOfEventsSees()
 {
-    VistasGravadas vistas;
     Vetor<RoteiroRec> seen;
-    vistas.onLoad = [&](int n) {
+    mVistas->onLoad = [&](int n) {
         if (n == 2)
             QTimer::singleShot(0, qApp, [&] { seen = gRoteiros; });
     };
@@ -115,9 +113,8 @@ void TstRoteiros::whatATurnOfEventsSees()
 
 void TstRoteiros::aNewerReadingStopsTheOlder()
 {
-    VistasGravadas vistas;
     const QByteArray newer = "[ROT<1>]\r\nNomeRot =novo\r\n";
-    vistas.onLoad = [&](int) {
+    mVistas->onLoad = [&](int) {
         QTimer::singleShot(0, qApp, [&] {
             gTextoDB = newer;
             LeRoteiros();
@@ -126,40 +123,32 @@ void TstRoteiros::aNewerReadingStopsTheOlder()
     gTextoDB = blocoCerto(3, 2, 10);
     LeRoteiros();
     QCOMPARE(gRoteiros, leBloco(newer).roteiros);
-    QCOMPARE(
-        vistas.log, (QStringList{u"hideAll"_s, u"load 1 MA1.GIF"_s, u"hideAll"_s, u"tag 1 novo - "_s, u"show 1"_s}));
+    QCOMPARE(mVistas->calls(), u"hideAll; load 1 MA1.GIF; hideAll; tag 1 novo - ; show 1"_s);
 }
 
 void TstRoteiros::aCodeTooLargeLeavesTheOthersUnread()
 {
-    VistasGravadas vistas;
     gTextoDB = blocoCerto(3, 1, 10).replace("CODROT:1002", "CODROT:99999999999");
     LeRoteiros();
     QCOMPARE(gRoteiros, leBloco(gTextoDB).roteiros);
-    QCOMPARE(vistas.log.filter(u"show"_s), QStringList{u"show 1"_s});
-}
-
-void TstRoteiros::loadsABlockFile_data()
-{
-    QTest::addColumn<QString>("arquivo");
-    QTest::addColumn<QByteArray>("bytes");
-    QTest::newRow("a file") << u"0205MAF1.edb"_s << QByteArray("NUL \0 e \xC7\r\n", 11);
-    QTest::newRow("an empty one") << u"vazio.edb"_s << QByteArray();
-    QTest::newRow("no path means the default one") << QString() << QByteArray("padrao");
+    QCOMPARE(mVistas->log.filter(u"show"_s), QStringList{u"show 1"_s});
 }
 
 void TstRoteiros::loadsABlockFile()
 {
-    QFETCH(QString, arquivo);
-    QFETCH(QByteArray, bytes);
-    const QString padrao = barras(mDir.path()) + u"\\zetodb.ini"_s;
-    escreve(mDir.filePath(arquivo.isEmpty() ? u"zetodb.ini"_s : arquivo), bytes);
-    QString caminho = arquivo.isEmpty() ? QString() : barras(mDir.path()) + u'\\' + arquivo;
-    gTextoDB = "old";
-    LeBancoBlocos(caminho);
-    QCOMPARE(gTextoDB, bytes);
-    if (arquivo.isEmpty())
-        QCOMPARE(caminho, padrao);
+    const QString dir = barras(mDir.path());
+    escreve(mDir.filePath(u"zetodb.ini"_s), "padrao");
+    for (const QByteArray &bytes : {QByteArray("NUL \0 e \xC7\r\n", 11), QByteArray()}) {
+        escreve(mDir.filePath(u"0205MAF1.edb"_s), bytes);
+        QString caminho = dir + u"\\0205MAF1.edb"_s;
+        gTextoDB = "old";
+        LeBancoBlocos(caminho);
+        QCOMPARE(gTextoDB, bytes);
+    }
+    QString none; // means the default one
+    LeBancoBlocos(none);
+    QCOMPARE(gTextoDB, QByteArray("padrao"));
+    QCOMPARE(none, dir + u"\\zetodb.ini"_s);
 }
 
 void TstRoteiros::aMissingBlockFileEndsTheProgram()

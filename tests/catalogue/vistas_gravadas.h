@@ -6,6 +6,7 @@
 #include <QStringList>
 
 #include <functional>
+#include <utility>
 
 namespace quorel::teste {
 
@@ -15,55 +16,59 @@ struct VistasGravadas final : VistaRoteiros, VistaPalco, VistaMeses
     QStringList log;
     QString mes = QStringLiteral("1");
     int falha = 0; ///< loadPicture() throws this number
-    std::function<void(int n)> onLoad; ///< runs at the end of loadPicture()
-    std::function<void()> onShow; ///< runs inside showBlocos()
+    std::function<void(int n)> onLoad = [](int) {}; ///< runs at the end of loadPicture()
+    std::function<void()> onShow = [] {}; ///< runs inside showBlocos()
 
     VistasGravadas() { usaVistas({this, this, this}); }
     ~VistasGravadas() override { usaVistas({}); }
+    /// The log in one line. Empties it.
+    QString calls() { return std::exchange(log, {}).join(QStringLiteral("; ")); }
 
-    void hideAll() override { log += QStringLiteral("hideAll"); }
+    void hideAll() override { tell("hideAll"); }
     void loadPicture(int n, const QString &caminho) override
     {
         need(n);
         if (falha != 0)
             throw ErroExecucao(falha);
-        log += QStringLiteral("load %1 %2").arg(n).arg(caminho.section(u'\\', -1));
-        if (onLoad)
-            onLoad(n);
+        tell("load %1 %2", n, caminho.section(u'\\', -1));
+        onLoad(n);
     }
     void setTag(int n, const QString &titulo) override
     {
         need(n);
-        log += QStringLiteral("tag %1 %2").arg(n).arg(titulo);
+        tell("tag %1 %2", n, titulo);
     }
     void showButton(int n) override
     {
         need(n);
-        log += QStringLiteral("show %1").arg(n);
+        tell("show %1", n);
     }
 
-    void hidePrincip() override { log += QStringLiteral("hidePrincip"); }
+    void hidePrincip() override { tell("hidePrincip"); }
     void showBlocos() override
     {
-        log += QStringLiteral("showBlocos");
-        if (onShow)
-            onShow();
+        tell("showBlocos");
+        onShow();
     }
-    void keepBlocosVisible() override { log += QStringLiteral("keepBlocosVisible"); }
-    void setTitulo(const QString &texto) override { log += QStringLiteral("titulo ") + texto; }
-    void setManualTag(const QString &tag) override { log += QStringLiteral("manual ") + tag; }
-    void hideOne(int n) override { log += QStringLiteral("hide %1").arg(n); }
+    void keepBlocosVisible() override { tell("keepBlocosVisible"); }
+    void setTitulo(const QString &texto) override { tell("titulo %1", texto); }
+    void setManualTag(const QString &tag) override { tell("manual %1", tag); }
+    void hideOne(int n) override { tell("hide %1", n); }
 
-    void addMonth(int n, int left, int top) override
-    {
-        log += QStringLiteral("month %1 at %2,%3").arg(n).arg(left).arg(top);
-    }
-    void setCaption(int n, const QString &texto) override { log += QStringLiteral("caption %1 %2").arg(n).arg(texto); }
-    void showMonth(int n) override { log += QStringLiteral("showMonth %1").arg(n); }
-    void setScrollMaximum(int twips) override { log += QStringLiteral("maximum %1").arg(twips); }
+    void addMonth(int n, int left, int top) override { tell("month %1 at %2,%3", n, left, top); }
+    void setCaption(int n, const QString &texto) override { tell("caption %1 %2", n, texto); }
+    void showMonth(int n) override { tell("showMonth %1", n); }
+    void setScrollMaximum(int twips) override { tell("maximum %1", twips); }
     QString selectedMonth() const override { return mes; }
 
 private:
+    template <typename... Args>
+    void tell(const char *call, const Args &...args)
+    {
+        QString line = QString::fromLatin1(call);
+        ((line = line.arg(args)), ...);
+        log += line;
+    }
     static void need(int n)
     {
         if (n > kNumBotoes)
