@@ -1,67 +1,43 @@
-#include "support/suporte.h"
+#include "programa.h"
+#include "support/tabela.h"
 #include "tools/blocos_comando.h"
 #include "tools/blocos_lista.h"
 #include "tools/blocos_verifica.h"
 
 #include <QJsonDocument>
-#include <QProcess>
-#include <QTemporaryDir>
 
 using namespace quorel;
 using namespace quorel::blocos;
 using namespace quorel::teste;
 using namespace Qt::StringLiterals;
 
-class TstQuorelBlocos : public QObject
+class TstQuorelBlocos final : public TesteDePrograma
 {
     Q_OBJECT
+public:
+    TstQuorelBlocos() : TesteDePrograma(u"quorel-blocos"_s) { }
+
 private slots:
-    void init();
     void listsABlock();
     void listsADirectory();
     void findsWhatIsToMend_data();
     void findsWhatIsToMend();
-    void findsACodeUsedInTwoFiles();
-    void looksForMedia();
     void exitCodes_data();
     void exitCodes();
+    void looksForMedia();
     void hostileFiles_data();
     void hostileFiles();
-
-private:
-    /// Runs the real program. @return its exit code
-    int run(const QStringList &argumentos);
-    QString file(const QString &nome, const QByteArray &bytes)
-    {
-        escreve(mDir->filePath(nome), bytes);
-        return mDir->filePath(nome);
-    }
-
-    std::unique_ptr<QTemporaryDir> mDir;
-    QByteArray mSaida;
-    QByteArray mErros;
 };
 
 static const QByteArray kAula = "[<1>1]\r\nNome =a\r\nLinha =(1,1)11<SP\xC7>1\r\n\tTipo = Zeto\t1\r\nJogo = j#\r\n";
-static const QByteArray kCabeca = "NomeRot =A\r\nCODROT:5\r\nFIG:MA1\r\n<DESC>d</DESC>\r\n";
-static const QByteArray kCerto = "<OBJ>o \xE9</OBJ><TM>t</TM>\r\n[ROT<1>]\r\n" + kCabeca + kAula;
+static const QByteArray kRot1 = "[ROT<1>]\r\nNomeRot =A\r\nCODROT:5\r\nFIG:MA1\r\n<DESC>d</DESC>\r\n";
+static const QByteArray kRot2 = "[ROT<2>]\r\nNomeRot =B\r\nCODROT:6\r\n";
+static const QByteArray kCerto = "<OBJ>o \xE9</OBJ><TM>t</TM>\r\n" + kRot1 + kAula;
 
-void TstQuorelBlocos::init()
+/// The block without a fault, but for one piece.
+static QByteArray with(const char *piece, const char *other)
 {
-    failOnWarnings();
-    mDir = std::make_unique<QTemporaryDir>();
-}
-
-int TstQuorelBlocos::run(const QStringList &argumentos)
-{
-    QProcess process;
-    process.setWorkingDirectory(mDir->path());
-    process.start(QStringLiteral(QUOREL_BIN "/quorel-blocos"), argumentos);
-    if (!process.waitForFinished())
-        return -1;
-    mSaida = linhas(process.readAllStandardOutput());
-    mErros = linhas(process.readAllStandardError());
-    return process.exitStatus() == QProcess::NormalExit ? process.exitCode() : -1;
+    return QByteArray(kCerto).replace(piece, other);
 }
 
 void TstQuorelBlocos::listsABlock()
@@ -73,7 +49,7 @@ void TstQuorelBlocos::listsABlock()
     QCOMPARE(bloco[u"tema"_s].toString(), u"t"_s);
     const QJsonArray roteiros = bloco[u"roteiros"_s].toArray();
     QCOMPARE(roteiros.size(), 2);
-    QCOMPARE(roteiros[0].toObject().keys(), QString(u"aulas cod desc disc fig nivel nome som titulo"_s).split(u' '));
+    QCOMPARE(roteiros[0].toObject().keys().join(u' '), u"aulas cod desc disc fig nivel nome som titulo"_s);
     QCOMPARE(roteiros[0][u"cod"_s], QJsonValue(5));
     QCOMPARE(roteiros[0][u"titulo"_s], QJsonValue(u"A - d"_s));
     QCOMPARE(roteiros[1][u"aulas"_s].toArray(), QJsonArray());
@@ -101,86 +77,97 @@ void TstQuorelBlocos::listsADirectory()
     QCOMPARE(lista[2][u"tema"_s], QJsonValue(u""_s));
 }
 
+/// Files by their names.
+using Arquivos = QList<std::pair<QString, QByteArray>>;
+
 void TstQuorelBlocos::findsWhatIsToMend_data()
 {
-    QTest::addColumn<QString>("nome");
-    QTest::addColumn<QByteArray>("texto");
-    QTest::addColumn<QStringList>("achados"); // line, colon, part of the text
-    const QByteArray rot1 = "[ROT<1>]\r\n" + kCabeca;
-    const QByteArray rot2 = "[ROT<2>]\r\nNomeRot =B\r\nCODROT:6\r\n";
-    const QString certo = u"0205MAF1.edb"_s;
-    const auto add = [](const char *row, const QString &nome, const QByteArray &texto, const QStringList &achados) {
-        QTest::newRow(row) << nome << texto << achados;
-    };
-    const auto aula = [](const QByteArray &ij) { return QByteArray(kAula).replace("1>1]", ij + ']'); };
-    add("nothing", certo, kCerto, {});
-    add("name", u"abril.edb"_s, kCerto, {u"1:nome do arquivo"_s});
-    add("discipline", u"0205XXF1.edb"_s, kCerto, {u"1:código de disciplina"_s});
-    add("gap in the Roteiros", certo, rot1 + "[ROT<3>]\r\n",
-        {u"1:falta o Roteiro 2"_s, u"1:contém a de outro"_s, u"6:Roteiro 3: o programa nunca"_s});
-    add("Roteiro twice", certo, rot1 + "[ROT<1>]\r\n",
-        {u"1:falta o Roteiro 2"_s, u"1:contém a de outro"_s, u"6:outra vez"_s});
-    add("Roteiro without a number", certo, rot1 + "[ROT<x>]\r\n",
-        {u"1:falta o Roteiro 2"_s, u"1:contém"_s, u"6:sem número"_s});
-    add("gap in the Aulas", certo, rot1 + aula("1>1") + aula("1>3"),
-        {u"1:falta a Aula 2"_s, u"11:Aula 3 do Roteiro 1: o programa nunca"_s});
-    add("Aula twice", certo, rot1 + aula("1>1") + aula("1>1"), {u"1:falta a Aula 2"_s, u"11:outra vez"_s});
-    add("Aula of another Roteiro", certo, rot1 + aula("2>1") + rot2, {u"6:Aula 1 do Roteiro 2: o programa nunca"_s});
-    add("Tipo without tab", certo, QByteArray(kCerto).replace("\t1\r\n", "\r\n"), {u"10:sem tabulação"_s});
-    add("unknown type", certo, QByteArray(kCerto).replace("= Zeto", "= zeto"), {u"10:tipo desconhecido: zeto"_s});
-    add("Linha that never ends", certo, QByteArray(kCerto).replace("\r\n\tTipo", "\r\nTipo"), {u"9:nunca acaba"_s});
-    add("code missing", certo, QByteArray(kCerto).replace("CODROT:5", "CODROT:"), {u"4:ausente ou 0"_s});
-    add("no name", certo, QByteArray(kCerto).replace("NomeRot =A", "NomeRot ="), {u"2:sem nome"_s});
-    add("code twice", certo, rot1 + QByteArray(rot2).replace(":6", ":5"), {u"8:código 5 já usado em"_s});
-    add("code too large", certo, QByteArray(kCerto).replace(":5", ":9999999999"), {u"4:leitura acaba no Roteiro 1"_s});
-    add("Aula without code", certo, QByteArray(kCerto).replace("(1,1)11", "(1,1)"), {u"9:código ausente"_s});
-    add("CALC not last", certo, QByteArray(rot1).replace("=A", "=CALC") + rot2, {u"1:não é o último"_s});
-    add("CALC with a blank", certo, QByteArray(rot1).replace("=A", "= CALC"), {u"1:com branco"_s});
-    add("LF alone", certo, kCerto + "\r\na\nb\nc\n", {u"13:só com LF"_s});
+    const auto aula = [](const char *ij) { return QByteArray(kAula).replace("1>1]", QByteArray(ij) + ']'); };
+    const auto block = [](const QByteArray &texto) { return Arquivos{{"0205MAF1.edb", texto}}; };
     QByteArray many;
     for (int i = 1; i <= 17; ++i)
         many += "[ROT<" + QByteArray::number(i) + ">]\r\nNomeRot =A\r\nCODROT:" + QByteArray::number(i) + "\r\n";
-    add("a 17th Roteiro", certo, many, {u"49:Roteiro 17 não tem botão"_s});
+    rows<Arquivos, QStringList>({
+        {"nothing", block(kCerto), {}},
+        {"name", {{"abril.edb", kCerto}}, {"1:nome do arquivo"}},
+        {"discipline", {{"0205XXF1.edb", kCerto}}, {"1:código de disciplina"}},
+        {"gap in the Roteiros", block(kRot1 + "[ROT<3>]\r\n"),
+            {"1:falta o Roteiro 2", "1:contém a de outro", "6:Roteiro 3: o programa nunca"}},
+        {"Roteiro twice", block(kRot1 + "[ROT<1>]\r\n"), {"1:falta o Roteiro 2", "1:contém a de outro", "6:outra vez"}},
+        {"Roteiro without a number", block(kRot1 + "[ROT<x>]\r\n"),
+            {"1:falta o Roteiro 2", "1:contém", "6:sem número"}},
+        {"gap in the Aulas", block(kRot1 + aula("1>1") + aula("1>3")),
+            {"1:falta a Aula 2", "11:Aula 3 do Roteiro 1: o programa nunca"}},
+        {"Aula twice", block(kRot1 + aula("1>1") + aula("1>1")), {"1:falta a Aula 2", "11:outra vez"}},
+        {"Aula of another Roteiro", block(kRot1 + aula("2>1") + kRot2), {"6:Aula 1 do Roteiro 2: o programa nunca"}},
+        {"Tipo without tab", block(with("\t1\r\n", "\r\n")), {"10:sem tabulação"}},
+        {"unknown type", block(with("= Zeto", "= zeto")), {"10:tipo desconhecido: zeto"}},
+        {"Linha that never ends", block(with("\r\n\tTipo", "\r\nTipo")), {"9:nunca acaba"}},
+        {"code missing", block(with("CODROT:5", "CODROT:")), {"4:ausente ou 0"}},
+        {"no name", block(with("NomeRot =A", "NomeRot =")), {"2:sem nome"}},
+        {"code twice", block(kRot1 + QByteArray(kRot2).replace(":6", ":5")), {"8:código 5 já usado em"}},
+        {"code too large", block(with(":5", ":9999999999")), {"4:leitura acaba no Roteiro 1"}},
+        {"Aula without code", block(with("(1,1)11", "(1,1)")), {"9:código ausente"}},
+        {"CALC not last", block(QByteArray(kRot1).replace("=A", "=CALC") + kRot2), {"1:não é o último"}},
+        {"CALC with a blank", block(QByteArray(kRot1).replace("=A", "= CALC")), {"1:com branco"}},
+        {"LF alone", block(kCerto + "\r\na\nb\nc\n"), {"13:só com LF"}},
+        {"a 17th Roteiro", block(many), {"49:Roteiro 17 não tem botão"}},
+        {"a code used in two files", {{"F1/0205MAF1.edb", kCerto}, {"F1/0305MAF1.edb", kCerto}},
+            {"4:F1/0205MAF1.edb:4"}},
+    });
 }
 
 void TstQuorelBlocos::findsWhatIsToMend()
 {
-    QFETCH(QString, nome);
-    QFETCH(QByteArray, texto);
-    QFETCH(QStringList, achados);
-    const QString caminho = file(u"F1/"_s + nome, texto);
-    QCOMPARE(run({u"verifica"_s, caminho}), achados.isEmpty() ? 0 : 1);
-    const QStringList lines = QString::fromUtf8(mSaida).split(u'\n', Qt::SkipEmptyParts);
-    QVERIFY2(lines.size() == achados.size(), mSaida);
-    for (qsizetype n = 0; n < lines.size(); ++n) {
-        const QString place = caminho + u':' + achados[n].section(u':', 0, 0) + u": "_s;
-        QVERIFY2(lines[n].startsWith(place) && lines[n].contains(achados[n].section(u':', 1)), qPrintable(lines[n]));
+    const auto [arquivos, findings] = row<Arquivos, QStringList>();
+    QStringList names;
+    for (const auto &[name, bytes] : arquivos)
+        names << file(name, bytes);
+    QCOMPARE(run(QStringList(u"verifica"_s) + names), findings.isEmpty() ? 0 : 1);
+    QVERIFY2(lines().size() == findings.size(), mSaida);
+    for (qsizetype n = 0; n < lines().size(); ++n) { // all in the last file
+        const QString line = lines()[n], place = names.last() + u':' + findings[n].section(u':', 0, 0) + u": "_s;
+        QVERIFY2(line.startsWith(place) && line.contains(findings[n].section(u':', 1)), qPrintable(line));
     }
 }
 
-void TstQuorelBlocos::findsACodeUsedInTwoFiles()
+void TstQuorelBlocos::exitCodes_data()
 {
+    rows<int>({
+        {"--help", 0},
+        {"", 2},
+        {"lista F1 --xml", 2},
+        {"lista F1 F1", 2},
+        {"lista nada.edb", 2},
+        {"lista .", 2}, // no block file in it
+        {"verifica nada F1", 2},
+        {"verifica F1 --cfg nada.txt", 2},
+        {"verifica F1/ I1/0205POI1.edb", 0},
+    });
+}
+
+void TstQuorelBlocos::exitCodes()
+{
+    const auto [code] = row<int>();
     file(u"F1/0205MAF1.edb"_s, kCerto);
-    file(u"F1/0305MAF1.edb"_s, kCerto);
-    QCOMPARE(run({u"verifica"_s, u"F1/"_s}), 1);
-    QCOMPARE(QString::fromUtf8(mSaida), u"F1/0305MAF1.edb:4: código 5 já usado em F1/0205MAF1.edb:4\n"_s);
+    file(u"I1/0205POI1.edb"_s, with(":5", ":6"));
+    QCOMPARE(run(rowName().split(u' ', Qt::SkipEmptyParts)), code);
+    QVERIFY(code != 2 || !mErros.isEmpty());
 }
 
 void TstQuorelBlocos::looksForMedia()
 {
-    const QString cfg = file(u"zeto_cnf.txt"_s,
-        "[zeto]\r\nZETO_MM=" + barras(mDir->path()).toUtf8() + "\\mm\r\nDIRQUOREL=" + barras(mDir->path()).toUtf8()
-            + "\r\n");
-    QByteArray texto = QByteArray(kCerto).replace("FIG:MA1", "FIG:MA1\r\nSOM:SO1");
+    const QByteArray home = barras(path({})).toUtf8();
+    const QString cfg = file(u"zeto_cnf.txt"_s, "[zeto]\r\nZETO_MM=" + home + "\\mm\r\nDIRQUOREL=" + home + "\r\n");
+    QByteArray texto = with("FIG:MA1", "FIG:MA1\r\nSOM:SO1");
     texto.replace("(1,1)11<SP\xC7>1", "(1,1)11" + QByteArray("<SP\xC7>").repeated(8) + "gibi.htm")
         .replace("Zeto", "HTML");
     const QString caminho = file(u"F1/0205MAF1.edb"_s, texto);
     QCOMPARE(run({u"verifica"_s, caminho, u"--cfg"_s, cfg}), 1);
-    const QString saida = QString::fromUtf8(mSaida);
-    QVERIFY2(saida.contains(u":5: figura não encontrada: MA1\n"_s), mSaida);
-    QVERIFY2(saida.contains(u":6: som não encontrado: SO1\n"_s), mSaida);
-    QVERIFY2(saida.contains(u":10: Aula 1 do Roteiro 1: arquivo da aula HTML não encontrado: "_s), mSaida);
-    QVERIFY2(mErros.isEmpty(), mErros);
+    QVERIFY2(lines().filter(u":5: figura não encontrada: MA1"_s).size() == 1, mSaida);
+    QVERIFY2(lines().filter(u":6: som não encontrado: SO1"_s).size() == 1, mSaida);
+    QVERIFY2(lines().filter(u":10: Aula 1 do Roteiro 1: arquivo da aula HTML não encontrado: "_s).size() == 1, mSaida);
+    QCOMPARE(mErros, QByteArray());
 
     file(u"mm/Fig/M/_/MA1.GIF"_s, "GIF");
     file(u"mm/Som/S/SO1.WAV"_s, "RIFF");
@@ -190,41 +177,11 @@ void TstQuorelBlocos::looksForMedia()
     QCOMPARE(mSaida, QByteArray());
 }
 
-void TstQuorelBlocos::exitCodes_data()
-{
-    QTest::addColumn<QStringList>("argumentos");
-    QTest::addColumn<int>("codigo");
-    QTest::newRow("help") << QStringList{u"--help"_s} << 0;
-    QTest::newRow("nothing") << QStringList{} << 2;
-    QTest::newRow("unknown option") << QStringList{u"lista"_s, u"F1"_s, u"--xml"_s} << 2;
-    QTest::newRow("list of two") << QStringList{u"lista"_s, u"F1"_s, u"F1"_s} << 2;
-    QTest::newRow("no such file") << QStringList{u"lista"_s, u"nada.edb"_s} << 2;
-    QTest::newRow("empty directory") << QStringList{u"lista"_s, u"."_s} << 2;
-    QTest::newRow("one of two is missing") << QStringList{u"verifica"_s, u"nada"_s, u"F1"_s} << 2;
-    QTest::newRow("no such configuration") << QStringList{u"verifica"_s, u"F1"_s, u"--cfg"_s, u"nada.txt"_s} << 2;
-    QTest::newRow("two that are well") << QStringList{u"verifica"_s, u"F1"_s, u"I1/0205POI1.edb"_s} << 0;
-}
-
-void TstQuorelBlocos::exitCodes()
-{
-    QFETCH(QStringList, argumentos);
-    file(u"F1/0205MAF1.edb"_s, kCerto);
-    file(u"I1/0205POI1.edb"_s, QByteArray(kCerto).replace(":5", ":6"));
-    const int codigo = run(argumentos);
-    QTEST(codigo, "codigo");
-    QVERIFY(codigo != 2 || !mErros.isEmpty());
-}
-
 void TstQuorelBlocos::hostileFiles_data()
 {
-    QTest::addColumn<QByteArray>("texto");
-    QTest::newRow("empty") << QByteArray();
-    QTest::newRow("cut in a marker") << kCerto.left(kCerto.indexOf("[<1>1]") + 5);
-    QTest::newRow("NULs") << QByteArray(1 << 20, '\0');
-    QTest::newRow("openings without end") << QByteArray("[ROT<1>][<1>1]\r\n").repeated(20000);
     constexpr int kMany = 60000; // a search for each of them through the rest of the text would not come to its end
-    QByteArray backwards = "[ROT<1>]\r\n" + kCabeca;
-    QByteArray codes = "[ROT<1>]\r\n" + kCabeca;
+    QByteArray backwards = kRot1;
+    QByteArray codes = kRot1;
     QByteArray calc = "[ROT<2>]\r\nNomeRot =CALC\r\n";
     for (int j = 1; j <= kMany; ++j) {
         const QByteArray n = QByteArray::number(j);
@@ -232,16 +189,22 @@ void TstQuorelBlocos::hostileFiles_data()
         codes += "[<1>" + n + "]\r\nLinha =7\r\n\tTipo = Calc\t\r\n";
         calc += "[<2>" + n + "]\r\nLinha =(1)1" + n + "<SP\xC7>\r\n\tTipo = Zeto\t\r\n";
     }
-    QTest::newRow("sections in each other, none with a Tipo") << backwards;
-    QTest::newRow("as many codes of the calculator as lessons") << codes + calc;
+    rows<QByteArray>({
+        {"empty", ""},
+        {"cut in a marker", kCerto.left(kCerto.indexOf("[<1>1]") + 5)},
+        {"NULs", QByteArray(1 << 20, '\0')},
+        {"openings without end", QByteArray("[ROT<1>][<1>1]\r\n").repeated(20000)},
+        {"sections in each other, none with a Tipo", backwards},
+        {"as many codes of the calculator as lessons", codes + calc},
+    });
 }
 
 void TstQuorelBlocos::hostileFiles()
 {
-    QFETCH(QByteArray, texto);
+    const auto [texto] = row<QByteArray>();
     const QString caminho = file(u"F1/0205MAF1.edb"_s, texto);
-    const int codigo = run({u"verifica"_s, caminho});
-    QVERIFY2(codigo == 0 || codigo == 1, mErros);
+    const int code = run({u"verifica"_s, caminho});
+    QVERIFY2(code == 0 || code == 1, mErros);
     QCOMPARE(run({u"lista"_s, caminho, u"--json"_s}), 0);
     QVERIFY(QJsonDocument::fromJson(mSaida).isObject());
 }
