@@ -8,6 +8,7 @@
 #include "platform/sistema.h"
 #include "startup/quorel_zeto.h"
 #include "support/suporte.h"
+#include "support/tabela.h"
 #include "textos_de_bloco.h"
 #include "vistas_gravadas.h"
 
@@ -23,13 +24,11 @@ class TstRoteiros : public QObject
     Q_OBJECT
 private slots:
     void init();
+    void readsOntoTheButtons_data();
     void readsOntoTheButtons();
-    void a17thRoteiroIsReadWhole();
     void aDamagedPictureEndsTheReading();
-    void withoutAWindowAllIsStillRead();
     void whatATurnOfEventsSees();
     void aNewerReadingStopsTheOlder();
-    void aCodeTooLargeLeavesTheOthersUnread();
     void loadsABlockFile();
     void aMissingBlockFileEndsTheProgram();
 
@@ -51,24 +50,38 @@ void TstRoteiros::init()
     mVistas = std::make_unique<VistasGravadas>();
 }
 
-void TstRoteiros::readsOntoTheButtons()
+void TstRoteiros::readsOntoTheButtons_data()
 {
-    gTextoDB =
-        blocoCerto(3, 2, 10) + "[ROT<4>]\r\nNomeRot =sem figura\r\n[ROT<6>][ROT<5>]\r\nNomeRot =CALC\r\nFIG:MA1\r\n";
-    LeRoteiros();
-    QCOMPARE(mVistas->calls(),
-        u"hideAll; load 1 MA1.GIF; tag 1 Roteiro 1 - A água 1; show 1; load 2 MA2.BMP; tag 2 Roteiro 2 - A água 2; "
-        "show 2; load 3 ; tag 3 Roteiro 3 - A água 3; show 3; tag 4 sem figura - ; show 4"_s);
-    QCOMPARE(gRoteiros.upperBound(), 6);
-    QCOMPARE(gRoteiros, leBloco(gTextoDB).roteiros);
+    QString sixteen = u"hideAll"_s;
+    for (int n = 1; n <= kNumBotoes; ++n)
+        sixteen += u"; load %1 %2; tag %1 Roteiro %1 - A água %1; show %1"_s.arg(n).arg(n == 1 ? u"MA1.GIF"_s
+                : n == 2                                                                       ? u"MA2.BMP"_s
+                                                                                               : QString());
+    rows<QByteArray, QString>({
+        {"a figure, one in another case, none, without a name for one; CALC and a missing one have no button",
+            blocoCerto(3, 2, 10)
+                + "[ROT<4>]\r\nNomeRot =sem figura\r\n[ROT<6>][ROT<5>]\r\nNomeRot =CALC\r\nFIG:MA1\r\n",
+            "hideAll; load 1 MA1.GIF; tag 1 Roteiro 1 - A água 1; show 1; load 2 MA2.BMP; "
+            "tag 2 Roteiro 2 - A água 2; show 2; load 3 ; tag 3 Roteiro 3 - A água 3; show 3; tag 4 sem figura - ; "
+            "show 4"},
+        {"those without a button are read whole", blocoCerto(kNumBotoes + 2, 2, 10), sixteen},
+        {"a code too large leaves the others unread", blocoCerto(3, 1, 10).replace("CODROT:1002", "CODROT:99999999999"),
+            "hideAll; load 1 MA1.GIF; tag 1 Roteiro 1 - A água 1; show 1"},
+    });
 }
 
-void TstRoteiros::a17thRoteiroIsReadWhole()
+void TstRoteiros::readsOntoTheButtons()
 {
-    gTextoDB = blocoCerto(18, 2, 10);
+    const auto [texto, calls] = row<QByteArray, QString>();
+    gTextoDB = texto;
     LeRoteiros();
-    QCOMPARE(mVistas->log.filter(u"show"_s).size(), kNumBotoes);
-    QCOMPARE(gRoteiros, leBloco(gTextoDB).roteiros);
+    QCOMPARE(mVistas->calls(), calls);
+    QCOMPARE(gRoteiros, leBloco(texto).roteiros);
+    reiniciaCatalogue();
+    mVistas.reset(); // without a window all is read as well
+    gTextoDB = texto;
+    LeRoteiros();
+    QCOMPARE(gRoteiros, leBloco(texto).roteiros);
 }
 
 void TstRoteiros::aDamagedPictureEndsTheReading()
@@ -84,14 +97,6 @@ void TstRoteiros::aDamagedPictureEndsTheReading()
     begun.Fig = u"MA2"_s;
     QCOMPARE(gRoteiros[2], begun);
     QCOMPARE(gRoteiros[3], RoteiroRec());
-}
-
-void TstRoteiros::withoutAWindowAllIsStillRead()
-{
-    mVistas.reset();
-    gTextoDB = blocoCerto(2, 2, 10);
-    LeRoteiros();
-    QCOMPARE(gRoteiros, leBloco(gTextoDB).roteiros);
 }
 
 void TstRoteiros::whatATurnOfEventsSees()
@@ -124,14 +129,6 @@ void TstRoteiros::aNewerReadingStopsTheOlder()
     LeRoteiros();
     QCOMPARE(gRoteiros, leBloco(newer).roteiros);
     QCOMPARE(mVistas->calls(), u"hideAll; load 1 MA1.GIF; hideAll; tag 1 novo - ; show 1"_s);
-}
-
-void TstRoteiros::aCodeTooLargeLeavesTheOthersUnread()
-{
-    gTextoDB = blocoCerto(3, 1, 10).replace("CODROT:1002", "CODROT:99999999999");
-    LeRoteiros();
-    QCOMPARE(gRoteiros, leBloco(gTextoDB).roteiros);
-    QCOMPARE(mVistas->log.filter(u"show"_s), QStringList{u"show 1"_s});
 }
 
 void TstRoteiros::loadsABlockFile()

@@ -1,7 +1,5 @@
 #include "apoio.h"
 
-#include "passos.h"
-
 #include "data/schema.h"
 #include "platform/costuras.h"
 #include "support/suporte.h"
@@ -132,7 +130,7 @@ static QString classesOf(const Registro &registro)
 
 QString TesteBD::play(const QString &steps) const
 {
-    return teste::play(*mSet, *mRegistro, steps);
+    return teste::play(wordsOn(*mSet, *mRegistro), steps);
 }
 
 QString TesteBD::state() const
@@ -161,6 +159,18 @@ void TesteBD::plays()
 {
     const auto [steps, expected] = row<QString, QString>();
     QCOMPARE(outcome(steps), expected);
+}
+
+void TesteBD::plays(const Palavras &words)
+{
+    const auto [steps, expected] = row<QString, QString>();
+    QString given;
+    try {
+        given = teste::play(words, steps);
+    } catch (const ErroExecucao &erro) {
+        given = u"fails %1"_s.arg(erro.numero());
+    }
+    QCOMPARE(given.isNull() ? u"nothing"_s : given, expected);
 }
 
 QString TesteBD::told()

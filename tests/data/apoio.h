@@ -1,5 +1,7 @@
 #pragma once
 
+#include "passos.h"
+
 #include "support/failure.h"
 
 #include "data/bd.h"
@@ -49,12 +51,15 @@ public:
         const QString &rows = kTresClasses, const QString &query = QStringLiteral("Select * From CL_Classes"));
 
 protected:
-    QString play(const QString &steps) const; ///< as told in passos.h; on "RS"
+    QString play(const QString &steps) const; ///< with wordsOn("RS"); see passos.h
     QString state() const; ///< likewise
     /// Plays steps. @return the state, and behind "; " each what came with it: "gives" what the last step gave, "fails"
     /// the number that ended them, "told" a box as in told(), "file" what inFile() tells, where that is something new
     QString outcome(const QString &steps);
     void plays(); ///< a row<QString, QString>(): steps and the outcome() that they are to have
+    /// A row<QString, QString>() of steps with other words, and what the last of them is to give: "nothing" for
+    /// nothing, "fails" and the number when they fail.
+    static void plays(const Palavras &words);
     /// Takes the boxes shown so far, a line each: "title: text" behind "!" (critical), "i" (information) or "?" (Yes
     /// and No) and a blank. Line ends within a text are "/".
     QString told();

@@ -22,42 +22,151 @@ public:
     TstBd() : TesteBD(kTresClasses, {}) { }
 
 private slots:
-    void opensWithASearch();
+    void opensAndCloses_data();
+    void opensAndCloses() { plays(words()); }
+    void holdersKeepWhatTheyHave();
+    void closesAll();
     void failedOpeningIsToldAndRaised_data();
     void failedOpeningIsToldAndRaised();
-    void failedOpeningTakesTheSlot();
     void opensBetweenTurnsOfEvents();
     void resolves_data();
     void resolves();
-    void aliasesIgnoreCase();
-    void emptyAliasMeansTheLastTable();
-    void aliasUsedAgainForgetsPositionFilterAndOrder();
-    void closesATable();
-    void closesAll();
-    void closingEndsAtTheFirstFailure();
     void connectionStrings_data();
     void connectionStrings();
-    void sources();
-    void fieldsWaitForAQuery();
-    void sharesItsRecordSets();
 
 private:
-    static QString open() { return gBD->TabelasAbertas().toString().replace(u"\r\n"_s, u"/"_s); }
-    static void openThree();
+    Palavras words();
+    static QString aliases() { return gBD->TabelasAbertas().toString().replace(u"\r\n"_s, u"/"_s); }
+
+    const Registro mOther{u"INSERT INTO CL_Classes VALUES (7, 'outra', '', '')"_s};
 };
 
-void TstBd::openThree()
+static void openThree()
 {
     for (const QString &name : {u"um"_s, u"dois"_s, u"três"_s})
         gBD->Records_Set(kClasses, name);
 }
 
-void TstBd::opensWithASearch()
+static QVariant aliasOf(const QString &rest)
 {
-    gBD->Records_Set(kClasses, u"RS"_s, u"CL_Nome='B'"_s);
-    QCOMPARE(gBD->PosicaoRegistroAtual(), 2);
-    gBD->Records_Set(kClasses, u"RS"_s, u"CL_Nome='x'"_s); // no hit: the first
-    QCOMPARE(gBD->PosicaoRegistroAtual(), 1);
+    bool isSlot = false;
+    const int slot = rest.toInt(&isSlot);
+    return rest.isEmpty() ? QVariant() : isSlot ? QVariant(slot) : QVariant(rest);
+}
+
+/// Words with an alias behind them open queries under it, or ask about it.
+Palavras TstBd::words()
+{
+    const auto open = [](const QString &sql, const QString &search = {}) {
+        return [sql, search](const QString &alias) { gBD->Records_Set(sql, aliasOf(alias), search); };
+    };
+    const auto fails = [this](const QString &alias) {
+        ignora([&] { gBD->Records_Set(u"x"_s, alias); });
+        told();
+    };
+    return {
+        {u"classes"_s, open(kClasses)},
+        {u"pupils"_s, open(kPupils)},
+        {u"named-b"_s, open(kClasses, u"CL_Nome='B'"_s)}, // with a search
+        {u"named-x"_s, open(kClasses, u"CL_Nome='x'"_s)},
+        {u"none"_s, open({})}, // without a query
+        {u"bad"_s, fails}, // a query that can't be read; what is told of it is taken
+        {u"three"_s, [](auto &) { openThree(); }},
+        {u"narrow"_s, [](auto &alias) { gBD->Filtro(u"CL_Cod>1"_s, alias), gBD->Sort(u"CL_Nome DESC"_s, alias); }},
+        {u"reread"_s, [](auto &alias) { gBD->ReAtualizaRecordSet(alias); }},
+        {u"seek"_s, [](auto &alias) { gBD->SeekEx(alias); }},
+        {u"close"_s, [](auto &alias) { gBD->FechaTabela(aliasOf(alias)); }},
+        {u"closeall"_s, [](auto &) { gBD->Fechar(); }},
+        {u"source"_s, [this](auto &) { gBD->Source(mRegistro->path()); }},
+        {u"other"_s, [this](auto &) { gBD->Source(mOther.path()); }},
+        {u"slot"_s, [](auto &slot) { gBD->SourceAtual(slot.toShort()); }},
+        {u"begin"_s, [](auto &) { gBD->TransacaoInicio(); }},
+        {u"line"_s, [](auto &) { gBD->Linha_Conexao(); }},
+        {u"log"_s, [](auto &text) { gBD->Log(text); }},
+        {u"aliases"_s, [](auto &) { return aliases(); }},
+        {u"exists"_s, [](auto &alias) { return gBD->ExisteAlias(alias); }},
+        {u"name"_s, [](auto &alias) { return gBD->NomeAlias(aliasOf(alias)); }},
+        {u"resolve"_s, [](auto &alias) { return gBD->Resolve_Alias(aliasOf(alias)); }},
+        {u"count"_s, [](auto &alias) { return gBD->NumeroTotalDeRegistros(aliasOf(alias)); }},
+        {u"place"_s, [](auto &alias) { return stateOf(*gBD->GetRecordSet(alias)); }},
+        {u"field"_s, [](auto &alias) { return gBD->Campo(u"CL_Nome"_s, alias); }},
+        {u"cache"_s, [](auto &size) { gBD->DefineCache(size.toShort(), u"RS"_s); }},
+    };
+}
+
+void TstBd::opensAndCloses_data()
+{
+    rows<QString, QString>({
+        {"with a search", "named-b RS; place RS", "2/3 0 b"},
+        {"with one that misses: the first", "named-x RS; place RS", "1/3 0 a"},
+        {"an opening that fails takes the slot", "classes um; bad dois; pupils três; aliases", "um//três/"},
+        {"without an alias", "classes um; bad dois; exists dois", "false"},
+        {"what was open there is gone", "classes um; bad UM; count um", "fails 3704"},
+        {"opened again, in the new spelling", "classes rsClasses; pupils b; pupils RSCLASSES; aliases", "RSCLASSES/b/"},
+        {"with the new rows", "classes rsClasses; pupils RSCLASSES; count rsClasses", "0"},
+        {"forgetting position, filter and order", "classes RS; narrow RS; classes RS; place RS", "1/3 0 a"},
+
+        {"known in any case", "pupils RSÁgua; exists rságua", "true"},
+        {"an accent counts", "pupils RSÁgua; exists rsagua", "false"},
+        {"a slot is no alias", "classes um; exists 1", "false"},
+        {"its name as it was given", "classes rsClasses; name RSCLASSES", "rsClasses"},
+        {"fields wait for a query", "field RS", "nothing"},
+        {"and no longer", "classes RS; field RS", "a"},
+        {"and again behind another source", "classes RS; source; field RS", "nothing"},
+        {"a line of the log goes nowhere", "classes RS; log nada mais; place RS", "1/3 0 a"},
+        {"a cache of one", "classes RS; cache 1", "nothing"},
+        {"a cache of none", "classes RS; cache 0", "fails 3001"},
+
+        {"no alias: the last opened", "classes um; pupils dois; count", "0"},
+        {"or the last named", "classes um; pupils dois; seek um; count", "3"},
+        {"asking for one names none", "classes um; pupils dois; exists um; count", "0"},
+        {"slot 0 after the connection's line", "classes um; line; resolve", "0"},
+        {"which there is not", "classes um; line; count", "fails 9"},
+        {"nor can be opened", "classes um; line; pupils", "fails 9"},
+
+        {"kept: slot 1 can't be closed", "three; close um; count um", "3"},
+        {"closing an alias that is none", "three; close quatro; aliases", "um/dois/três/"},
+        {"closed: its slot has no name", "three; close dois; name 2", ""},
+        {"nor a table", "three; close dois; count 2", "fails 91"},
+        {"closed twice", "three; close dois; close 2", "fails 91"},
+        {"its slot is not given again", "three; close dois; pupils dois; aliases", "um//três/dois/"},
+        {"all closed", "three; closeall; exists um", "false"},
+        {"nothing to list", "three; closeall; aliases", "fails 9"},
+        {"opened anew", "three; closeall; source; classes um; count um", "3"},
+        {"closing all ends at the first failure", "classes um; none dois; classes três; closeall; count três", "3"},
+        {"what came before is closed", "classes um; none dois; classes três; closeall; count um", "fails 91"},
+
+        {"another slot of the sources has none", "slot 1; begin", "fails 3709"},
+        {"but may get one", "slot 1; other; classes dois; field dois", "outra"},
+        {"each set stays with its own", "classes um; slot 1; other; reread um; count um", "3"},
+        {"slot 2 is slot 0", "slot 1; other; slot 2; classes RS; count", "3"},
+        {"so is -1", "slot 1; other; slot -1; classes RS; count", "3"},
+    });
+}
+
+void TstBd::holdersKeepWhatTheyHave()
+{
+    openThree();
+    const auto first = gBD->GetRecordSet(u"um"_s), second = gBD->GetRecordSet(u"DOIS"_s);
+    first->MoveLast(); // it is the alias's own
+    QCOMPARE(gBD->Campo(u"CL_Nome"_s, u"um"_s), QVariant(u"c"_s));
+    gBD->Records_Set(kPupils, u"um"_s); // released, not closed
+    QCOMPARE(stateOf(*first), u"3/3 0 c"_s);
+    gBD->FechaTabela(u"dois"_s);
+    QVERIFY(!second->isOpen());
+}
+
+void TstBd::closesAll()
+{
+    const auto connection = gBD->Source();
+    gBD->Records_Set(kClasses, u"um"_s);
+    const auto set = gBD->GetRecordSet(u"um"_s);
+    gBD->Fechar();
+    QVERIFY(!set->isOpen());
+    QVERIFY(!connection->isOpen());
+    QVERIFY(!gBD->Source());
+    QCOMPARE(failureOf([] { gBD->Records_Set(kClasses, u"um"_s); }), int(kErroSemConexao));
+    QCOMPARE(told(), u"um: "_s + kClasses + u"/3709\tNão há conexão aberta com o banco de dados."_s);
 }
 
 void TstBd::failedOpeningIsToldAndRaised_data()
@@ -94,25 +203,12 @@ void TstBd::failedOpeningIsToldAndRaised()
     QCOMPARE(inFile(), u"1a 2b 3c"_s);
 }
 
-/// The slot is taken all the same, without an alias; the next one goes behind it.
-void TstBd::failedOpeningTakesTheSlot()
-{
-    gBD->Records_Set(kClasses, u"um"_s);
-    QVERIFY(failureOf([] { gBD->Records_Set(u"x"_s, u"dois"_s); }) != 0);
-    QVERIFY(!gBD->ExisteAlias(u"dois"_s));
-    gBD->Records_Set(kPupils, u"três"_s);
-    QCOMPARE(open(), u"um//três/"_s);
-    QVERIFY(failureOf([] { gBD->Records_Set(u"x"_s, u"UM"_s); }) != 0); // what was open there is gone
-    QCOMPARE(failureOf([] { gBD->NumeroTotalDeRegistros(u"um"_s); }), int(kErroFechado));
-    QVERIFY(!told().isEmpty());
-}
-
 /// A click that comes in while a query opens opens another one, in a slot of its own.
 void TstBd::opensBetweenTurnsOfEvents()
 {
     QTimer::singleShot(0, [] { gBD->Records_Set(kPupils, u"dentro"_s); });
     gBD->Records_Set(kClasses, u"fora"_s);
-    QCOMPARE(open(), u"fora/dentro/"_s);
+    QCOMPARE(aliases(), u"fora/dentro/"_s);
     QCOMPARE(gBD->NumeroTotalDeRegistros(u"fora"_s), 3);
     QCOMPARE(gBD->NumeroTotalDeRegistros(u"dentro"_s), 0);
 }
@@ -150,92 +246,6 @@ void TstBd::resolves()
     QCOMPARE(told(), box);
 }
 
-void TstBd::aliasesIgnoreCase()
-{
-    gBD->Records_Set(kClasses, u"rsClasses"_s);
-    gBD->Records_Set(kPupils, u"RSÁgua"_s);
-    gBD->Records_Set(kPupils, u"RSCLASSES"_s); // replaces it, with the new spelling
-    QCOMPARE(gBD->NumeroTotalDeRegistros(u"RsClasses"_s), 0);
-    QCOMPARE(open(), u"RSCLASSES/RSÁgua/"_s);
-    QCOMPARE(gBD->NomeAlias(u"rsclasses"_s), QVariant(u"RSCLASSES"_s));
-    QVERIFY(gBD->ExisteAlias(u"rságua"_s));
-    QVERIFY(!gBD->ExisteAlias(u"rsagua"_s));
-    QVERIFY(!gBD->ExisteAlias(u"1"_s)); // a slot is no alias
-}
-
-void TstBd::emptyAliasMeansTheLastTable()
-{
-    gBD->Records_Set(kClasses, u"RSCLxAL"_s);
-    QCOMPARE(gBD->NumeroTotalDeRegistros(), 3);
-    gBD->Records_Set(kPupils, u"rsAlunos"_s);
-    QCOMPARE(gBD->NumeroTotalDeRegistros(), 0);
-    gBD->ExisteAlias(u"RSCLxAL"_s); // does not name it
-    QCOMPARE(gBD->NumeroTotalDeRegistros(), 0);
-    gBD->SeekEx(u"RSCLxAL"_s);
-    QCOMPARE(gBD->NumeroTotalDeRegistros(), 3);
-    gBD->Linha_Conexao();
-    QCOMPARE(gBD->Resolve_Alias({}), qint16(0));
-    QCOMPARE(failureOf([] { gBD->NumeroTotalDeRegistros(); }), int(kFalhaIndice));
-    QCOMPARE(failureOf([] { gBD->Records_Set(kPupils, {}); }), int(kFalhaIndice)); // and nothing is told
-}
-
-void TstBd::aliasUsedAgainForgetsPositionFilterAndOrder()
-{
-    gBD->Records_Set(kClasses, u"RS"_s);
-    const auto first = gBD->GetRecordSet(u"RS"_s);
-    gBD->Filtro(u"CL_Cod>1"_s, u"RS"_s);
-    gBD->Sort(u"CL_Nome DESC"_s, u"RS"_s);
-    gBD->Records_Set(kClasses, u"RS"_s);
-    QCOMPARE(stateOf(*gBD->GetRecordSet(u"RS"_s)), u"1/3 0 a"_s);
-    QCOMPARE(stateOf(*first), u"1/2 0 c"_s); // released, not closed: its holder goes on
-}
-
-void TstBd::closesATable()
-{
-    openThree();
-    const auto second = gBD->GetRecordSet(u"dois"_s);
-    gBD->FechaTabela(u"um"_s); // slot 1 is never closed
-    gBD->FechaTabela(u"quatro"_s);
-    gBD->FechaTabela(u"dois"_s);
-    QVERIFY(!second->isOpen());
-    QCOMPARE(open(), u"um//três/"_s);
-    QCOMPARE(gBD->NomeAlias(2), QVariant(u""_s));
-    QCOMPARE(gBD->NumeroTotalDeRegistros(u"um"_s), 3);
-    QCOMPARE(failureOf([] { gBD->NumeroTotalDeRegistros(2); }), int(kFalhaObjeto));
-    QCOMPARE(failureOf([] { gBD->FechaTabela(2); }), int(kFalhaObjeto));
-    gBD->Records_Set(kPupils, u"dois"_s); // the slot is not given again
-    QCOMPARE(open(), u"um//três/dois/"_s);
-}
-
-void TstBd::closesAll()
-{
-    const auto connection = gBD->Source();
-    gBD->Records_Set(kClasses, u"um"_s);
-    const auto set = gBD->GetRecordSet(u"um"_s);
-    gBD->Fechar();
-    QVERIFY(!set->isOpen());
-    QVERIFY(!connection->isOpen());
-    QVERIFY(!gBD->Source());
-    QVERIFY(!gBD->ExisteAlias(u"um"_s));
-    QCOMPARE(failureOf([] { gBD->TabelasAbertas(); }), int(kFalhaIndice));
-    QCOMPARE(failureOf([] { gBD->Records_Set(kClasses, u"um"_s); }), int(kErroSemConexao));
-    QCOMPARE(told(), u"um: "_s + kClasses + u"/3709\tNão há conexão aberta com o banco de dados."_s);
-    gBD->Source(mRegistro->path());
-    gBD->Records_Set(kClasses, u"um"_s);
-    QCOMPARE(gBD->NumeroTotalDeRegistros(u"um"_s), 3);
-}
-
-void TstBd::closingEndsAtTheFirstFailure()
-{
-    gBD->Records_Set(kClasses, u"um"_s);
-    gBD->Records_Set({}, u"dois"_s); // not open, so it can't be closed
-    gBD->Records_Set(kClasses, u"três"_s);
-    gBD->Fechar();
-    QVERIFY(gBD->Source()->isOpen());
-    QCOMPARE(failureOf([] { gBD->NumeroTotalDeRegistros(u"um"_s); }), int(kFalhaObjeto));
-    QCOMPARE(gBD->NumeroTotalDeRegistros(u"três"_s), 3);
-}
-
 void TstBd::connectionStrings_data()
 {
     rows<QString, QString, int>({
@@ -267,46 +277,6 @@ void TstBd::connectionStrings()
     QCOMPARE(gBD->Linha_Conexao(), usual); // the prefix served once
     gBD->Records_Set(kClasses, u"RS"_s);
     QCOMPARE(gBD->NumeroTotalDeRegistros(), 3);
-}
-
-void TstBd::sources()
-{
-    const Registro other(u"INSERT INTO CL_Classes (CL_Nome) VALUES ('outra')"_s);
-    const auto first = gBD->Source();
-    gBD->Records_Set(kClasses, u"um"_s);
-    gBD->SourceAtual(1);
-    QCOMPARE(failureOf([] { gBD->TransacaoInicio(); }), int(kErroSemConexao));
-    gBD->Source(other.path());
-    QCOMPARE(gBD->Source(), first); // slot 0, whatever slot is in use
-    gBD->Records_Set(kClasses, u"dois"_s);
-    QCOMPARE(gBD->lista(u"dois"_s, u"CL_Nome"_s), u"outra"_s);
-    gBD->ReAtualizaRecordSet(u"um"_s); // each set stays with its own
-    QCOMPARE(gBD->NumeroTotalDeRegistros(u"um"_s), 3);
-    for (const qint16 slot : {qint16(2), qint16(-1), qint16(0)}) {
-        gBD->SourceAtual(1);
-        gBD->SourceAtual(slot);
-        gBD->Records_Set(kClasses, u"três"_s);
-        QCOMPARE(gBD->NumeroTotalDeRegistros(), 3);
-    }
-}
-
-void TstBd::fieldsWaitForAQuery()
-{
-    QVERIFY(!gBD->Campo(u"CL_Nome"_s, u"RS"_s).isValid());
-    gBD->Records_Set(kClasses, u"RS"_s);
-    QCOMPARE(gBD->Campo(u"CL_Nome"_s, u"RS"_s), QVariant(u"a"_s));
-    gBD->Source(mRegistro->path()); // and again behind another source
-    QVERIFY(!gBD->Campo(u"CL_Nome"_s, u"RS"_s).isValid());
-}
-
-void TstBd::sharesItsRecordSets()
-{
-    gBD->Records_Set(kClasses, u"RS"_s);
-    gBD->GetRecordSet(u"rs"_s)->MoveLast();
-    QCOMPARE(gBD->Campo(u"CL_Nome"_s, u"RS"_s), QVariant(u"c"_s));
-    gBD->DefineCache(1, u"RS"_s);
-    QCOMPARE(failureOf([] { gBD->DefineCache(0, u"RS"_s); }), int(kErroCriterio));
-    gBD->Log(u"nada mais"_s);
 }
 
 QTEST_MAIN(TstBd)

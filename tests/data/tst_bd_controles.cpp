@@ -31,7 +31,7 @@ public:
 private slots:
     void init();
     void combosAndLists_data();
-    void combosAndLists();
+    void combosAndLists() { plays(words()); }
     void fieldOfTheList();
     void newListIsSilent();
     void secondColumn_data();
@@ -41,9 +41,8 @@ private slots:
     void controlShowsAField();
 
 private:
-    /// Plays steps on the controls, and those of passos.h. @return what the last of them gave; "fails" and the number
-    QString result(const QString &steps);
-    QVariant act(const QString &word, const QString &rest);
+    void show(const QString &alias);
+    Palavras words();
 
     std::unique_ptr<QComboBox> mCombo;
     std::unique_ptr<QListView> mList;
@@ -72,50 +71,45 @@ static void pick(QAbstractItemView &view, int row)
     view.setCurrentIndex(view.model()->index(row, 0));
 }
 
-/// show ALIAS: a field (CL_Nome at first) in combo and list; type TEXT: into the combo, key by key, and Enter; put
-/// TEXT: into it by code; down N: arrow keys in it; pick N: a row of the list; clear: both. What they give: typed,
-/// options (the combo's text and list), shown, chosen (the list's rows and its chosen one), combo, list (their codes).
-QVariant TstBdControles::act(const QString &word, const QString &rest)
+/// The names of the classes, or what there is of an empty set, in combo and list.
+void TstBdControles::show(const QString &alias)
 {
-    if (word == "show"_L1) {
-        mField = rest == "vazio"_L1 ? QString() : u"CL_Nome"_s;
-        gBD->Combo_Set(*mCombo, rest, mField);
-        gBD->List_Set(*mList, rest, mField);
-    } else if (word == "type"_L1) {
-        QTest::keyClicks(mCombo->lineEdit(), rest);
-        QTest::keyClick(mCombo.get(), Qt::Key_Return);
-    } else if (word == "put"_L1) {
-        mCombo->setEditText(rest);
-    } else if (word == "down"_L1) {
-        for (int i = 0; i < rest.toInt(); ++i)
-            QTest::keyClick(mCombo.get(), Qt::Key_Down);
-    } else if (word == "pick"_L1) {
-        pick(*mList, rest.toInt());
-    } else if (word == "clear"_L1) {
-        gBD->Combo_Zera(*mCombo);
-        gBD->List_Zera(*mList);
-    } else {
-        return word == "typed"_L1  ? mCombo->currentText()
-            : word == "options"_L1 ? listed(*mCombo->model())
-            : word == "shown"_L1   ? listed(*mList->model())
-            : word == "chosen"_L1  ? mList->currentIndex().data()
-            : word == "combo"_L1   ? gBD->Combo_Cod(*mCombo, rest.isEmpty() ? u"RS"_s : rest)
-            : word == "list"_L1    ? gBD->List_Cod(*mList, u"RS"_s)
-                                   : QVariant(play(word + u' ' + rest));
-    }
-    return {};
+    mField = alias == "vazio"_L1 ? QString() : u"CL_Nome"_s;
+    gBD->Combo_Set(*mCombo, alias, mField);
+    gBD->List_Set(*mList, alias, mField);
 }
 
-QString TstBdControles::result(const QString &steps)
+static void type(QComboBox &combo, const QString &text)
 {
-    QVariant given;
-    try {
-        for (const QString &step : steps.split(u"; "_s))
-            given = act(step.section(u' ', 0, 0), step.section(u' ', 1));
-    } catch (const ErroExecucao &erro) {
-        return u"fails %1"_s.arg(erro.numero());
-    }
-    return given.isValid() ? given.toString() : u"nothing"_s;
+    QTest::keyClicks(combo.lineEdit(), text);
+    QTest::keyClick(&combo, Qt::Key_Return);
+}
+
+static void goDown(QComboBox &combo, int times)
+{
+    for (int i = 0; i < times; ++i)
+        QTest::keyClick(&combo, Qt::Key_Down);
+}
+
+/// Those of passos.h, and what one does with combo and list and sees of them.
+Palavras TstBdControles::words()
+{
+    Palavras words = wordsOn(*mSet, *mRegistro);
+    words.insert({
+        {u"show"_s, [&](auto &alias) { show(alias); }},
+        {u"type"_s, [&](auto &text) { type(*mCombo, text); }}, // and Enter
+        {u"put"_s, [&](auto &text) { mCombo->setEditText(text); }},
+        {u"down"_s, [&](auto &times) { goDown(*mCombo, times.toInt()); }},
+        {u"pick"_s, [&](auto &row) { pick(*mList, row.toInt()); }},
+        {u"clear"_s, [&](auto &) { gBD->Combo_Zera(*mCombo), gBD->List_Zera(*mList); }},
+        {u"typed"_s, [&](auto &) { return mCombo->currentText(); }},
+        {u"options"_s, [&](auto &) { return listed(*mCombo->model()); }},
+        {u"shown"_s, [&](auto &) { return listed(*mList->model()); }},
+        {u"chosen"_s, [&](auto &) { return mList->currentIndex().data(); }},
+        {u"combo"_s, [&](auto &alias) { return gBD->Combo_Cod(*mCombo, alias.isEmpty() ? u"RS"_s : alias); }},
+        {u"list"_s, [&](auto &) { return gBD->List_Cod(*mList, u"RS"_s); }},
+    });
+    return words;
 }
 
 void TstBdControles::combosAndLists_data()
@@ -182,13 +176,6 @@ void TstBdControles::combosAndLists_data()
     });
 }
 
-void TstBdControles::combosAndLists()
-{
-    const auto [steps, expected] = row<QString, QString>();
-    QCOMPARE(result(steps), expected);
-    QCOMPARE(told(), u""_s);
-}
-
 void TstBdControles::fieldOfTheList()
 {
     gBD->Combo_Set(*mCombo, u"rs"_s, mField);
@@ -205,7 +192,7 @@ void TstBdControles::fieldOfTheList()
     QCOMPARE(failureOf([&] { gBD->Combo_Cod(unknown, u"nenhum"_s); }), int(kFalhaIndice));
     QCOMPARE(gBD->Resolve_Alias({}), qint16(3));
     play(u"last"_s);
-    act(u"show"_s, u"RS"_s);
+    show(u"RS"_s);
     gBD->Records_Set(u"Select * From AL_Alunos"_s, u"RS"_s);
     QCOMPARE(listed(*mList->model()), u"a,b,B,"_s); // it holds the old one
 }
@@ -213,7 +200,7 @@ void TstBdControles::fieldOfTheList()
 /// A handler of the combo's changes hears of the user's, not of a new list.
 void TstBdControles::newListIsSilent()
 {
-    act(u"show"_s, u"RS"_s);
+    show(u"RS"_s);
     mCombo->setEditText(u"b"_s);
     QSignalSpy edits(mCombo.get(), &QComboBox::editTextChanged);
     QSignalSpy choices(mCombo.get(), &QComboBox::currentIndexChanged);

@@ -205,7 +205,7 @@ void TstRecordset::refusesWhileClosed()
 {
     const QString text = rowName();
     RecordSet fresh;
-    QCOMPARE(failureOf([&] { teste::play(fresh, *mRegistro, text); }), int(kErroFechado));
+    QCOMPARE(failureOf([&] { teste::play(wordsOn(fresh, *mRegistro), text); }), int(kErroFechado));
     mSet->Close();
     QCOMPARE(failureOf([&] { play(text); }), int(kErroFechado));
 }
@@ -277,7 +277,7 @@ void TstRecordset::secondTableIsReadOnly()
                            "FROM AL_Alunos INNER JOIN CLxAL ON AL_Alunos.AL_Cod = CLxAL.AL_Cod"_s);
     QCOMPARE(failureOf([&] { set->setValue(u"CL_Cod"_s, 3); }), int(kErroArmazem));
     QCOMPARE(set->EditMode(), qint32(kEdicaoNenhuma));
-    teste::play(*set, *mRegistro, u"set AL_Nome=Bia; resync; batch"_s);
+    teste::play(wordsOn(*set, *mRegistro), u"set AL_Nome=Bia; resync; batch"_s);
     QCOMPARE(set->value(u"CL_Cod"_s), QVariant(2));
     QCOMPARE(inFile(u"SELECT AL_Nome FROM AL_Alunos"_s), u"Bia"_s);
 }
@@ -295,7 +295,7 @@ void TstRecordset::setWithoutItsKeyIsReadOnly()
     mRegistro->sql(kAna);
     const auto set = opens(text);
     for (const QString &step : {u"add"_s, u"remove"_s, u"resync"_s})
-        QVERIFY2(failureOf([&] { teste::play(*set, *mRegistro, step); }) != 0, qPrintable(step));
+        QVERIFY2(failureOf([&] { teste::play(wordsOn(*set, *mRegistro), step); }) != 0, qPrintable(step));
     QCOMPARE(failureOf([&] { set->AddNew(); }), int(kErroArmazem));
     QCOMPARE(failureOf([&] { set->setValue(0, 1); }), int(kErroArmazem));
     QCOMPARE(set->EditMode(), qint32(kEdicaoNenhuma));
