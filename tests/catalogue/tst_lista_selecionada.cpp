@@ -138,6 +138,7 @@ void TstListaSelecionada::mayRun()
     const auto [lista, may] = row<QString, bool>();
     gRotSelec = lista;
     if (may) {
+        const BoxScript none;
         QVERIFY(autorizaRoteiro(261));
         return;
     }
