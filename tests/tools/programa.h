@@ -2,8 +2,11 @@
 
 #include "support/suporte.h"
 
+#include <QDir>
 #include <QProcess>
 #include <QTemporaryDir>
+
+#include <memory>
 
 namespace quorel::teste {
 
