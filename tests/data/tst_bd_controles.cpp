@@ -30,8 +30,10 @@ public:
 
 private slots:
     void init();
-    void combosAndLists_data();
-    void combosAndLists() { plays(words()); }
+    void chooses_data();
+    void chooses() { plays(words()); }
+    void lists_data();
+    void lists() { plays(words()); }
     void fieldOfTheList();
     void newListIsSilent();
     void secondColumn_data();
@@ -112,7 +114,7 @@ Palavras TstBdControles::words()
     return words;
 }
 
-void TstBdControles::combosAndLists_data()
+void TstBdControles::chooses_data()
 {
     rows<QString, QString>({
         {"typed", "show RS; type a; combo", "1"},
@@ -142,6 +144,22 @@ void TstBdControles::combosAndLists_data()
         {"on a deleted one, in a list", "remove; list", "fails 3021"},
         {"an unknown alias: a failure without a box", "combo nenhum", "fails 9"},
 
+        {"a choice keeps its row when others change", "show RS; down 3; first; name q; update; combo", "3"},
+        {"in a list too", "show RS; pick 2; first; name q; update; list", "3"},
+        {"in a list filtered", "show RS; pick 2; filter CL_Cod>2; list", "3"},
+        {"read again, its text decides", "show RS; down 3; first; requery; combo", "2"},
+        {"in a list too, its text", "show RS; pick 2; requery; chosen", "b"},
+        {"the text stays when it is read again",
+            "show RS; put b; file DELETE FROM CL_Classes WHERE CL_Cod = 2; requery; typed", "b"},
+        {"and chooses anew", "show RS; put b; file DELETE FROM CL_Classes WHERE CL_Cod = 2; requery; combo", "3"},
+        {"unless none has it any more", "show RS; put b; file DELETE FROM CL_Classes WHERE CL_Cod > 1; requery; combo",
+            "1"},
+    });
+}
+
+void TstBdControles::lists_data()
+{
+    rows<QString, QString>({
         {"lists a column", "show RS; options", "a,b,B,"},
         {"nobody chose anything", "show RS; typed", ""},
         {"what is typed is not inserted", "show RS; type nova; options", "a,b,B,"},
@@ -156,17 +174,6 @@ void TstBdControles::combosAndLists_data()
         {"sorted", "show RS; sort CL_Nome DESC; shown", "b,B,a,"},
         {"filtered", "show RS; filter CL_Cod>2; shown", "B,"},
         {"closed", "show RS; close; shown", ""},
-
-        {"a choice keeps its row when others change", "show RS; down 3; first; name q; update; combo", "3"},
-        {"in a list too", "show RS; pick 2; first; name q; update; list", "3"},
-        {"in a list filtered", "show RS; pick 2; filter CL_Cod>2; list", "3"},
-        {"read again, its text decides", "show RS; down 3; first; requery; combo", "2"},
-        {"in a list too, its text", "show RS; pick 2; requery; chosen", "b"},
-        {"the text stays when it is read again",
-            "show RS; put b; file DELETE FROM CL_Classes WHERE CL_Cod = 2; requery; typed", "b"},
-        {"and chooses anew", "show RS; put b; file DELETE FROM CL_Classes WHERE CL_Cod = 2; requery; combo", "3"},
-        {"unless none has it any more", "show RS; put b; file DELETE FROM CL_Classes WHERE CL_Cod > 1; requery; combo",
-            "1"},
 
         {"cleared: no text", "show RS; put b; clear; requery; typed", ""},
         {"cleared: no options", "show RS; put b; clear; last; requery; options", ""},

@@ -15,8 +15,16 @@ class TstRecordset final : public TesteBD
 {
     Q_OBJECT
 private slots:
-    void stands_data();
-    void stands() { plays(); }
+    void moves_data();
+    void moves() { plays(); }
+    void adds_data();
+    void adds() { plays(); }
+    void editsAndDeletes_data();
+    void editsAndDeletes() { plays(); }
+    void findsAndLists_data();
+    void findsAndLists() { plays(); }
+    void refuses_data();
+    void refuses() { plays(); }
     void refusesWhileClosed_data();
     void refusesWhileClosed();
     void asksNothingWhileClosed();
@@ -39,7 +47,7 @@ std::shared_ptr<RecordSet> TstRecordset::opens(const QString &sql)
     return set;
 }
 
-void TstRecordset::stands_data()
+void TstRecordset::moves_data()
 {
     rows<QString, QString>({
         {"opened", "", "1/3 0 a"},
@@ -66,7 +74,12 @@ void TstRecordset::stands_data()
         {"bookmark behind a deleted row", "next; remove; bookmark 3", "2/2 0 c; file 1a 3c"},
         {"bookmark on nothing", "remove all; requery; bookmark 1", "BOF EOF -1/0 0 3021; file "},
         {"bookmark of a row just added", "add d; update; first; bookmark 4", "4/4 0 d; file 1a 2b 3c 4d"},
+    });
+}
 
+void TstRecordset::adds_data()
+{
+    rows<QString, QString>({
         {"added", "add", "-1/4 2 Null"},
         {"added to nothing", "remove all; requery; add", "-1/1 2 Null; file "},
         {"added, first", "add; first", "1/4 2 a"},
@@ -95,7 +108,12 @@ void TstRecordset::stands_data()
             "-1/5 2 d; fails -2147217887; file 1a 2b 3c 2147483647z"},
         {"just added, edited", "add d; update; name z; update", "4/4 0 z; file 1a 2b 3c 4z"},
         {"just added, deleted", "add d; update; remove", "-1/3 4 3021"},
+    });
+}
 
+void TstRecordset::editsAndDeletes_data()
+{
+    rows<QString, QString>({
         {"edited", "name z", "1/3 1 z"},
         {"edited, cancelled", "name z; cancel; next; previous", "1/3 0 a"},
         {"edited, written", "name z; update", "1/3 0 z; file 1z 2b 3c"},
@@ -127,7 +145,12 @@ void TstRecordset::stands_data()
         {"position behind a deleted row", "next; remove; last", "2/2 0 c; file 1a 3c"},
         {"all deleted", "remove all", "-1/0 4 3021; file "},
         {"all deleted, first", "remove all; first", "BOF EOF -1/0 0 3021; file "},
+    });
+}
 
+void TstRecordset::findsAndLists_data()
+{
+    rows<QString, QString>({
         {"filtered", "last; filter CL_Cod>1", "1/2 0 b"},
         {"filtered, last", "filter CL_Cod>1; last", "2/2 0 c"},
         {"filtered, nothing left", "filter CL_Cod>9", "BOF EOF -1/0 0 3021"},
@@ -152,13 +175,18 @@ void TstRecordset::stands_data()
         {"order stays when it is read again", "sort CL_Nome DESC; last; requery", "1/3 0 c"},
         {"read again", "last; requery", "1/3 0 a"},
 
-        {"text: all", "text 0", "EOF -3/3 0 3021; gives 1,a,x,;2,b,x,;3,c,y,;"},
-        {"text: below all", "text -5", "EOF -3/3 0 3021; gives 1,a,x,;2,b,x,;3,c,y,;"},
-        {"text: two", "text 2", "3/3 0 c; gives 1,a,x,;2,b,x,;"},
-        {"text: more than there are", "next; text 9", "EOF -3/3 0 3021; gives 2,b,x,;3,c,y,;"},
-        {"text: Null is empty", "null CL_Nome; text 1", "2/3 0 b; gives 1,,x,;; file 1- 2b 3c"},
-        {"text: what the filter lets through", "filter CL_Cod<>2; text 0", "EOF -3/2 0 3021; gives 1,a,x,;3,c,y,;"},
+        {"text of all", "text 0", "EOF -3/3 0 3021; gives 1,a,x,;2,b,x,;3,c,y,;"},
+        {"of below all", "text -5", "EOF -3/3 0 3021; gives 1,a,x,;2,b,x,;3,c,y,;"},
+        {"of two", "text 2", "3/3 0 c; gives 1,a,x,;2,b,x,;"},
+        {"of more than there are", "next; text 9", "EOF -3/3 0 3021; gives 2,b,x,;3,c,y,;"},
+        {"Null is empty in it", "null CL_Nome; text 1", "2/3 0 b; gives 1,,x,;; file 1- 2b 3c"},
+        {"of what the filter lets through", "filter CL_Cod<>2; text 0", "EOF -3/2 0 3021; gives 1,a,x,;3,c,y,;"},
+    });
+}
 
+void TstRecordset::refuses_data()
+{
+    rows<QString, QString>({
         {"on behind the end", "end; next", "EOF -3/3 0 3021; fails 3021"},
         {"back before the beginning", "previous; previous", "BOF -2/3 0 3021; fails 3021"},
         {"first of nothing", "remove all; requery; first", "BOF EOF -1/0 0 3021; fails 3021; file "},
