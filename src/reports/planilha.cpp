@@ -31,15 +31,6 @@ const QString &tituloDe(DisciplinaRelatorio disciplina)
     return titulos[std::size_t(disciplina)];
 }
 
-QStringView semBrancos(QStringView texto)
-{
-    while (texto.startsWith(u' '))
-        texto = texto.sliced(1);
-    while (texto.endsWith(u' '))
-        texto.chop(1);
-    return texto;
-}
-
 /// A field as it would be found again between tabs; the text itself, shared, where it has no blanks around it.
 QString campo(const QString &texto)
 {

@@ -12,13 +12,13 @@ static qsizetype placeOf(const QString &text, const QString &delimiter, qsizetyp
     return delimiter.isEmpty() ? -1 : text.indexOf(delimiter, from);
 }
 
-static QString withoutBlanks(QStringView text)
+QStringView semBrancos(QStringView texto)
 {
-    while (text.startsWith(u' '))
-        text = text.sliced(1);
-    while (text.endsWith(u' '))
-        text.chop(1);
-    return text.toString();
+    while (texto.startsWith(u' '))
+        texto = texto.sliced(1);
+    while (texto.endsWith(u' '))
+        texto.chop(1);
+    return texto;
 }
 
 QString TextoUtil::TextoAntes(const QString &Texto, const QString &Delimitador, bool Estrito) const
@@ -61,7 +61,7 @@ QString TextoUtil::Campo(const QString &Texto, int N, const QString &Delimitador
         start = place + Delimitador.size();
     }
     const qsizetype end = placeOf(Texto, Delimitador, start);
-    return withoutBlanks(QStringView(Texto).sliced(start, (end < 0 ? Texto.size() : end) - start));
+    return semBrancos(QStringView(Texto).sliced(start, (end < 0 ? Texto.size() : end) - start)).toString();
 }
 
 QString TextoUtil::OrdenaLista(

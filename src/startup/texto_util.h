@@ -5,6 +5,9 @@
 
 namespace quorel {
 
+/// A text without the blanks at its ends; tabs and line ends are no blanks. A view of it, as long as it lives.
+QStringView semBrancos(QStringView texto);
+
 /// Work on texts and files for every other folder. Positions and counts are characters. No operation shows a message
 /// or fails: what can't be done gives an empty text, a false or a 0. Paths have backslashes.
 class TextoUtil final
