@@ -1,15 +1,20 @@
 #pragma once
 
+#include "support/failure.h"
+
 #include "platform/caixas.h"
 
+#include <QApplication>
 #include <QList>
 #include <QProcess>
 #include <QString>
 #include <QTemporaryDir>
 #include <QTest>
+#include <QTimer>
 #include <QWidget>
 
 #include <deque>
+#include <functional>
 #include <vector>
 
 namespace quorel::teste {
@@ -66,6 +71,31 @@ private:
     std::deque<QString> mTextos;
     std::vector<Caixa> mShown;
     std::vector<CaixaTexto> mAsked;
+};
+
+/// Answers the next modal window of a kind as soon as it is up, within its scope.
+template <typename T>
+class NextWindow final
+{
+    Q_DISABLE_COPY_MOVE(NextWindow)
+public:
+    explicit NextWindow(std::function<void(T &window)> answer) : mAnswer(std::move(answer))
+    {
+        QObject::connect(&mTimer, &QTimer::timeout, &mTimer, [this] {
+            auto *window = qobject_cast<T *>(QApplication::activeModalWidget());
+            if (!window || !window->isVisible()) // its load may run events before it is there
+                return;
+            mTimer.stop();
+            mAnswer(*window);
+        });
+        mTimer.start(1);
+    }
+
+    bool came() const { return !mTimer.isActive(); }
+
+private:
+    std::function<void(T &window)> mAnswer;
+    QTimer mTimer;
 };
 
 /// A control of a window by its objectName; fails the test with the name it missed.
