@@ -4,17 +4,14 @@
 #include "data/cadastros.h"
 #include "lessons/andamento.h"
 #include "lessons/gancho.h"
+#include "lessons/mensagens.h"
 #include "platform/costuras.h"
 #include "platform/fim.h"
-#include "register/estado.h"
-#include "register/login.h"
-#include "startup/estado.h"
-#include "support/suporte.h"
+#include "platform/janela.h"
+#include "platform/protocolo.h"
 
 #include <QAbstractItemView>
-#include <QComboBox>
-#include <QLineEdit>
-#include <QPushButton>
+#include <QRegularExpression>
 
 namespace quorel::teste {
 
@@ -123,11 +120,72 @@ void CenarioCadastro::escolhe(const QString &nome, const QString &texto)
     QCOMPARE(alvo.currentText(), texto);
 }
 
+void CenarioCadastro::escreve(const QString &nome, const QString &texto)
+{
+    QLineEdit &alvo = *combo(nome).lineEdit();
+    alvo.selectAll();
+    QTest::keyClick(&alvo, Qt::Key_Delete);
+    tecla(alvo, texto);
+    QTest::mouseClick(&alvo, Qt::LeftButton);
+}
+
 void CenarioCadastro::abreCadastro(qint32 classe)
 {
     gClasse = classe;
     gSenhaOK = true;
     aperta(u"CmdAluno(3)"_s);
+}
+
+QString CenarioCadastro::mostra(const QString &nome)
+{
+    if (nome == u"aluno"_s)
+        return campo(u"TxtAluno"_s).text() + u", "_s + campo(u"TxtAulaInf"_s).text();
+    if (nome == u"classe"_s)
+        return campo(u"TxtNomeClasse"_s).text() + u", "_s + campo(u"TxtProfResult"_s).text();
+    if (nome == u"corrente"_s)
+        return QString::number(gClasse);
+    if (nome == u"foco"_s)
+        return alunos().focusWidget()->objectName();
+    if (nome.startsWith(u"Cmb"_s))
+        return combo(nome).isEnabled() ? combo(nome).currentText() : u"fechada"_s;
+    if (nome.startsWith(u"Txt"_s))
+        return campo(nome).displayText();
+    const QPushButton &alvo = botao(nome);
+    return alvo.isVisible() && alvo.isEnabled() ? u"sim"_s : u"não"_s;
+}
+
+void CenarioCadastro::faz(const QString &passos)
+{
+    static const QRegularExpression forma(u"^([^=~?:]+)([=~?:]?)(.*)$"_s);
+    for (const QString &passo : passos.split(u"; "_s, Qt::SkipEmptyParts)) {
+        if (!alunos().isVisible())
+            alunos().mostra();
+        gSenhaOK = true;
+        const auto partes = forma.match(passo);
+        const QString nome = partes.captured(1);
+        const QString acao = partes.captured(2);
+        const QString texto = partes.captured(3);
+        if (acao == u"?"_s)
+            QVERIFY2(mostra(nome) == texto, qPrintable(passo + u" is "_s + mostra(nome)));
+        else if (acao == u":"_s)
+            teclaEm(child<QWidget>(alunos(), nome), QKeySequence(texto)[0].key());
+        else if (acao.isEmpty())
+            aperta(nome);
+        else if (nome.startsWith(u"Txt"_s))
+            digita(nome, texto);
+        else if (texto.isEmpty() || acao == u"~"_s)
+            escreve(nome, texto);
+        else
+            escolhe(nome, texto);
+    }
+}
+
+void CenarioCadastro::confirmaCaixas()
+{
+    costuras().box = [this](const Caixa &caixa) {
+        caixas.push_back(caixa.titulo.contains(u" - "_s) ? relato(caixa.titulo) : caixa);
+        return caixa.botoes == Botoes::SimNao ? Resposta::Sim : Resposta::Ok;
+    };
 }
 
 void tecla(QWidget &alvo, const QString &texto)
@@ -136,14 +194,13 @@ void tecla(QWidget &alvo, const QString &texto)
         QTest::sendKeyEvent(QTest::Click, &alvo, Qt::Key_unknown, QString(letra), Qt::NoModifier);
 }
 
-void passaPor(QWidget &controle)
+void teclaEm(QWidget &controle, Qt::Key key)
 {
     controle.window()->activateWindow();
     QVERIFY(QTest::qWaitForWindowActive(controle.window()));
     controle.setFocus();
     QVERIFY(controle.hasFocus());
-    QTest::keyClick(&controle, Qt::Key_Tab);
-    QVERIFY(!controle.hasFocus());
+    QTest::keyClick(&controle, key);
 }
 
 QStringList itens(const QComboBox &combo)
@@ -154,19 +211,51 @@ QStringList itens(const QComboBox &combo)
     return textos;
 }
 
-QStringList alunos(const CenarioCadastro &c)
+static QString linhas(const CenarioCadastro &c, const QString &consulta)
 {
-    return c.sql(u"SELECT AL_Cod, AL_Nome FROM AL_Alunos WHERE AL_Cod <> 9999 ORDER BY AL_Cod"_s);
+    return c.sql(consulta).join(u", "_s);
 }
 
-QStringList ligacoes(const CenarioCadastro &c)
+QString alunos(const CenarioCadastro &c)
 {
-    return c.sql(u"SELECT AL_Cod, CL_Cod FROM CLxAL WHERE AL_Cod <> 9999 ORDER BY CLxAL_Id"_s);
+    return linhas(c, u"SELECT AL_Cod, AL_Nome FROM AL_Alunos WHERE AL_Cod <> 9999 ORDER BY AL_Cod"_s);
 }
 
-QStringList classes(const CenarioCadastro &c)
+QString ligacoes(const CenarioCadastro &c)
 {
-    return c.sql(u"SELECT CL_Cod, CL_Nome, CL_Prof, CL_Senha FROM CL_Classes ORDER BY CL_Cod"_s);
+    return linhas(c,
+        u"SELECT AL_Cod, CL_Cod || CASE CLxAL_DataIngr WHEN '%1' THEN '*' ELSE '' END FROM CLxAL "
+        "WHERE AL_Cod <> 9999 ORDER BY CLxAL_Id"_s.arg(QStringView(kAgora)));
+}
+
+QString classes(const CenarioCadastro &c)
+{
+    return linhas(c, u"SELECT CL_Cod, CL_Nome, CL_Prof, CL_Senha FROM CL_Classes ORDER BY CL_Cod"_s);
+}
+
+QString aulas(const CenarioCadastro &c)
+{
+    return linhas(c, u"SELECT LG_Aluno, LG_Classe, RO_Cod, LG_Resp FROM LG_LogAulas"_s);
+}
+
+void conta(const Historia &historia)
+{
+    CenarioCadastro c(linhasDeSempre() + u';' + historia.antes);
+    costuras().now = [] { return QDateTime::fromString(QString::fromUtf16(kAgora), Qt::ISODate); };
+    c.confirmaCaixas();
+    c.abreCadastro(historia.classe);
+    c.faz(historia.passos);
+    QCOMPARE(c.caixas, historia.caixas);
+    QCOMPARE(alunos(c), historia.alunos);
+    QCOMPARE(ligacoes(c), historia.ligacoes);
+    QCOMPARE(classes(c), historia.classes);
+}
+
+void reporta(const QString &resposta)
+{
+    gCodRoteiro = 12;
+    gNomeRoteiro = u"Contar"_s;
+    EnviaTexto(findWindow(QString::fromUtf16(kTituloGerenciador), true), janelaBlocos(), MSG_RESPOSTA, resposta);
 }
 
 } // namespace quorel::teste

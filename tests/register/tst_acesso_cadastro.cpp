@@ -1,17 +1,10 @@
 #include "cenario_cadastro.h"
 
-#include "register/estado.h"
-#include "register/login.h"
-#include "startup/estado.h"
-#include "support/suporte.h"
+#include "support/acesso.h"
 
 #include <QAccessible>
-#include <QApplication>
-#include <QComboBox>
 #include <QGroupBox>
 #include <QLabel>
-#include <QLineEdit>
-#include <QPushButton>
 #include <QRadioButton>
 
 using namespace quorel;
@@ -28,72 +21,35 @@ private slots:
     void tabReachesWhatCanBeUsed_data();
     void tabReachesWhatCanBeUsed();
     void loginIsReachedByTab();
-    void passwordIsNotReadAloud();
+    void passwordIsNeitherShownNorReadAloud();
     void textsFitTheirControls();
     void controlsDontOverlap();
     void labelsArePlain();
 };
 
-static QList<QWidget *> controls(const QWidget &janela)
-{
-    QList<QWidget *> found;
-    for (QWidget *widget : janela.findChildren<QWidget *>()) {
-        if (!widget->objectName().isEmpty() && !widget->objectName().startsWith(u"qt_"_s))
-            found << widget;
-    }
-    return found;
-}
-
 void TstAcessoCadastro::everyControlHasAName()
 {
     CenarioCadastro c;
-    for (const QWidget *janela : std::initializer_list<const QWidget *>{&c.alunos(), &c.login()}) {
-        QVERIFY(!controls(*janela).isEmpty());
-        for (QWidget *controle : controls(*janela)) {
-            const QAccessibleInterface *interface = QAccessible::queryAccessibleInterface(controle);
-            QVERIFY2(interface && !interface->text(QAccessible::Name).isEmpty(), qPrintable(controle->objectName()));
-        }
-    }
-}
-
-// The names met in one round of the Tab key, in its order.
-static QStringList reached(QWidget &janela)
-{
-    janela.activateWindow();
-    if (!QTest::qWaitForWindowActive(&janela))
-        return {};
-    if (!janela.focusWidget())
-        QTest::keyClick(&janela, Qt::Key_Tab);
-    QStringList names;
-    for (int i = 0; i < 60; ++i) {
-        QWidget *focus = QApplication::focusWidget();
-        if (!focus || names.contains(focus->objectName()))
-            break;
-        names << focus->objectName();
-        QTest::keyClick(focus, Qt::Key_Tab);
-    }
-    return names;
+    todosTemNome(c.alunos());
+    todosTemNome(c.login());
 }
 
 void TstAcessoCadastro::tabReachesWhatCanBeUsed_data()
 {
-    QTest::addColumn<QStringList>("botoes");
-    QTest::newRow("buttons only") << QStringList{};
-    QTest::newRow("selection") << QStringList{u"CmdAluno(2)"_s};
-    QTest::newRow("pupils and classes, a new one each")
-        << QStringList{u"CmdAluno(3)"_s, u"cmdCadClasses"_s, u"CmdAulaNova"_s, u"CmdProfNovo"_s};
+    QTest::addColumn<QString>("passos");
+    QTest::newRow("buttons only") << "";
+    QTest::newRow("selection") << "CmdAluno(2)";
+    QTest::newRow("pupils and classes, a new one each") << "CmdAluno(3); cmdCadClasses; CmdAulaNova; CmdProfNovo";
 }
 
 void TstAcessoCadastro::tabReachesWhatCanBeUsed()
 {
-    QFETCH(QStringList, botoes);
+    QFETCH(QString, passos);
     CenarioCadastro c;
     gClasse = 1;
-    gSenhaOK = true;
-    for (const QString &botao : botoes)
-        c.aperta(botao);
-    const QStringList names = reached(c.alunos());
-    for (const QWidget *controle : controls(c.alunos())) {
+    c.faz(passos);
+    const QStringList names = voltaDoTab(c.alunos());
+    for (const QWidget *controle : controles(c.alunos())) {
         const bool usable = controle->focusPolicy() != Qt::NoFocus && controle->isVisible() && controle->isEnabled();
         QVERIFY2(names.contains(controle->objectName()) == usable,
             qPrintable(controle->objectName() + u" in "_s + names.join(u' ')));
@@ -104,45 +60,34 @@ void TstAcessoCadastro::loginIsReachedByTab()
 {
     CenarioCadastro c;
     c.aperta(u"CmdAluno(3)"_s);
-    QCOMPARE(reached(c.login()), (QStringList{u"txtPassword"_s, u"cmdOK"_s, u"cmdCancel"_s}));
+    QCOMPARE(voltaDoTab(c.login()), (QStringList{u"txtPassword"_s, u"cmdOK"_s, u"cmdCancel"_s}));
     QVERIFY(c.botao(u"cmdOK"_s).isDefault()); // still, after the focus was there and went
     QTest::keyClick(&c.login(), Qt::Key_S, Qt::AltModifier);
     QCOMPARE(c.login().focusWidget(), &c.campo(u"txtPassword"_s));
 }
 
-void TstAcessoCadastro::passwordIsNotReadAloud()
+void TstAcessoCadastro::passwordIsNeitherShownNorReadAloud()
 {
     CenarioCadastro c;
     c.aperta(u"CmdAluno(3)"_s);
-    QTest::keyClicks(&c.campo(u"txtPassword"_s), u"caju"_s);
-    QAccessibleInterface *interface = QAccessible::queryAccessibleInterface(&c.campo(u"txtPassword"_s));
+    auto &entrada = c.campo(u"txtPassword"_s);
+    QTest::keyClicks(&entrada, u"caju"_s);
+    QCOMPARE(entrada.displayText(), u"****"_s);
+    QAccessibleInterface *interface = QAccessible::queryAccessibleInterface(&entrada);
     QVERIFY(interface->state().passwordEdit);
     QVERIFY(!interface->text(QAccessible::Value).contains(u"caju"_s));
-}
-
-static void fits(const QWidget &controle, const QString &texto, int margem)
-{
-    const QSize ink = controle.fontMetrics().tightBoundingRect(texto).size();
-    QVERIFY2(ink.width() + margem <= controle.width() && ink.height() < controle.height(),
-        qPrintable(controle.objectName() + u": "_s + texto));
 }
 
 void TstAcessoCadastro::textsFitTheirControls()
 {
     CenarioCadastro c;
     c.aperta(u"CmdAluno(3)"_s);
-    for (const QWidget *janela : std::initializer_list<const QWidget *>{&c.alunos(), &c.login()}) {
-        for (const auto *rotulo : janela->findChildren<QLabel *>()) {
-            const QRect room = rotulo->fontMetrics().boundingRect(rotulo->rect(), Qt::TextWordWrap, rotulo->text());
-            QVERIFY2(rotulo->text().isEmpty() || rotulo->rect().contains(room), qPrintable(rotulo->objectName()));
-        }
-        for (const auto *botao : janela->findChildren<QPushButton *>())
-            fits(*botao, botao->text(), 12);
-        for (const auto *legenda : janela->findChildren<QRadioButton *>())
-            fits(*legenda, legenda->text(), 2);
-    }
-    fits(c.campo(u"TxtProfSenh"_s), u"WWWWWWWW"_s, 8);
-    fits(c.campo(u"TxtAulaInf"_s), u"20000 / 20000"_s, 8);
+    textosCabem(c.alunos(), 12);
+    textosCabem(c.login(), 12);
+    for (const auto *legenda : c.alunos().findChildren<QRadioButton *>())
+        cabe(*legenda, legenda->text(), 2);
+    cabe(c.campo(u"TxtProfSenh"_s), u"WWWWWWWW"_s, 8);
+    cabe(c.campo(u"TxtAulaInf"_s), u"20000 / 20000"_s, 8);
 }
 
 // Hidden ones may share a place; the frames of the two registers stand one below the other.
@@ -150,23 +95,20 @@ void TstAcessoCadastro::controlsDontOverlap()
 {
     CenarioCadastro c;
     c.abreCadastro(1);
-    c.aperta(u"cmdCadClasses"_s);
-    c.aperta(u"CmdAulaNova"_s);
-    c.aperta(u"CmdProfNovo"_s);
+    c.faz(u"cmdCadClasses; CmdAulaNova; CmdProfNovo"_s);
     QList<QWidget *> parents{&c.alunos(), &c.login()};
     for (auto *quadro : c.alunos().findChildren<QGroupBox *>())
         parents << quadro;
     for (const QWidget *parent : parents) {
-        const auto siblings = parent->findChildren<QWidget *>(QString(), Qt::FindDirectChildrenOnly);
-        for (qsizetype i = 0; i < siblings.size(); ++i) {
-            const QWidget &one = *siblings[i];
-            if (one.isHidden())
+        QList<const QWidget *> shown;
+        for (const QWidget *one : parent->findChildren<QWidget *>(QString(), Qt::FindDirectChildrenOnly)) {
+            if (one->isHidden())
                 continue;
-            QVERIFY2(parent->rect().contains(one.geometry()), qPrintable(one.objectName()));
-            for (qsizetype j = 0; j < i; ++j) {
-                const bool apart = siblings[j]->isHidden() || !one.geometry().intersects(siblings[j]->geometry());
-                QVERIFY2(apart, qPrintable(one.objectName() + u" "_s + siblings[j]->objectName()));
-            }
+            QVERIFY2(parent->rect().contains(one->geometry()), qPrintable(one->objectName()));
+            for (const QWidget *other : shown)
+                QVERIFY2(!one->geometry().intersects(other->geometry()),
+                    qPrintable(one->objectName() + u" "_s + other->objectName()));
+            shown << one;
         }
     }
 }
