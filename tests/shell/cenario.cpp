@@ -9,15 +9,13 @@
 #include "platform/costuras.h"
 #include "platform/fim.h"
 #include "shell/estado.h"
-#include "shell/faux.h"
-#include "shell/fblocos.h"
-#include "shell/fprincip.h"
 #include "startup/estado.h"
 #include "startup/quorel_zeto.h"
-#include "support/suporte.h"
 
+#include <QAbstractButton>
 #include <QDir>
 #include <QImage>
+#include <QLabel>
 
 namespace quorel::teste {
 
@@ -92,6 +90,45 @@ Cenario::~Cenario()
     reiniciaCatalogue();
     reiniciaLessons();
     reiniciaCosturas();
+}
+
+QWidget &Cenario::controle(const QString &nome)
+{
+    for (QWidget *janela : std::initializer_list<QWidget *>{&principal(), &blocos()}) {
+        if (auto *found = janela->findChild<QWidget *>(nome))
+            return *found;
+    }
+    return child<QWidget>(painel(), nome);
+}
+
+void Cenario::clica(const QString &nome)
+{
+    QWidget &alvo = controle(nome);
+    if (alvo.isVisible())
+        QTest::mouseClick(&alvo, Qt::LeftButton);
+    else
+        static_cast<QAbstractButton &>(alvo).click();
+}
+
+void Cenario::abreMatematica()
+{
+    clica(u"ImgBloco(9)"_s);
+    QVERIFY(blocos().isVisible());
+}
+
+QString Cenario::roteiros()
+{
+    QStringList numeros;
+    for (int i = 1; i <= 16; ++i) {
+        if (!blocos().botao(i).isHidden())
+            numeros << QString::number(i);
+    }
+    return numeros.join(u' ');
+}
+
+QString Cenario::tituloBlocos()
+{
+    return child<QLabel>(blocos(), u"LblTitulo"_s).text();
 }
 
 } // namespace quorel::teste

@@ -1,6 +1,11 @@
 #pragma once
 
+#include "shell/faux.h"
+#include "shell/fblocos.h"
+#include "shell/fprincip.h"
+#include "shell/imagem.h"
 #include "shell/janelas.h"
+#include "support/suporte.h"
 
 #include <QByteArray>
 #include <QList>
@@ -24,6 +29,12 @@ public:
     fPrincip &principal() { return mJanelas->principal(); }
     fBlocos &blocos() { return mJanelas->blocos(); }
     fAux &painel() { return mJanelas->painel(); }
+
+    QWidget &controle(const QString &nome); ///< of whichever window has it; fails the test when none has
+    void clica(const QString &nome); ///< with the mouse; a hidden control is told that it was clicked
+    void abreMatematica(); ///< by its block
+    QString roteiros(); ///< the numbers of the pictures that show in fBlocos, blanks between them
+    QString tituloBlocos(); ///< what stands above them
 
     int alunos = 0; ///< how often the register was asked for
     int desempenhos = 0; ///< how often the performance window was asked for

@@ -2,28 +2,21 @@
 
 #include "shell/estado.h"
 #include "shell/fatencao.h"
-#include "shell/faux.h"
-#include "shell/fblocos.h"
-#include "shell/fprincip.h"
-#include "shell/imagem.h"
 #include "shell/opcao_mes.h"
-#include "support/suporte.h"
+#include "support/acesso.h"
 
 #include <QAccessible>
 #include <QApplication>
 #include <QCheckBox>
-#include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
-
-#include <array>
-#include <set>
 
 using namespace quorel;
 using namespace quorel::teste;
 using namespace Qt::StringLiterals;
 
-/// Every control of every window: its name for a screen reader, its place in the round of the Tab key, its text.
+/// Every control of every window: its name for a screen reader, its place in the round of the Tab key and on the
+/// window, its text.
 class TstAcesso : public QObject
 {
     Q_OBJECT
@@ -33,89 +26,53 @@ private slots:
     void focusIsSeen();
     void picturesAreButtonsToAScreenReader();
     void textsFitTheirControls();
+    void placesAreRoundedFromTwips_data();
+    void placesAreRoundedFromTwips();
     void coloursAreTheWindowsOwn();
     void picturesAreSharp();
 };
 
-static QList<QWidget *> controls(const QWidget &janela)
-{
-    QList<QWidget *> found;
-    for (QWidget *widget : janela.findChildren<QWidget *>()) {
-        if (!widget->objectName().isEmpty() && !widget->objectName().startsWith(u"qt_"_s))
-            found << widget;
-    }
-    return found;
-}
-
 void TstAcesso::everyControlHasAName()
 {
     Cenario c(12);
-    fAtencao aviso(nullptr);
     gImgApontada = 9; // the text of a tip is a control too, made with the first one
     QTRY_VERIFY(c.principal().findChild<QWidget *>(u"TxtInf"_s));
-    for (const QWidget *janela :
-        std::initializer_list<const QWidget *>{&c.principal(), &c.blocos(), &c.painel(), &aviso}) {
-        QVERIFY(!controls(*janela).isEmpty());
-        for (QWidget *controle : controls(*janela)) {
-            const QAccessibleInterface *interface = QAccessible::queryAccessibleInterface(controle);
-            QVERIFY2(interface && !interface->text(QAccessible::Name).isEmpty(), qPrintable(controle->objectName()));
-        }
+    todosTemNome(c.principal());
+    todosTemNome(c.blocos());
+    todosTemNome(c.painel());
+    todosTemNome(fAtencao(nullptr));
+}
+
+/// Brings each of the windows to the front in turn, as a user would.
+template <typename Look>
+static void lookAtEach(Cenario &c, Look look)
+{
+    for (QWidget *janela : std::initializer_list<QWidget *>{&c.principal(), &c.painel(), &c.blocos()}) {
+        if (janela == &c.blocos())
+            c.clica(u"ImgBloco(2)"_s);
+        janela->activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(janela));
+        look(*janela);
     }
-}
-
-// Goes once round by Tab, and by the arrows inside the group of months.
-static std::set<QString> reached()
-{
-    std::set<QString> names;
-    for (int i = 0; i < 100; ++i) {
-        QWidget *focus = QApplication::focusWidget();
-        if (!focus)
-            break;
-        names.insert(focus->objectName());
-        const bool mes = qobject_cast<OpcaoMes *>(focus);
-        QTest::keyClick(focus, mes ? Qt::Key_Down : Qt::Key_Tab);
-        if (mes && names.contains(QApplication::focusWidget()->objectName()))
-            QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
-    }
-    return names;
-}
-
-static std::array<QWidget *, 3> windows(Cenario &c)
-{
-    return {&c.principal(), &c.painel(), &c.blocos()};
-}
-
-/// Brings a window to the front as a user would. @return whether it came
-static bool comesUp(Cenario &c, QWidget &janela)
-{
-    if (&janela == &c.blocos())
-        QTest::mouseClick(&c.principal().bloco(2), Qt::LeftButton);
-    janela.activateWindow();
-    return QTest::qWaitForWindowActive(&janela);
 }
 
 void TstAcesso::tabReachesWhatCanBeUsed()
 {
     Cenario c(12);
-    for (QWidget *janela : windows(c)) {
-        QVERIFY(comesUp(c, *janela));
-        if (!QApplication::focusWidget())
-            QTest::keyClick(janela, Qt::Key_Tab);
-        const std::set<QString> names = reached();
-        for (QAbstractButton *botao : janela->findChildren<QAbstractButton *>()) {
-            if (botao->isVisible())
-                QVERIFY2(names.contains(botao->objectName()), qPrintable(botao->objectName()));
-        }
-    }
+    lookAtEach(c, [](QWidget &janela) {
+        const QStringList names = voltaDoTab(janela);
+        QVERIFY(!names.contains(u"LstAlunos"_s)); // behind the months
+        for (const auto *botao : janela.findChildren<QAbstractButton *>())
+            QVERIFY2(!botao->isVisible() || names.contains(botao->objectName()), qPrintable(botao->objectName()));
+    });
 }
 
 // Whatever the Tab key reaches looks different while it has the focus.
 void TstAcesso::focusIsSeen()
 {
     Cenario c(12);
-    for (QWidget *janela : windows(c)) {
-        QVERIFY(comesUp(c, *janela));
-        for (QWidget *controle : janela->findChildren<QWidget *>()) {
+    lookAtEach(c, [](QWidget &janela) {
+        for (QWidget *controle : janela.findChildren<QWidget *>()) {
             if (!controle->isVisible() || !(controle->focusPolicy() & Qt::TabFocus))
                 continue;
             controle->setFocus(Qt::TabFocusReason);
@@ -123,7 +80,7 @@ void TstAcesso::focusIsSeen()
             controle->clearFocus();
             QVERIFY2(with != controle->grab().toImage(), qPrintable(controle->objectName()));
         }
-    }
+    });
 }
 
 void TstAcesso::picturesAreButtonsToAScreenReader()
@@ -132,13 +89,6 @@ void TstAcesso::picturesAreButtonsToAScreenReader()
     QAccessibleInterface *interface = QAccessible::queryAccessibleInterface(&c.principal().bloco(9));
     QCOMPARE(interface->role(), QAccessible::Button);
     QCOMPARE(interface->text(QAccessible::Name), u"Matemática"_s);
-    QCOMPARE(
-        QAccessible::queryAccessibleInterface(&c.painel().opcao(1))->text(QAccessible::Name), u"Números & cores"_s);
-}
-
-static QSize inkOf(const QWidget &widget, const QString &text)
-{
-    return widget.fontMetrics().tightBoundingRect(text).size();
 }
 
 void TstAcesso::textsFitTheirControls()
@@ -147,26 +97,57 @@ void TstAcesso::textsFitTheirControls()
     fAtencao aviso(nullptr);
     aviso.ensurePolished();
     for (const QWidget *janela :
-        std::initializer_list<const QWidget *>{&c.principal(), &c.blocos(), &c.painel(), &aviso}) {
-        for (const auto *label : janela->findChildren<QLabel *>()) {
-            const QRect room = label->fontMetrics().boundingRect(label->rect(), Qt::TextWordWrap, label->text());
-            QVERIFY2(label->text().isEmpty() || label->rect().contains(room.adjusted(0, 1, 0, -1)),
-                qPrintable(label->objectName()));
-        }
-        for (const auto *botao : janela->findChildren<QPushButton *>()) {
-            const QSize ink = inkOf(*botao, botao->text());
-            QVERIFY2(ink.width() < botao->width() && ink.height() < botao->height(), qPrintable(botao->objectName()));
-            QVERIFY2(
-                botao->icon().isNull() || botao->iconSize().width() < botao->width(), qPrintable(botao->objectName()));
-        }
-    }
+        std::initializer_list<const QWidget *>{&c.principal(), &c.blocos(), &c.painel(), &aviso})
+        textosCabem(*janela);
     for (int mes = 1; mes <= 12; ++mes)
-        QVERIFY(inkOf(c.painel().opcao(mes), u"ÁÇgjp"_s).height() <= c.painel().opcao(mes).height() + 1);
+        QVERIFY(c.painel().opcao(mes).fontMetrics().tightBoundingRect(u"ÁÇgjp"_s).height()
+            <= c.painel().opcao(mes).height() + 1);
     for (const auto *caixa : c.painel().findChildren<QCheckBox *>()) {
-        for (const QString &linha : {caixa->text().section(u' ', 0, -2), caixa->text().section(u' ', -1)})
-            QVERIFY2(inkOf(*caixa, linha).width() <= caixa->width() - 19, qPrintable(linha)); // 19: the box and its gap
-        QVERIFY(2 * inkOf(*caixa, u"Fg"_s).height() <= caixa->height());
+        cabe(*caixa, caixa->text().section(u' ', 0, -2), 19); // 19: the box and its gap
+        cabe(*caixa, caixa->text().section(u' ', -1), 19);
+        QVERIFY(2 * caixa->fontMetrics().tightBoundingRect(u"Fg"_s).height() <= caixa->height());
     }
+}
+
+void TstAcesso::placesAreRoundedFromTwips_data()
+{
+    QTest::addColumn<QString>("janela");
+    QTest::addColumn<QString>("nome"); // empty: the window's own size
+    QTest::addColumn<QRect>("lugar"); // pixels
+    const auto add = [](const QString &janela, const QString &nome, const QRect &lugar) {
+        QTest::addRow("%s %s", qPrintable(janela), qPrintable(nome)) << janela << nome << lugar;
+    };
+    add("fPrincip", "", {0, 0, 528, 551});
+    add("fPrincip", "ImgBloco(5)", {223, 404, 85, 85});
+    add("fPrincip", "LblTitulo", {3, 4, 542, 22});
+    add("fPrincip", "LblMes", {16, 564, 21, 22}); // unused, below the edge
+    add("fPrincip", "FrmTip", {176, 152, 226, 37});
+    add("fBlocos", "", {0, 0, 528, 552});
+    add("fBlocos", "ImgBotao(7)", {292, 164, 85, 85});
+    add("fBlocos", "ImgBotao(16)", {436, 420, 85, 85});
+    add("fBlocos", "CmdJogos(0)", {4, 0, 21, 21});
+    add("fBlocos", "CmdJogos(15)", {80, 256, 21, 21}); // third of the fifth picture
+    add("fBlocos", "CmdJogos(45)", {356, 512, 21, 21});
+    add("fBlocos", "CmdJogos(46)", {440, 512, 21, 21}); // the last three stand 60 twips further
+    add("fBlocos", "FrmTip", {64, 424, 294, 37});
+    add("fAux", "", {0, 0, 218, 551}); // as high as fPrincip
+    add("fAux", "txtSelecMes", {-6, 0, 217, 19});
+    add("fAux", "OptMeses(2)", {1, 60, 201, 14});
+    add("fAux", "scrVertical", {204, 18, 14, 421});
+    add("fAux", "LstAlunos", {4, 20, 101, 290});
+    add("fAux", "ChkFig", {112, 506, 101, 33});
+}
+
+void TstAcesso::placesAreRoundedFromTwips()
+{
+    QFETCH(QString, janela);
+    QFETCH(QString, nome);
+    QFETCH(QRect, lugar);
+    Cenario c;
+    const QWidget &alvo = janela == u"fAux"_s ? static_cast<QWidget &>(c.painel())
+        : janela == u"fBlocos"_s              ? static_cast<QWidget &>(c.blocos())
+                                              : c.principal();
+    QCOMPARE(nome.isEmpty() ? QRect({}, alvo.size()) : child<QWidget>(alvo, nome).geometry(), lugar);
 }
 
 // Contrast of two colours as accessibility rules count it, 1 to 21.
@@ -183,18 +164,16 @@ static double contrast(const QColor &a, const QColor &b)
 
 void TstAcesso::coloursAreTheWindowsOwn()
 {
-    QPalette dark(Qt::white, Qt::black);
-    QApplication::setPalette(dark);
+    QApplication::setPalette(QPalette(Qt::white, Qt::black)); // of a dark desktop
     Cenario c;
     const QPixmap painel = c.painel().grab();
-    QCOMPARE(QColor(painel.toImage().pixel(5 * int(painel.devicePixelRatio()), 300 * int(painel.devicePixelRatio()))),
-        QColor(0xff, 0xe0, 0xc0));
-    const QColor laranja = c.painel().palette().color(QPalette::Window);
+    const QColor laranja(0xff, 0xe0, 0xc0);
+    QCOMPARE(painel.toImage().pixelColor(QPoint(5, 300) * painel.devicePixelRatio()), laranja);
     QVERIFY(contrast(Qt::blue, laranja) >= 4.5);
     for (const auto *caixa : c.painel().findChildren<QCheckBox *>())
         QVERIFY(contrast(caixa->palette().color(QPalette::WindowText), laranja) >= 4.5);
-    const auto &titulo = child<QLineEdit>(c.painel(), u"txtSelecMes"_s);
-    QVERIFY(contrast(titulo.palette().color(QPalette::Text), titulo.palette().color(QPalette::Base)) >= 4.5);
+    const QPalette titulo = child<QLineEdit>(c.painel(), u"txtSelecMes"_s).palette();
+    QVERIFY(contrast(titulo.color(QPalette::Text), titulo.color(QPalette::Base)) >= 4.5);
     QApplication::setPalette(QPalette());
 }
 

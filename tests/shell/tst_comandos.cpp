@@ -4,20 +4,15 @@
 #include "platform/fim.h"
 #include "shell/cconecta.h"
 #include "shell/comandos.h"
-#include "shell/faux.h"
-#include "shell/fblocos.h"
-#include "shell/fprincip.h"
 #include "startup/estado.h"
 #include "startup/lugares.h"
 #include "startup/quorel_zeto.h"
-#include "support/suporte.h"
 
 #include <QApplication>
 #include <QDir>
 #include <QFileDialog>
 #include <QLineEdit>
 #include <QPushButton>
-#include <QTimer>
 
 #include <optional>
 
@@ -25,18 +20,14 @@ using namespace quorel;
 using namespace quorel::teste;
 using namespace Qt::StringLiterals;
 
-/// What the small buttons start: each program as "name arguments", each document as "document|directory|mode".
+/// What the small buttons start.
 class TstComandos : public QObject
 {
     Q_OBJECT
 private slots:
     void init();
-    void helpIsLookedForInTwoPlaces_data();
-    void helpIsLookedForInTwoPlaces();
-    void gameGoesByItsTag();
-    void drawingTool_data();
-    void drawingTool();
-    void didacticMaterial();
+    void startsOrOpens_data();
+    void startsOrOpens();
     void didacticMaterialIsPointedOut_data();
     void didacticMaterialIsPointedOut();
     void page_data();
@@ -45,134 +36,78 @@ private slots:
     void suiteProgramEndsThisOne();
 
 private:
-    QStringList mStarted;
-    QStringList mOpened;
+    void record();
+
+    QStringList mStarted; ///< each program as "name arguments", each document as "verb|document|directory|mode"
 };
 
 void TstComandos::init()
 {
     QApplication::setQuitOnLastWindowClosed(false); // as the program does
     mStarted.clear();
-    mOpened.clear();
     QDir(noWindows(u"outro"_s)).removeRecursively();
 }
 
-static void record(QStringList &started, QStringList &opened)
+void TstComandos::record()
 {
-    costuras().startProgram = [&](const ProgramRequest &request) {
-        started << barras(request.program).section(u'\\', -1) + u' ' + request.arguments;
+    costuras().startProgram = [this](const ProgramRequest &request) {
+        mStarted << barras(request.program).section(u'\\', -1) + u' ' + request.arguments;
         return true;
     };
-    costuras().openDocument = [&](const DocumentRequest &request) {
-        opened << u"%1|%2|%3|%4"_s.arg(request.verb, request.document, request.directory).arg(int(request.show));
+    costuras().openDocument = [this](const DocumentRequest &request) {
+        mStarted << u"%1|%2|%3|%4"_s.arg(request.verb, request.document, request.directory).arg(int(request.show));
         return true;
     };
 }
 
-static QString quorelDir()
+void TstComandos::startsOrOpens_data()
 {
-    return barras(noWindows(u"QUOREL2001"_s));
+    QTest::addColumn<QString>("botao");
+    QTest::addColumn<QString>("chave"); // set to the directory "outro"
+    QTest::addColumn<QStringList>("arquivos"); // there are, below the Windows directory
+    QTest::addColumn<QString>("feito"); // W the Windows directory; empty: nothing
+    const auto add = [](const char *name, const QString &botao, const QString &chave, const QStringList &arquivos,
+                         const QString &feito) { QTest::newRow(name) << botao << chave << arquivos << feito; };
+    const QString ajuda = u"outro/help.doc"_s;
+    const QString ajudaLocal = u"QUOREL2001/DBBLOCOS/help.doc"_s;
+    add("help, in the configured place", "CmdHelp", "DBBLOCOS", {ajuda, ajudaLocal},
+        "OPEN|W\\outro\\help.doc|help.doc|5");
+    add("help, else in the local one", "CmdHelp", "DBBLOCOS", {ajudaLocal},
+        "OPEN|W\\QUOREL2001\\DBBLOCOS\\help.doc|help.doc|5");
+    add("help, in neither", "CmdHelp", "DBBLOCOS", {}, "");
+    add("the manual is the same document", "CmdManual", "DBBLOCOS", {ajuda}, "OPEN|W\\outro\\help.doc|help.doc|5");
+    add("a game goes by its tag", "CmdJogos(7)", "DBBLOCOS", {"outro/Jogos/bolas.exe"},
+        "OPEN|W\\outro\\Jogos\\bolas.exe|bolas.exe|2");
+    add("didactic material", "CmdArquivos", "DBBLOCOS", {"outro/MatDid/index.htm"},
+        "OPEN|index.htm|W\\outro\\MatDid\\|5");
+    add("didactic material, else the local one", "CmdArquivos", "DBBLOCOS", {"QUOREL2001/DBBLOCOS/MatDid/index.htm"},
+        "OPEN|index.htm|W\\QUOREL2001\\DBBLOCOS\\MatDid\\|5");
+    const QString local = u"QUOREL2001/exe/desenhos.exe"_s;
+    const QString comandoLocal = u"desenhos.exe /cfg:W\\QUOREL2001zeto_cnf.txt /user:"_s; // no backslash between them
+    add("drawing tool, configured: no s, no blank before /user:", "CmdDesenho", "DIRQUOREL",
+        {"outro/exe/desenhos.exe", "outro/exe/desenho.exe"}, "desenho.exe /cfg:c:\\zeto_cnf.txt/user:");
+    add("drawing tool, not under it: the local one", "CmdDesenho", "DIRQUOREL", {local}, comandoLocal);
+    add("drawing tool, no key: the local one", "CmdDesenho", "X", {local}, comandoLocal);
+    add("drawing tool, in neither", "CmdDesenho", "DIRQUOREL", {}, "");
 }
 
-void TstComandos::helpIsLookedForInTwoPlaces_data()
+void TstComandos::startsOrOpens()
 {
-    QTest::addColumn<QStringList>("arquivos"); // below the Windows directory
-    QTest::addColumn<QString>("aberto"); // path below it
-    QTest::newRow("configured place") << QStringList{u"outro/help.doc"_s, u"QUOREL2001/DBBLOCOS/help.doc"_s}
-                                      << u"\\outro\\help.doc"_s;
-    QTest::newRow("else the local one") << QStringList{u"QUOREL2001/DBBLOCOS/help.doc"_s}
-                                        << u"\\QUOREL2001\\DBBLOCOS\\help.doc"_s;
-    QTest::newRow("in neither: nothing") << QStringList{} << QString();
-}
-
-void TstComandos::helpIsLookedForInTwoPlaces()
-{
+    QFETCH(QString, botao);
+    QFETCH(QString, chave);
     QFETCH(QStringList, arquivos);
-    QFETCH(QString, aberto);
+    QFETCH(QString, feito);
     Cenario c;
-    record(mStarted, mOpened);
+    record();
     for (const QString &arquivo : arquivos)
         escreve(noWindows(arquivo), "x");
-    gConfig.SetaCFG(u"DBBLOCOS="_s + barras(noWindows(u"outro"_s)));
-    QStringList esperado;
-    if (!aberto.isEmpty())
-        esperado << u"OPEN|"_s + barras(noWindows(QString())).chopped(1) + aberto + u"|help.doc|5"_s;
-    QTest::mouseClick(&child<QPushButton>(c.principal(), u"CmdHelp"_s), Qt::LeftButton);
-    QCOMPARE(mOpened, esperado);
-    child<QPushButton>(c.blocos(), u"CmdManual"_s).click();
-    QCOMPARE(mOpened, esperado + esperado); // the manual is the same document
-}
-
-void TstComandos::gameGoesByItsTag()
-{
-    Cenario c(2, {u"DBBLOCOS/Jogos/bolas.exe"_s});
-    record(mStarted, mOpened);
-    auto &jogo = child<QPushButton>(c.blocos(), u"CmdJogos(7)"_s);
-    jogo.setProperty("Tag", u"bolas.exe"_s);
-    jogo.click();
-    QCOMPARE(mOpened, QStringList{u"OPEN|"_s + quorelDir() + u"\\DBBLOCOS\\Jogos\\bolas.exe|bolas.exe|2"_s});
-}
-
-void TstComandos::drawingTool_data()
-{
-    QTest::addColumn<QString>("dirQuorel"); // below the Windows directory; empty: no such key
-    QTest::addColumn<QStringList>("arquivos");
-    QTest::addColumn<QString>("comando");
-    const QString cfg = u"/cfg:c:\\zeto_cnf.txt/user:"_s;
-    const QStringList local{u"QUOREL2001/exe/desenhos.exe"_s};
-    const QStringList ambos{u"outro/exe/desenhos.exe"_s, u"outro/exe/desenho.exe"_s};
-    QTest::newRow("configured: no s, no blank before /user:") << u"outro"_s << ambos << u"desenho.exe "_s + cfg;
-    QTest::newRow("not under it: the local one") << u"outro"_s << local << u"desenhos.exe /cfg:W /user:"_s;
-    QTest::newRow("no key: the local one") << QString() << local << u"desenhos.exe /cfg:W /user:"_s;
-    QTest::newRow("in neither: nothing") << u"outro"_s << QStringList{} << QString();
-}
-
-void TstComandos::drawingTool()
-{
-    QFETCH(QString, dirQuorel);
-    QFETCH(QStringList, arquivos);
-    QFETCH(QString, comando);
-    Cenario c;
-    record(mStarted, mOpened);
-    for (const QString &arquivo : arquivos)
-        escreve(noWindows(arquivo), "x");
-    gConfig.SetaCFG(dirQuorel.isEmpty() ? u"X=1"_s : u"DIRQUOREL="_s + barras(noWindows(dirQuorel)));
+    gConfig.SetaCFG(chave + u'=' + barras(noWindows(u"outro"_s)));
     gArquivoCfg = u"c:\\zeto_cnf.txt"_s;
-    child<QPushButton>(c.principal(), u"CmdDesenho"_s).click();
-    comando.replace(u"W"_s, quorelDir() + u"zeto_cnf.txt"_s); // no backslash between them
-    QCOMPARE(mStarted, comando.isEmpty() ? QStringList{} : QStringList{comando});
+    c.controle(u"CmdJogos(7)"_s).setProperty("Tag", u"bolas.exe"_s);
+    c.clica(botao);
+    feito.replace(u'W', barras(noWindows({})).chopped(1));
+    QCOMPARE(mStarted.join(u' '), feito);
 }
-
-void TstComandos::didacticMaterial()
-{
-    Cenario c(2, {u"DBBLOCOS/MatDid/index.htm"_s});
-    record(mStarted, mOpened);
-    child<QPushButton>(c.principal(), u"CmdArquivos"_s).click();
-    QCOMPARE(mOpened, QStringList{u"OPEN|index.htm|"_s + quorelDir() + u"\\DBBLOCOS\\MatDid\\|5"_s});
-}
-
-/// Answers the next modal window as soon as it is up, within its scope.
-class NextDialog final
-{
-public:
-    explicit NextDialog(std::function<void(QDialog &dialog)> answer) : mAnswer(std::move(answer))
-    {
-        QObject::connect(&mTimer, &QTimer::timeout, &mTimer, [this] {
-            auto *dialog = qobject_cast<QDialog *>(QApplication::activeModalWidget());
-            if (!dialog || !dialog->isVisible())
-                return;
-            mTimer.stop();
-            mAnswer(*dialog);
-        });
-        mTimer.start(0);
-    }
-
-    bool came() const { return !mTimer.isActive(); }
-
-private:
-    std::function<void(QDialog &dialog)> mAnswer;
-    QTimer mTimer;
-};
 
 void TstComandos::didacticMaterialIsPointedOut_data()
 {
@@ -188,50 +123,47 @@ void TstComandos::didacticMaterialIsPointedOut()
     QFETCH(bool, chosen);
     QFETCH(QString, opened);
     Cenario c;
-    record(mStarted, mOpened);
+    record();
     const QString pagina = noWindows(u"outro/MatDid/outra.html"_s);
     escreve(pagina, "<HTML></HTML>");
     gConfig.SetaCFG(u"DBBLOCOS="_s + barras(noWindows(u"outro"_s)));
     QString inicio;
-    const NextDialog next([&](QDialog &dialog) {
-        inicio = qobject_cast<QFileDialog *>(&dialog)->directory().path();
+    const NextWindow<QFileDialog> next([&](QFileDialog &dialog) {
+        inicio = dialog.directory().path();
         child<QLineEdit>(dialog, u"fileNameEdit"_s).setText(pagina);
-        if (chosen)
-            dialog.accept();
-        else
-            dialog.reject();
+        static_cast<QDialog &>(dialog).done(chosen ? QDialog::Accepted : QDialog::Rejected);
     });
     BoxScript boxes{Resposta::Ok};
-    child<QPushButton>(c.principal(), u"CmdArquivos"_s).click();
+    c.clica(u"CmdArquivos"_s);
     QVERIFY(next.came());
     QCOMPARE(inicio, noWindows(u"outro/MatDid"_s));
-    QCOMPARE(boxes.last().titulo, u"Material Didático"_s);
-    QCOMPARE(boxes.last().texto,
-        u"Arquivo não encontrado\nFaça o download do material didático em\n"_s + makerAddress() + u" e instale-o."_s);
-    QCOMPARE(mOpened, QStringList{opened});
+    const QString texto =
+        u"Arquivo não encontrado\nFaça o download do material didático em\n"_s + makerAddress() + u" e instale-o."_s;
+    QCOMPARE(boxes.last(), (Caixa{texto, u"Material Didático"_s, Icone::Informacao}));
+    QCOMPARE(mStarted, QStringList{opened});
 }
 
 void TstComandos::page_data()
 {
     QTest::addColumn<bool>("conectado");
     QTest::addColumn<Resposta>("resposta");
-    QTest::addColumn<int>("opened");
-    QTest::newRow("connected: at once") << true << Resposta::Nao << 1;
-    QTest::newRow("not connected, yes: all the same") << false << Resposta::Sim << 1;
-    QTest::newRow("not connected, no") << false << Resposta::Nao << 0;
+    QTest::addColumn<bool>("opened");
+    QTest::newRow("connected: at once") << true << Resposta::Nao << true;
+    QTest::newRow("not connected, yes: all the same") << false << Resposta::Sim << true;
+    QTest::newRow("not connected, no") << false << Resposta::Nao << false;
 }
 
 void TstComandos::page()
 {
     QFETCH(bool, conectado);
     QFETCH(Resposta, resposta);
-    QFETCH(int, opened);
+    QFETCH(bool, opened);
     Cenario c;
-    record(mStarted, mOpened);
+    record();
     c.principal().mostra();
     c.painel().mostra();
     QString aviso;
-    const NextDialog next([&](QDialog &dialog) {
+    const NextWindow<QDialog> next([&](QDialog &dialog) {
         aviso = dialog.windowTitle();
         QTest::mouseClick(&child<QPushButton>(dialog, u"cmdOK"_s), Qt::LeftButton);
     });
@@ -242,9 +174,7 @@ void TstComandos::page()
         boxes.emplace({resposta});
     acessaPagina(c.janelas(), conectado);
     QCOMPARE(next.came(), !conectado);
-    QCOMPARE(mOpened.size(), opened);
-    if (opened)
-        QCOMPARE(mOpened.first(), u"OPEN|"_s + makerAddress() + u"||3"_s);
+    QCOMPARE(mStarted, opened ? QStringList(u"OPEN|"_s + makerAddress() + u"||3"_s) : QStringList());
     if (!conectado) {
         QCOMPARE(aviso, u"Blocos de Atividades"_s);
         const Caixa pergunta{u"Deseja Continuar mesmo assim?"_s, u"Conexão por rede DIAL-UP não encontrada"_s,
@@ -256,7 +186,7 @@ void TstComandos::page()
 
 void TstComandos::diallerIsAProgramOfTheSystem()
 {
-    record(mStarted, mOpened);
+    record();
     const QByteArray path = qgetenv("PATH");
     const QString dialler = noWindows(u"system/rundll32.exe"_s);
     escreve(dialler, "x");
@@ -270,7 +200,7 @@ void TstComandos::diallerIsAProgramOfTheSystem()
 void TstComandos::suiteProgramEndsThisOne()
 {
     Cenario c(2, {u"exe/Quorel2001.exe"_s});
-    record(mStarted, mOpened);
+    record();
     costuras().endProcess = [](int) { throw FimDoPrograma{}; };
     QVERIFY_EXCEPTION_THROWN(chamaQuorel(c.janelas()), FimDoPrograma);
     QCOMPARE(mStarted, QStringList{u"Quorel2001.exe /BLOCO:F1"_s});

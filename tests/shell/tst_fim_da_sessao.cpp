@@ -7,14 +7,7 @@
 #include "platform/endereco.h"
 #include "platform/fim.h"
 #include "platform/protocolo.h"
-#include "shell/faux.h"
-#include "shell/fblocos.h"
-#include "shell/fprincip.h"
-#include "shell/imagem.h"
 #include "startup/sistema_util.h"
-#include "support/suporte.h"
-
-#include <QCheckBox>
 
 using namespace quorel;
 using namespace quorel::teste;
@@ -26,7 +19,6 @@ class TstFimDaSessao : public QObject
     Q_OBJECT
 private slots:
     void orderOfTheEnd();
-    void closingThePanelEndsToo();
     void unloadsDuringTheEndReturnAtOnce();
 };
 
@@ -59,9 +51,8 @@ void TstFimDaSessao::orderOfTheEnd()
     gJanelaVrel = filho(u"Vrel"_s);
     gJanelaCalc = filho(u"Calc"_s);
     gJanelaZeto = filho(u"Zeto"_s);
-    child<QCheckBox>(c.painel(), u"chkSelec"_s).click();
-    QTest::mouseClick(&c.principal().bloco(9), Qt::LeftButton);
-    QVERIFY(c.blocos().isVisible());
+    c.clica(u"chkSelec"_s);
+    c.abreMatematica();
     costuras().box = [&](const Caixa &caixa) {
         ordem << caixa.titulo + (c.blocos().isVisible() ? u", fBlocos à vista"_s : u""_s);
         return Resposta::Nao;
@@ -75,28 +66,19 @@ void TstFimDaSessao::orderOfTheEnd()
     QVERIFY(!c.principal().isVisible() && !c.blocos().isVisible() && !c.painel().isVisible());
 }
 
-void TstFimDaSessao::closingThePanelEndsToo()
-{
-    Cenario c;
-    QStringList ordem;
-    endsTheProcess(ordem);
-    QVERIFY_EXCEPTION_THROWN(c.painel().close(), FimDoPrograma);
-    QCOMPARE(ordem, QStringList{u"fim"_s});
-}
-
 void TstFimDaSessao::unloadsDuringTheEndReturnAtOnce()
 {
     Cenario c;
     QStringList ordem;
     endsTheProcess(ordem);
-    child<QCheckBox>(c.painel(), u"chkSelec"_s).click();
+    c.clica(u"chkSelec"_s);
     costuras().box = [&](const Caixa &) { // the user closes both windows while the question stands
         c.principal().close();
         c.painel().close();
         ordem << u"pergunta"_s;
         return Resposta::Sim;
     };
-    QVERIFY_EXCEPTION_THROWN(c.principal().descarrega(), FimDoPrograma);
+    QVERIFY_EXCEPTION_THROWN(c.painel().close(), FimDoPrograma); // the panel takes the main window along
     QCOMPARE(ordem, (QStringList{u"pergunta"_s, u"fim"_s}));
 }
 

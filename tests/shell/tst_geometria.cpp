@@ -19,7 +19,6 @@ private slots:
     void tipPlace();
     void scrolling_data();
     void scrolling();
-    void optionsMoveByTheDifference();
     void blocksOfAMonth_data();
     void blocksOfAMonth();
     void namesOfTheBlocks();
@@ -102,12 +101,6 @@ void TstGeometria::scrolling()
     QFETCH(int, valor);
     const auto novo = corrigeRolagem({15, top, 3015, 210}, anterior, kRolagemInicial, qint16(maximo));
     QCOMPARE(novo ? int(*novo) : -1, valor);
-}
-
-void TstGeometria::optionsMoveByTheDifference()
-{
-    QCOMPARE(topoRolado(5400, 675, 3150), 2925.0);
-    QCOMPARE(topoRolado(-100, 3150, 3020), 30.0);
 }
 
 static ArquivoRec arquivo(qint16 mes, const QString &disciplina)

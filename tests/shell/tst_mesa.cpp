@@ -2,9 +2,6 @@
 #include "platform/endereco.h"
 #include "platform/eventos.h"
 #include "platform/programas.h"
-#include "shell/faux.h"
-#include "shell/fprincip.h"
-#include "support/suporte.h"
 
 #include "cenario.h"
 
