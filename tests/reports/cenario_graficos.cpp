@@ -1,21 +1,17 @@
 #include "cenario_graficos.h"
 
+#include "apoio.h"
 #include "data/bd.h"
 #include "data/cadastros.h"
-#include "data/schema.h"
 #include "platform/codec.h"
 #include "platform/costuras.h"
-#include "reports/estado.h"
-#include "startup/estado.h"
+#include "reports/grade.h"
 #include "startup/quorel_zeto.h"
-#include "support/suporte.h"
 
 #include <QAbstractButton>
 #include <QDir>
-#include <QListWidget>
-#include <QTimer>
-
-#include <sqlite3.h>
+#include <QLineEdit>
+#include <QRegularExpression>
 
 namespace quorel::teste {
 
@@ -27,6 +23,11 @@ static constexpr int kClasse = 10;
 static QString windows(const QString &resto)
 {
     return qEnvironmentVariable("QUOREL_WINDIR") + u'/' + resto;
+}
+
+static void sql(const QString &comando)
+{
+    plainSql(windows(u"Cadastros.mdb"_s), comando);
 }
 
 static void block(const QString &arquivo, const QList<std::pair<int, QString>> &roteiros)
@@ -55,7 +56,7 @@ CenarioGraficos::CenarioGraficos(const QString &aluno)
     reiniciaReports();
     install();
     costuras().now = [] { return QDateTime(kHoje, QTime(12, 0)); };
-    sql(QString::fromUtf8(registerSchema()));
+    makeRegister(windows(u"Cadastros.mdb"_s));
     sql(u"INSERT INTO CL_Classes VALUES (10, '1º ano A', '', ''); INSERT INTO AL_Alunos VALUES (20, '%1')"_s.arg(
         QString(aluno).replace(u'\'', u"''"_s)));
     criaBD();
@@ -74,49 +75,87 @@ CenarioGraficos::~CenarioGraficos()
     reiniciaCosturas();
 }
 
-void CenarioGraficos::sql(const QString &comando)
-{
-    sqlite3 *db = nullptr;
-    char *message = nullptr;
-    if (sqlite3_open(windows(u"Cadastros.mdb"_s).toUtf8().constData(), &db) != SQLITE_OK
-        || sqlite3_exec(db, comando.toUtf8().constData(), nullptr, nullptr, &message) != SQLITE_OK)
-        qFatal("%s", message ? message : "no register");
-    sqlite3_close(db);
-}
-
 void CenarioGraficos::log(const QString &data, int roteiro, const QString &respostas)
 {
     sql(u"INSERT INTO LG_LogAulas (LG_Aluno, LG_Classe, LG_Data, RO_Cod, LG_Resp) VALUES (20, 10, '%1', %2, "
         "'disc<disc>nome<rot>%3')"_s.arg(data, QString::number(roteiro), respostas));
 }
 
-void CenarioGraficos::clicaLinha(int linha)
+void CenarioGraficos::logEmTodas()
 {
-    auto &lista = child<QListWidget>(*mJanela, u"LstDisciplinas"_s);
-    QTest::mouseClick(lista.viewport(), Qt::LeftButton, {}, lista.visualItemRect(lista.item(linha)).center());
+    log(u"2026-03-01 10:00:00"_s, 101, u"A:A:E:"_s);
+    log(u"2026-03-02 10:00:00"_s, 102, u"A:"_s);
+    log(u"2026-03-03 10:00:00"_s, 201, u"E:E:"_s);
+    log(u"2026-03-04 10:00:00"_s, 301, u"A:A:A:A:"_s);
+    log(u"2026-03-05 10:00:00"_s, 401, u"A:E:E:E:"_s);
 }
 
-void CenarioGraficos::clica(const QString &botao)
+QListWidget &CenarioGraficos::lista()
 {
-    child<QAbstractButton>(*mJanela, botao).click();
+    return child<QListWidget>(*mJanela, u"LstDisciplinas"_s);
+}
+
+CrtGrafico &CenarioGraficos::grafico()
+{
+    return child<CrtGrafico>(*mJanela, u"CrtGrafico"_s);
+}
+
+void CenarioGraficos::clicaLinha(int linha, Qt::KeyboardModifier tecla)
+{
+    QTest::mouseClick(lista().viewport(), Qt::LeftButton, tecla, lista().visualItemRect(lista().item(linha)).center());
+}
+
+QStringList CenarioGraficos::planilha()
+{
+    QStringList linhas;
+    for (const LinhaPlanilha &linha : child<GrdRot>(*mJanela, u"GrdRot"_s).linhas())
+        linhas << QStringList(linha.begin(), linha.end()).join(u'|');
+    return linhas;
+}
+
+void CenarioGraficos::faz(const QString &passos)
+{
+    static const QRegularExpression forma(u"^([^=?]+)([=?]?)(.*)$"_s);
+    for (const QString &passo : passos.split(u"; "_s, Qt::SkipEmptyParts)) {
+        const auto partes = forma.match(passo);
+        const QString nome = partes.captured(1);
+        const QString texto = partes.captured(3);
+        if (partes.captured(2) == u"?"_s) {
+            QVERIFY2(mostra(nome) == texto, qPrintable(passo + u" is "_s + mostra(nome)));
+        } else if (nome == u"linha"_s) {
+            clicaLinha(texto.toInt());
+        } else if (partes.captured(2) == u"="_s) {
+            auto &caixa = child<QLineEdit>(*mJanela, nome);
+            caixa.clear();
+            caixa.setCursorPosition(0);
+            QTest::keyClicks(&caixa, texto);
+        } else {
+            child<QAbstractButton>(*mJanela, nome).click();
+        }
+    }
+}
+
+QString CenarioGraficos::mostra(const QString &nome)
+{
+    if (nome == u"figuras"_s)
+        return grafico().accessibleDescription();
+    if (nome == u"linhas"_s)
+        return QString::number(planilha().size());
+    if (nome.startsWith(u"Msk"_s))
+        return child<QLineEdit>(*mJanela, nome).displayText();
+    return child<QWidget>(*mJanela, nome).isVisible() ? u"sim"_s : u"não"_s;
+}
+
+void CenarioGraficos::fazOutra()
+{
+    mJanela = std::make_unique<FGraficos>(mAtiva);
 }
 
 void CenarioGraficos::mostraEFaz(const std::function<void()> &acao)
 {
-    QTimer timer; // the load runs events too, before the window is there
-    QObject::connect(&timer, &QTimer::timeout, &timer, [&] {
-        if (mJanela->isVisible()) {
-            timer.stop();
-            acao();
-        }
-    });
-    timer.start(1);
+    const NextWindow<FGraficos> next([&acao](FGraficos &) { acao(); });
     mJanela->mostraModal();
-}
-
-QString CenarioGraficos::figuras() const
-{
-    return child<QWidget>(*mJanela, u"CrtGrafico"_s).accessibleDescription();
+    QVERIFY(next.came());
 }
 
 } // namespace quorel::teste

@@ -1,9 +1,14 @@
 #pragma once
 
+#include "reports/estado.h"
 #include "reports/fgraficos.h"
+#include "reports/grafico.h"
+#include "startup/estado.h"
+#include "support/suporte.h"
 #include "visual/janela_ativa.h"
 
 #include <QDate>
+#include <QListWidget>
 #include <QString>
 
 #include <functional>
@@ -25,13 +30,24 @@ public:
 
     /// Adds a row to the log of the current pupil. @param data  "yyyy-MM-dd HH:mm:ss"
     void log(const QString &data, int roteiro, const QString &respostas);
-    void sql(const QString &comando);
+    void logEmTodas(); ///< right and wrong: Ciências 3 and 1 in two rows, Matemática 0 and 2, Português 4 and 0,
+                       ///< Desenv. 1 and 3
 
     FGraficos &janela() { return *mJanela; }
-    void clicaLinha(int linha); ///< of LstDisciplinas, from 0
-    void clica(const QString &botao);
+    QListWidget &lista();
+    CrtGrafico &grafico();
+    QStringList planilha(); ///< the rows of the sheet, header first, their cells joined by "|"
+
+    /// Steps of a teacher, "; " between them: "linha=0" clicks a line of LstDisciplinas, "MskX=010326" types into a box
+    /// that is emptied first, "X?text" fails the test unless X shows the text (see mostra), another name clicks.
+    void faz(const QString &passos);
+
+    /// What a box of a date shows. By other names: "figuras", the chart as a screen reader hears it; "linhas", how many
+    /// rows the sheet has; of any other control "sim" when it is visible, else "não".
+    QString mostra(const QString &nome);
+    void clicaLinha(int linha, Qt::KeyboardModifier tecla = Qt::NoModifier); ///< of LstDisciplinas, from 0
     void mostraEFaz(const std::function<void()> &acao); ///< shows it modally; the action has to hide it
-    QString figuras() const; ///< of the chart, as a screen reader hears them
+    void fazOutra(); ///< makes the window anew, as after it was closed by its frame
 
 private:
     JanelaAtiva mAtiva;

@@ -1,6 +1,8 @@
 #pragma once
 
 #include <QByteArray>
+#include <QColor>
+#include <QImage>
 
 namespace quorel::teste {
 
@@ -14,6 +16,16 @@ inline QByteArray sheetPage(int rows)
             + "\r\n</TD>\r\n<TD ALIGN=CENTER>\r\n12\r\n</TD>\r\n<TD ALIGN=CENTER>\r\n3\r\n</TD>"
               "\r\n</TR>\r\n<TR>\r\n";
     return page + "</TR>\r\n</TABLE>\r\n</BODY></HTML>";
+}
+
+/// How many pixels of a picture have a colour.
+inline int pixelsOf(const QImage &image, const QColor &colour)
+{
+    int n = 0;
+    for (int y = 0; y < image.height(); ++y)
+        for (int x = 0; x < image.width(); ++x)
+            n += image.pixelColor(x, y) == colour;
+    return n;
 }
 
 } // namespace quorel::teste

@@ -36,13 +36,4 @@ LeituraLiteral leituraLiteral(const QString &texto)
     return leitura;
 }
 
-QString procuraLiteral(const QString &indice, qint32 codigo)
-{
-    const QString key = kLineEnd + QString::number(codigo) + u'\t';
-    if (!indice.contains(key))
-        return {};
-    const QString name = gTexto.TextoAntes(gTexto.TextoDepois(indice, key), kLineEnd, true);
-    return name.isNull() ? u""_s : name;
-}
-
 } // namespace quorel::teste

@@ -14,7 +14,4 @@ struct LeituraLiteral
 };
 LeituraLiteral leituraLiteral(const QString &texto);
 
-/// The name of a code in an index string, looked for in the string; a null text when the code isn't there.
-QString procuraLiteral(const QString &indice, qint32 codigo);
-
 } // namespace quorel::teste

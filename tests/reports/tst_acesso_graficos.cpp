@@ -1,18 +1,12 @@
 #include "cenario_graficos.h"
 
-#include "support/suporte.h"
+#include "support/acesso.h"
 
 #include <QAccessible>
 #include <QApplication>
-#include <QCheckBox>
 #include <QHeaderView>
-#include <QLabel>
 #include <QLineEdit>
-#include <QListWidget>
-#include <QPushButton>
 #include <QTableView>
-
-#include <set>
 
 using namespace quorel;
 using namespace quorel::teste;
@@ -35,81 +29,48 @@ void TstAcessoGraficos::everyControlHasAName()
 {
     CenarioGraficos c;
     c.janela().mostra();
-    for (QWidget *controle : c.janela().findChildren<QWidget *>()) {
-        if (controle->objectName().isEmpty() || controle->objectName().startsWith(u"qt_"_s))
-            continue;
-        const QAccessibleInterface *interface = QAccessible::queryAccessibleInterface(controle);
-        QVERIFY2(interface && !interface->text(QAccessible::Name).isEmpty(), qPrintable(controle->objectName()));
-    }
-    auto &lista = child<QListWidget>(c.janela(), u"LstDisciplinas"_s);
-    QAccessibleInterface *line = QAccessible::queryAccessibleInterface(&lista)->child(3);
+    todosTemNome(c.janela());
+    QCOMPARE(QAccessible::queryAccessibleInterface(&c.grafico())->role(), QAccessible::Chart);
+    QAccessibleInterface *line = QAccessible::queryAccessibleInterface(&c.lista())->child(3);
     QCOMPARE(line->text(QAccessible::Name), u"Desenv. Sensorio Motor"_s); // without tabs and number
-}
-
-static std::set<QString> reached()
-{
-    std::set<QString> names;
-    for (int i = 0; i < 40; ++i) {
-        QWidget *focus = QApplication::focusWidget();
-        if (!focus)
-            break;
-        names.insert(focus->objectName());
-        QTest::keyClick(focus, Qt::Key_Tab);
-    }
-    return names;
 }
 
 void TstAcessoGraficos::tabReachesWhatShows_data()
 {
-    using Names = std::set<QString>;
-    QTest::addColumn<QStringList>("clicks");
-    QTest::addColumn<Names>("expected");
-    const Names always{u"MskDataInicial"_s, u"MskDataFinal"_s, u"LstDisciplinas"_s, u"ChkDisciplinas"_s,
-        u"CmdGrafPlan(0)"_s, u"CmdGrafPlan(1)"_s, u"CmdImprime"_s, u"CmdFecha"_s};
-    const auto with = [&always](const QString &nome) {
-        Names names = always;
-        names.insert(nome);
-        return names;
-    };
-    QTest::newRow("filter alone") << QStringList{} << always;
-    QTest::newRow("chart") << QStringList{u"ChkDisciplinas"_s} << with(u"CrtGrafico"_s);
-    QTest::newRow("sheet") << QStringList{u"ChkDisciplinas"_s, u"CmdGrafPlan(1)"_s} << with(u"GrdRot"_s);
-    QTest::newRow("chart over the sheet") << QStringList{u"ChkDisciplinas"_s, u"CmdGrafPlan(1)"_s, u"ChkDisciplinas"_s,
-        u"ChkDisciplinas"_s} << with(u"CrtGrafico"_s);
-    QTest::newRow("preview") << QStringList{u"ChkDisciplinas"_s, u"CmdImprime"_s}
-                             << Names{u"WWW"_s, u"CmdImprime"_s, u"CmdFecha"_s};
+    QTest::addColumn<QString>("passos");
+    QTest::addColumn<QString>("expected"); // in alphabetical order
+    const QString filter = u"ChkDisciplinas CmdFecha CmdGrafPlan(0) CmdGrafPlan(1) CmdImprime %1LstDisciplinas"
+                           " MskDataFinal MskDataInicial"_s;
+    QTest::newRow("filter alone") << QString() << filter.arg(QString());
+    QTest::newRow("chart") << u"ChkDisciplinas"_s << filter.arg(u"CrtGrafico "_s);
+    QTest::newRow("sheet") << u"ChkDisciplinas; CmdGrafPlan(1)"_s << filter.arg(u"GrdRot "_s);
+    QTest::newRow("chart over the sheet")
+        << u"ChkDisciplinas; CmdGrafPlan(1); ChkDisciplinas; ChkDisciplinas"_s << filter.arg(u"CrtGrafico "_s);
+    QTest::newRow("preview") << u"ChkDisciplinas; CmdImprime"_s << u"CmdFecha CmdImprime WWW"_s;
 }
 
 void TstAcessoGraficos::tabReachesWhatShows()
 {
-    QFETCH(QStringList, clicks);
-    QFETCH(std::set<QString>, expected);
+    QFETCH(QString, passos);
+    QFETCH(QString, expected);
     CenarioGraficos c;
-    c.log(u"2026-03-10 09:00:00"_s, 101, u"A:E:"_s);
     c.janela().mostra();
-    QVERIFY(QTest::qWaitForWindowActive(&c.janela()));
-    for (const QString &botao : clicks)
-        c.clica(botao);
+    c.faz(passos);
     child<QWidget>(c.janela(), u"CmdFecha"_s).setFocus();
-    QCOMPARE(reached(), expected);
+    QStringList names = voltaDoTab(c.janela());
+    names.sort();
+    QCOMPARE(names.join(u' '), expected);
 }
 
 void TstAcessoGraficos::textsFitTheirControls()
 {
     CenarioGraficos c;
-    c.log(u"2026-03-10 09:00:00"_s, 101, u"A:E:"_s);
+    c.logEmTodas();
     c.janela().mostra();
     c.clicaLinha(0);
-    const auto fits = [](const QWidget &w, const QString &text, int room) {
-        return w.fontMetrics().horizontalAdvance(text) <= room;
-    };
-    for (const auto *label : c.janela().findChildren<QLabel *>()) {
-        QVERIFY2(fits(*label, label->text(), label->width()), qPrintable(label->text()));
-        QVERIFY2(label->fontMetrics().height() <= label->height(), qPrintable(label->text()));
-    }
-    const auto &lista = child<QListWidget>(c.janela(), u"LstDisciplinas"_s);
-    QVERIFY(lista.visualItemRect(lista.item(3)).bottom() <= lista.viewport()->height());
-    QVERIFY(fits(lista, u"Desenv. Sensorio Motor"_s, lista.viewport()->width() - 8));
+    textosCabem(c.janela());
+    QVERIFY(c.lista().visualItemRect(c.lista().item(3)).bottom() <= c.lista().viewport()->height());
+    cabe(*c.lista().viewport(), u"Desenv. Sensorio Motor"_s, 8);
     const auto &grade = child<QTableView>(c.janela(), u"GrdRot"_s);
     int widths = 0;
     for (int column = 0; column < 4; ++column) {
@@ -118,27 +79,21 @@ void TstAcessoGraficos::textsFitTheirControls()
         widths += grade.columnWidth(column);
     }
     QVERIFY(widths <= grade.viewport()->width());
-    QVERIFY(fits(grade, u"20/03/26 12:00:00"_s, grade.columnWidth(0) - 8));
-    for (const QString &nome : {u"MskDataInicial"_s, u"MskDataFinal"_s}) {
-        const auto &box = child<QLineEdit>(c.janela(), nome);
-        QVERIFY(fits(box, u"00/00/00"_s, box.width() - 12));
-    }
+    QVERIFY(grade.fontMetrics().horizontalAdvance(u"20/03/26 12:00:00"_s) <= grade.columnWidth(0) - 8);
+    for (const QString &nome : {u"MskDataInicial"_s, u"MskDataFinal"_s})
+        cabe(child<QLineEdit>(c.janela(), nome), u"00/00/00"_s, 12);
 }
 
 void TstAcessoGraficos::pagesOfTheWindowAreDrawnOnADarkDesktopToo()
 {
     QApplication::setPalette(QPalette(Qt::white, Qt::black));
     CenarioGraficos c;
-    c.log(u"2026-03-10 09:00:00"_s, 101, u"A:E:"_s);
     c.janela().mostra();
-    c.clicaLinha(0);
-    c.clica(u"CmdGrafPlan(1)"_s);
-    const QWidget &grade = child<QWidget>(c.janela(), u"GrdRot"_s);
-    QVERIFY(grade.palette().color(QPalette::Base).lightness() > 200);
-    QVERIFY(grade.palette().color(QPalette::Text).lightness() < 80);
-    c.clica(u"CmdImprime"_s);
-    const QWidget &www = child<QWidget>(c.janela(), u"WWW"_s);
-    QVERIFY(www.palette().color(QPalette::Text).lightness() < 80);
+    c.faz(u"linha=0; CmdGrafPlan(1); CmdImprime"_s);
+    const QPalette grade = child<QWidget>(c.janela(), u"GrdRot"_s).palette();
+    QVERIFY(grade.color(QPalette::Base).lightness() > 200);
+    QVERIFY(grade.color(QPalette::Text).lightness() < 80);
+    QVERIFY(child<QWidget>(c.janela(), u"WWW"_s).palette().color(QPalette::Text).lightness() < 80);
     QApplication::setPalette(QPalette());
 }
 

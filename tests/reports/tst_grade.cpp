@@ -15,10 +15,7 @@ private slots:
     void howARowLooks_data();
     void howARowLooks();
     void atFirstItHasItsFixedRowAlone();
-    void aNewSheetForgetsTheTitlesOfTheOld();
 };
-
-static const LinhaPlanilha kHeader{u"Data"_s, u"Nome do Roteiro"_s, u"Acertos"_s, u"Erros"_s};
 
 void TstGrade::howARowLooks_data()
 {
@@ -26,14 +23,14 @@ void TstGrade::howARowLooks_data()
     QTest::addColumn<int>("wide"); // columns that the first cell covers
     QTest::addColumn<bool>("bold");
     QTest::addColumn<QString>("tip"); // of the name
-    QTest::newRow("title") << LinhaPlanilha{u"Desenv. Sensorio Motor"_s, {}, {}, {}} << 4 << true << QString();
-    QTest::newRow("a run") << LinhaPlanilha{u"01/03/26 10:00:00"_s, u"Rimas <b>"_s, u"2"_s, u"1"_s} << 1 << false
-                           << u"<qt>Rimas &lt;b&gt;</qt>"_s;
-    QTest::newRow("a roteiro without a name shows its figures all the same")
-        << LinhaPlanilha{u"01/03/26"_s, {}, u"2"_s, u"1"_s} << 1 << false << QString();
-    QTest::newRow("total") << LinhaPlanilha{QString(), u"*** TOTAL ***"_s, u"2"_s, u"1"_s} << 1 << true
-                           << u"<qt>*** TOTAL ***</qt>"_s;
-    QTest::newRow("empty row") << LinhaPlanilha{} << 1 << false << QString();
+    const auto add = [](const char *name, const LinhaPlanilha &linha, int wide, bool bold, const QString &tip = {}) {
+        QTest::newRow(name) << linha << wide << bold << tip;
+    };
+    add("title", {"Desenv. Sensorio Motor"}, 4, true);
+    add("a run", {"01/03/26 10:00:00", "Rimas <b>", "2", "1"}, 1, false, "<qt>Rimas &lt;b&gt;</qt>");
+    add("a roteiro without a name shows its figures all the same", {"01/03/26", {}, "2", "1"}, 1, false);
+    add("total", {QString(), "*** TOTAL ***", "2", "1"}, 1, true, "<qt>*** TOTAL ***</qt>");
+    add("empty row", {}, 1, false);
 }
 
 void TstGrade::howARowLooks()
@@ -43,8 +40,11 @@ void TstGrade::howARowLooks()
     QFETCH(bool, bold);
     QFETCH(QString, tip);
     GrdRot grade(nullptr);
-    grade.setLinhas({kHeader, linha});
+    const LinhaPlanilha header{u"Data"_s, u"Nome do Roteiro"_s, u"Acertos"_s, u"Erros"_s};
+    grade.setLinhas({header, {u"Ciências"_s, {}, {}, {}}}); // a title that the new sheet forgets
+    grade.setLinhas({header, linha});
     const QAbstractItemModel &modelo = *grade.model();
+    QCOMPARE(modelo.headerData(3, Qt::Horizontal).toString(), u"Erros"_s);
     QCOMPARE(grade.columnSpan(0, 0), wide);
     for (int column = 0; column < modelo.columnCount(); ++column) {
         const QModelIndex cell = modelo.index(0, column);
@@ -60,14 +60,6 @@ void TstGrade::atFirstItHasItsFixedRowAlone()
     QCOMPARE(grade.linhas(), std::vector<LinhaPlanilha>(1));
     QCOMPARE(grade.model()->rowCount(), 0); // the fixed row is the header
     QCOMPARE(grade.model()->headerData(1, Qt::Horizontal).toString(), QString());
-}
-
-void TstGrade::aNewSheetForgetsTheTitlesOfTheOld()
-{
-    GrdRot grade(nullptr);
-    grade.setLinhas({kHeader, {u"Ciências"_s, {}, {}, {}}});
-    grade.setLinhas({kHeader, {u"01/03/26"_s, u"Rimas"_s, u"2"_s, u"1"_s}});
-    QCOMPARE(grade.columnSpan(0, 0), 1);
 }
 
 QTEST_MAIN(TstGrade)

@@ -29,7 +29,6 @@ private slots:
     void theSheetsPage();
     void theChartsPage();
     void missingNames();
-    void headerAlone();
     void cells_data();
     void cells();
     void whereThePageIsWritten();
@@ -142,33 +141,27 @@ static QString tableOf(const std::vector<LinhaPlanilha> &linhas)
     return page.chopped(end.size()).sliced(heading.size() - end.size());
 }
 
-void TstPaginas::headerAlone()
-{
-    QCOMPARE(tableOf({{u"Data"_s, u"Nome do Roteiro"_s, u"Acertos"_s, u"Erros"_s}}),
-        u"<TD ALIGN=LEFT WIDTH=18>\r\nData\r\n</TD>\r\n<TD ALIGN=LEFT WIDTH=400>\r\nNome do Roteiro\r\n</TD>\r\n"
-        "<TD ALIGN=CENTER>\r\nAcertos\r\n</TD>\r\n<TD ALIGN=CENTER>\r\nErros\r\n</TD>\r\n</TR>\r\n<TR>\r\n"_s);
-}
-
 void TstPaginas::cells_data()
 {
     QTest::addColumn<LinhaPlanilha>("linha");
     QTest::addColumn<QString>("expected");
+    const auto add = [](const char *name, const LinhaPlanilha &linha, const QString &expected) {
+        QTest::newRow(name) << linha << expected;
+    };
     const QString opened = u"<TD ALIGN=LEFT WIDTH=18>\r\n"_s;
+    const QString name = u"<TD ALIGN=LEFT WIDTH=400>\r\n%1\r\n</TD>\r\n"_s;
+    const QString count = u"<TD ALIGN=CENTER>\r\n%1\r\n</TD>\r\n"_s;
+    const QString end = u"</TD>\r\n"_s;
     const QString rowEnd = u"</TR>\r\n<TR>\r\n"_s;
-    QTest::newRow("an empty row: its last cell opens") << LinhaPlanilha{} << opened + rowEnd;
-    QTest::newRow("a row that a failure cut off: a cell before an empty one is nothing")
-        << LinhaPlanilha{u"01/03/26 10:00:00"_s, {}, {}, {}} << opened + u"01/03/26\r\n</TD>\r\n"_s + opened + rowEnd;
-    QTest::newRow("five equals signs are an empty cell, and in the last place end no row")
-        << LinhaPlanilha{u"====="_s, u"x TOTALIZA"_s, u"====="_s, u"====="_s}
-        << opened + u"<TD ALIGN=LEFT WIDTH=400>\r\nx TOTALIZA\r\n</TD>\r\n"_s + opened;
-    QTest::newRow("total in small letters is none") << LinhaPlanilha{QString(), u"Total"_s, {},
-        u"1"_s} << u"<TD ALIGN=LEFT WIDTH=400>\r\nTotal\r\n</TD>\r\n<TD ALIGN=CENTER>\r\n1\r\n</TD>\r\n"_s + rowEnd;
-    QTest::newRow("only the first column is cut at a blank; tags pass")
-        << LinhaPlanilha{u"a b"_s, u"c d<img src=x>"_s, u"1 2"_s, u"&"_s}
-        << opened
-            + u"a\r\n</TD>\r\n<TD ALIGN=LEFT WIDTH=400>\r\nc d<img src=x>\r\n</TD>\r\n<TD ALIGN=CENTER>\r\n1 2\r\n"
-              "</TD>\r\n<TD ALIGN=CENTER>\r\n&\r\n</TD>\r\n"_s
-            + rowEnd;
+    add("an empty row: its last cell opens", {}, opened + rowEnd);
+    add("a row that a failure cut off: a cell before an empty one is nothing", {"01/03/26 10:00:00"},
+        opened + "01/03/26\r\n" + end + opened + rowEnd);
+    add("five equals signs are an empty cell, and in the last place end no row",
+        {"=====", "x TOTALIZA", "=====", "====="}, opened + name.arg("x TOTALIZA") + opened);
+    add("total in small letters is none", {QString(), "Total", QString(), "1"},
+        name.arg("Total") + count.arg("1") + rowEnd);
+    add("only the first column is cut at a blank; tags pass", {"a b", "c d<img src=x>", "1 2", "&"},
+        opened + "a\r\n" + end + name.arg("c d<img src=x>") + count.arg("1 2") + count.arg("&") + rowEnd);
 }
 
 void TstPaginas::cells()
