@@ -187,43 +187,7 @@ void leLog(RecordSet &set, Separacao &separacao)
     }
 }
 
-Planilha soCabecalho()
-{
-    return {{{u"Data"_s, u"Nome do Roteiro"_s, u"Acertos"_s, u"Erros"_s}}, {}, false};
-}
-
-/// The sheet of what was put into lists.
-Planilha planilhaDe(const ListasPorDisciplina &listas, const EscolhaDisciplinas &escolha)
-{
-    Planilha planilha = soCabecalho();
-    try {
-        preenche(listas, escolha, planilha);
-        planilha.completa = true;
-    } catch (const ErroExecucao &) { // completa tells it
-    }
-    return planilha;
-}
-
-Planilha semLinhas()
-{
-    Planilha planilha = soCabecalho(); // not even a total is shown
-    planilha.completa = true;
-    return planilha;
-}
-
 } // namespace
-
-Planilha contaMarcas(const std::vector<LinhaLog> &log, const EscolhaDisciplinas &escolha)
-{
-    if (log.empty())
-        return semLinhas();
-    Separacao separacao;
-    for (const LinhaLog &linha : log) {
-        if (const auto roteiro = separacao.roteiro(linha.codigo))
-            separacao.add(*roteiro, linha.respostas, linha.data);
-    }
-    return planilhaDe(separacao.listas(), escolha);
-}
 
 std::optional<Planilha> montaPlanilha(const EscolhaDisciplinas &escolha)
 {
@@ -233,15 +197,17 @@ std::optional<Planilha> montaPlanilha(const EscolhaDisciplinas &escolha)
     } catch (const ErroExecucao &) {
         return std::nullopt;
     }
+    Planilha planilha{{{u"Data"_s, u"Nome do Roteiro"_s, u"Acertos"_s, u"Erros"_s}}, {}, false};
     try {
-        if (gBD->NumeroTotalDeRegistros(kLogAulas) <= 0)
-            return semLinhas();
-        Separacao separacao;
-        leLog(*gBD->GetRecordSet(kLogAulas), separacao);
-        return planilhaDe(separacao.listas(), escolha);
-    } catch (const ErroExecucao &) { // of the record set: the sheet is already cleared
-        return soCabecalho();
+        if (gBD->NumeroTotalDeRegistros(kLogAulas) > 0) { // else not even a total is shown
+            Separacao separacao;
+            leLog(*gBD->GetRecordSet(kLogAulas), separacao);
+            preenche(separacao.listas(), escolha, planilha);
+        }
+        planilha.completa = true;
+    } catch (const ErroExecucao &) { // completa tells it
     }
+    return planilha;
 }
 
 } // namespace quorel

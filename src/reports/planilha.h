@@ -41,21 +41,11 @@ struct EscolhaDisciplinas
     QString linha; ///< the chosen line of LstDisciplinas, its name before the first tab; not looked at with todas
 };
 
-/// A row of the log.
-struct LinhaLog
-{
-    qint32 codigo = 0; ///< of the Roteiro
-    QString respostas; ///< LG_Resp; its answers stand behind the first "<rot>"
-    QString data; ///< as the sheet shows it
-};
-
-/// The figures of log rows, in the order of these, by the index as it stands. Rows without a code, or of a Roteiro that
-/// the index doesn't know, add nothing. A number past 32767, or a name with a tab where a number is then looked for,
-/// ends it (see completa).
-Planilha contaMarcas(const std::vector<LinhaLog> &log, const EscolhaDisciplinas &escolha);
-
-/// The sheet of the log rows that gBD holds under "rsLogAulas", which end behind the last one. Builds the index of the
-/// block files first when gBlocosArq has its empty element alone.
+/// The sheet of the log rows that gBD holds under "rsLogAulas", from the current one on, in their order; the set ends
+/// behind the last one. A row's answers stand behind the first "<rot>" of its LG_Resp. Rows without a code, or of a
+/// Roteiro that the index doesn't know, add nothing. A number past 32767, or a name with a tab where a number is then
+/// looked for, ends the sheet (see completa). Builds the index of the block files first when gBlocosArq has its empty
+/// element alone.
 /// @return nothing when building the index failed: the sheet on view is then left as it is. Never throws
 std::optional<Planilha> montaPlanilha(const EscolhaDisciplinas &escolha);
 
