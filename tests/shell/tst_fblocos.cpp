@@ -26,11 +26,8 @@ class TstFBlocos : public QObject
 private slots:
     void picturesOfTheDiscipline();
     void whatIsNotThereIsAFailure();
-    void clickRunsTheRoteiro();
-    void listDecidesWhatRuns_data();
-    void listDecidesWhatRuns();
+    void clickRunsTheRoteiroIfTheListHasIt();
     void selectionWinsOverCopying();
-    void pictureWithoutRoteiro();
     void copyingAsksAndUnticks();
     void fiveReloads();
     void closingHidesAndKeepsTheTimer();
@@ -39,11 +36,6 @@ private slots:
     void monthClickInTheMiddleOfAnOpening();
     void tipIsTheTagAtThePicture();
 };
-
-static Caixa doSelecionador(const QString &texto)
-{
-    return {texto, u"Selecionador de Roteiros"_s, Icone::Informacao};
-}
 
 void TstFBlocos::picturesOfTheDiscipline()
 {
@@ -70,7 +62,7 @@ void TstFBlocos::whatIsNotThereIsAFailure()
     QVERIFY(!c.blocos().isVisible());
 }
 
-void TstFBlocos::clickRunsTheRoteiro()
+void TstFBlocos::clickRunsTheRoteiroIfTheListHasIt()
 {
     Cenario c(2, {u"exe/Zeto.exe"_s});
     QStringList started;
@@ -79,68 +71,39 @@ void TstFBlocos::clickRunsTheRoteiro()
         return false;
     };
     c.abreMatematica();
+    gRotSelec = u"12610\r\n"_s;
+    BoxScript boxes{Resposta::Ok};
+    c.clica(u"ImgBotao(3)"_s);
+    QCOMPARE(boxes.last().texto, u"Roteiro não autorizado"_s);
+    QVERIFY(gEmRoteiro); // a refusal sets it too
+    QCOMPARE(gCodRoteiro, 0);
+    QVERIFY(started.isEmpty());
     QTest::keyClick(&c.blocos().botao(2), Qt::Key_Space);
     QCOMPARE(started, QStringList{u"Zeto.exe"_s});
     QCOMPARE(gRotAtual, qint16(2));
     QCOMPARE(gAulaAtual, qint16(1));
     QCOMPARE(gCodRoteiro, 12610);
     QCOMPARE(gNomeRoteiro, u"Roteiro 2"_s);
-    QVERIFY(gEmRoteiro);
 }
 
-void TstFBlocos::listDecidesWhatRuns_data()
-{
-    QTest::addColumn<QString>("lista");
-    QTest::addColumn<bool>("roda");
-    QTest::newRow("no list") << "" << true;
-    QTest::newRow("listed") << "261\r\n" << true;
-    QTest::newRow("part of a longer code passes") << "12610\r\n" << true;
-    QTest::newRow("not listed") << "31\r\n" << false;
-    QTest::newRow("a blank line is a list") << "\r\n" << false;
-}
-
-void TstFBlocos::listDecidesWhatRuns()
-{
-    QFETCH(QString, lista);
-    QFETCH(bool, roda);
-    Cenario c;
-    gRotSelec = lista;
-    c.abreMatematica();
-    BoxScript boxes(roda ? std::initializer_list<Resposta>{} : std::initializer_list<Resposta>{Resposta::Ok});
-    c.clica(u"ImgBotao(1)"_s);
-    QCOMPARE(gCodRoteiro, roda ? 261 : 0);
-    QVERIFY(gEmRoteiro); // a refusal sets it too
-    if (!roda)
-        QCOMPARE(boxes.last(), doSelecionador(u"Roteiro não autorizado"_s));
-}
-
+// The last picture stands there though a newer reading has no such roteiro: each step that fails is passed over alone.
 void TstFBlocos::selectionWinsOverCopying()
 {
     Cenario c;
     c.clica(u"chkSelec"_s);
     c.clica(u"ChkFig"_s);
     c.abreMatematica();
-    BoxScript boxes{Resposta::Ok, Resposta::Ok};
-    c.clica(u"ImgBotao(1)"_s);
-    c.clica(u"ImgBotao(1)"_s);
-    QCOMPARE(boxes.last(), doSelecionador(u"Roteiro Incluído"_s));
+    BoxScript boxes{Resposta::Ok, Resposta::Ok, Resposta::Ok, Resposta::Ok};
+    for (const QString &figura : {u"ImgBotao(1)"_s, u"ImgBotao(1)"_s, u"ImgBotao(9)"_s}) {
+        c.clica(figura);
+        QCOMPARE(boxes.last().texto, u"Roteiro Incluído"_s);
+    }
     QCOMPARE(gRotSelec, u"261\r\n261\r\n"_s); // the same one twice is listed twice
     QCOMPARE(gRotAtual, qint16(0));
     QVERIFY(c.painel().copiaFiguras());
-}
-
-// A picture that stands there though a newer reading has no such roteiro: each step that fails is passed over alone.
-void TstFBlocos::pictureWithoutRoteiro()
-{
-    Cenario c;
-    c.abreMatematica();
-    gSelecionando = true;
-    gRotSelec = u"10\r\n"_s;
-    BoxScript boxes{Resposta::Ok, Resposta::Ok};
-    c.clica(u"ImgBotao(9)"_s);
-    QCOMPARE(boxes.last().texto, u"Roteiro Incluído"_s);
-    QCOMPARE(gRotSelec, u"10\r\n"_s);
     gSelecionando = false;
+    c.clica(u"ChkFig"_s);
+    gRotSelec = u"10\r\n"_s;
     c.clica(u"ImgBotao(9)"_s);
     QCOMPARE(boxes.last().texto, u"Roteiro não autorizado"_s); // nothing of it is in the list, not even a 0
 }

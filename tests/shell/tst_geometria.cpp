@@ -19,7 +19,6 @@ private slots:
     void tipPlace();
     void scrolling_data();
     void scrolling();
-    void blocksOfAMonth_data();
     void blocksOfAMonth();
     void namesOfTheBlocks();
 };
@@ -103,44 +102,32 @@ void TstGeometria::scrolling()
     QCOMPARE(novo ? int(*novo) : -1, valor);
 }
 
-static ArquivoRec arquivo(qint16 mes, const QString &disciplina)
+/// The blocks that a month has in a catalogue, as "block:index ".
+static QString blocksOf(const Vetor<ArquivoRec> &catalogo, int mes)
 {
-    ArquivoRec rec;
-    rec.Mes = mes;
-    rec.Disciplina = disciplina;
-    return rec;
-}
-
-void TstGeometria::blocksOfAMonth_data()
-{
-    QTest::addColumn<QList<ArquivoRec>>("arquivos");
-    QTest::addColumn<int>("mes");
-    QTest::addColumn<QString>("blocos"); // block:index, in ascending order
-    const QList<ArquivoRec> ano{arquivo(1, u"Matemática"_s), arquivo(1, u"Português"_s), arquivo(2, u"Ciências"_s),
-        arquivo(1, u"MATEMÁTICA"_s), arquivo(1, QString()), arquivo(1, u"Culinária"_s)};
-    QTest::newRow("a later file of the same discipline wins, case ignored") << ano << 1 << u"9:3 10:1 "_s;
-    QTest::newRow("another month") << ano << 2 << u"2:2 "_s;
-    QTest::newRow("a month without files") << ano << 3 << QString();
-    QTest::newRow("a catalogue never built") << QList<ArquivoRec>{} << 1 << QString();
-}
-
-void TstGeometria::blocksOfAMonth()
-{
-    QFETCH(QList<ArquivoRec>, arquivos);
-    QFETCH(int, mes);
-    QFETCH(QString, blocos);
-    Vetor<ArquivoRec> catalogo;
-    if (!arquivos.isEmpty())
-        catalogo.dimension(int(arquivos.size()) - 1);
-    for (int i = 0; i < int(arquivos.size()); ++i)
-        catalogo.edit(i) = arquivos[i];
     const BlocosDoMes visiveis = blocosDoMes(catalogo, mes);
     QString found;
     for (int bloco = 1; bloco <= kNumBlocos; ++bloco) {
         if (visiveis[std::size_t(bloco)] >= 0)
             found += u"%1:%2 "_s.arg(bloco).arg(visiveis[std::size_t(bloco)]);
     }
-    QCOMPARE(found, blocos);
+    return found;
+}
+
+void TstGeometria::blocksOfAMonth()
+{
+    Vetor<ArquivoRec> catalogo;
+    QCOMPARE(blocksOf(catalogo, 1), QString()); // never built
+    const std::vector<std::pair<qint16, QString>> ano{{1, u"Matemática"_s}, {1, u"Português"_s}, {2, u"Ciências"_s},
+        {1, u"MATEMÁTICA"_s}, {1, {}}, {1, u"Culinária"_s}};
+    catalogo.dimension(int(ano.size()) - 1);
+    for (std::size_t i = 0; i < ano.size(); ++i) {
+        catalogo.edit(int(i)).Mes = ano[i].first;
+        catalogo.edit(int(i)).Disciplina = ano[i].second;
+    }
+    QCOMPARE(blocksOf(catalogo, 1), u"9:3 10:1 "_s); // the later of one discipline, case ignored
+    QCOMPARE(blocksOf(catalogo, 2), u"2:2 "_s);
+    QCOMPARE(blocksOf(catalogo, 3), QString());
 }
 
 void TstGeometria::namesOfTheBlocks()
