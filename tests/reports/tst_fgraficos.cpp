@@ -31,8 +31,7 @@ private slots:
     void aBlockAddedMeanwhileIsSeenAtTheNextLoad();
     void aFailureLeavesTheChartHidden();
     void chartTurnsOver();
-    void hiddenItKeepsThePupilItWasOpenedFor();
-    void closingByTheFrameUnloads();
+    void hiddenItStaysLoadedUntilItIsClosed();
     void finishedRoteirosAreAskedOfTheUnconnectedBank();
 };
 
@@ -235,7 +234,7 @@ void TstFGraficos::chartTurnsOver()
     QCOMPARE(chart.chartType(), 1);
 }
 
-void TstFGraficos::hiddenItKeepsThePupilItWasOpenedFor()
+void TstFGraficos::hiddenItStaysLoadedUntilItIsClosed()
 {
     CenarioGraficos c;
     c.logEmTodas();
@@ -249,11 +248,6 @@ void TstFGraficos::hiddenItKeepsThePupilItWasOpenedFor()
         QCOMPARE(c.lista().count(), 4);
         c.faz(u"MskDataInicial?02/03/26; CrtGrafico?sim; figuras?Acertos: Ciências 3. Erros: Ciências 1.; CmdFecha"_s);
     });
-}
-
-void TstFGraficos::closingByTheFrameUnloads()
-{
-    CenarioGraficos c;
     c.mostraEFaz([&] { c.janela().close(); });
     QVERIFY(!c.janela().isVisible());
     QVERIFY(c.janela().foiDescarregada());

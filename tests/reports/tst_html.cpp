@@ -29,25 +29,6 @@ static void add(const char *name, const QString &expected, const Operacao &opera
     QTest::newRow(name) << operacao << expected;
 }
 
-static void addOperationsWithoutArguments()
-{
-    add("FinalizaHtml ends no line", "</BODY></HTML>", &Html::FinalizaHtml);
-    add("Negrito", "<B>\r\n", &Html::Negrito);
-    add("xNegrito", "</B>\r\n", &Html::xNegrito);
-    add("Desenha_Linha", "<HR>\r\n", &Html::Desenha_Linha);
-    add("BordaLinha", "<TR>\r\n", &Html::BordaLinha);
-    add("xBorda", "</TABLE>\r\n", &Html::xBorda);
-    add("xBordaLinha", "</TR>\r\n", &Html::xBordaLinha);
-    add("xBordaColuna", "</TD>\r\n", &Html::xBordaColuna);
-    add("xFont", "</FONT>\r\n", &Html::xFont);
-    add("Italico", "<I>\r\n", &Html::Italico);
-    add("xItalico", "</I>\r\n", &Html::xItalico);
-    add("listaDefinicao", "<DL>\r\n", &Html::listaDefinicao);
-    add("xlistaDefinicao", "</DL>\r\n", &Html::xlistaDefinicao);
-    add("termoDL", "<DT>\r\n", &Html::termoDL);
-    add("defineDL", "<DD>\r\n", &Html::defineDL);
-}
-
 static void addBlocksAndTables()
 {
     add("head of a document", "<HTML> \r\n<TITLE>Título</TITLE>\r\n<BODY bgcolor=#FFFFFF>\r\n",
@@ -70,6 +51,13 @@ static void addBlocksAndTables()
     add("block of another number: a line end", "\r\n", [](Html &h) { h.Alinhamento(5); });
     add("block below 0: a line end", "\r\n", [](Html &h) { h.Alinhamento(-1); });
     add("xAlinhamento ends no line and looks at no number", "</DIV>", [](Html &h) { h.xAlinhamento(7); });
+    add("FinalizaHtml ends no line", "</BODY></HTML>", &Html::FinalizaHtml);
+    const auto list = [](Html &h) {
+        for (void (Html::*tag)() :
+            {&Html::Desenha_Linha, &Html::listaDefinicao, &Html::termoDL, &Html::defineDL, &Html::xlistaDefinicao})
+            (h.*tag)();
+    };
+    add("a line and a list, in no page of ours", "<HR>\r\n<DL>\r\n<DT>\r\n<DD>\r\n</DL>\r\n", list);
 }
 
 static void addTextsAndPictures()
@@ -100,7 +88,6 @@ void TstHtml::appends_data()
 {
     QTest::addColumn<Operacao>("operacao");
     QTest::addColumn<QString>("expected");
-    addOperationsWithoutArguments();
     addBlocksAndTables();
     addTextsAndPictures();
 }

@@ -2,9 +2,7 @@
 
 #include "apoio.h"
 #include "data/bd.h"
-#include "data/consultas.h"
 #include "reports/indice.h"
-#include "reports/periodo.h"
 #include "startup/quorel_zeto.h"
 #include "support/suporte.h"
 
@@ -38,14 +36,13 @@ private slots:
     void sheets();
     void numbersEndAt32767_data();
     void numbersEndAt32767();
-    void thePeriodOfARegister();
     void aScanThatFailsLeavesTheSheet();
     void aMissingRecordSetLeavesTheHeader();
     void twentyThousandRows();
 
 private:
     Planilha planilhaDe(const Log &log, const EscolhaDisciplinas &escolha);
-    void open(const QString &consulta = u"SELECT * FROM LG_LogAulas"_s);
+    void open();
 
     std::unique_ptr<Registro> mRegistro;
 };
@@ -63,10 +60,10 @@ void TstPlanilha::init()
     mRegistro = std::make_unique<Registro>();
 }
 
-void TstPlanilha::open(const QString &consulta)
+void TstPlanilha::open()
 {
     mRegistro->open();
-    gBD->Records_Set(consulta, u"rsLogAulas"_s, {}, kCursorKeyset);
+    gBD->Records_Set(u"SELECT * FROM LG_LogAulas"_s, u"rsLogAulas"_s, {}, kCursorKeyset);
 }
 
 /// The sheet of log rows in their order.
@@ -170,6 +167,7 @@ void TstPlanilha::sheets()
     QVERIFY(planilha.completa);
     QCOMPARE(linhasDe(planilha), linhas);
     QCOMPARE(planilha.resumo, resumo);
+    QVERIFY(gBD->FimDeArquivo(u"rsLogAulas"_s));
 }
 
 void TstPlanilha::numbersEndAt32767_data()
@@ -213,30 +211,6 @@ void TstPlanilha::numbersEndAt32767()
     QCOMPARE(planilha.completa, completa);
     QCOMPARE(linhasDe(planilha).size(), linhas);
     QCOMPARE(linhasDe(planilha).value(linhas - 1), ultima);
-}
-
-void TstPlanilha::thePeriodOfARegister()
-{
-    const auto open = [this](const QString &inicial, const QString &final) {
-        const Periodo periodo = lePeriodo(inicial, final);
-        this->open(consultas::logDoPeriodo(periodo.inicio, periodo.fim, 3, 7));
-    };
-    mRegistro->sql(u"INSERT INTO LG_LogAulas (LG_Aluno, LG_Classe, LG_Data, RO_Cod, LG_Resp) VALUES "
-                   "(3, 7, '2026-02-27 23:59:59', 10, '<rot>A'), " // a second before the first day
-                   "(3, 7, '2026-02-28 00:00:00', 11, '<rot>AA'), "
-                   "(3, 7, '2026-03-01 12:00:01', 10, ''), " // no answers: not even a line
-                   "(3, 7, '2026-03-01 12:00:02', 10, NULL), "
-                   "(4, 7, '2026-03-01 12:00:03', 10, '<rot>E'), " // another pupil
-                   "(3, 7, '2026-03-02 08:05:09', 10, 'sem marca AEAE'), "
-                   "(3, 7, '2026-03-03 00:00:00', 10, '<rot>EEE'), "
-                   "(3, 7, '2026-03-03 00:00:01', 11, '<rot>A')"_s); // the last day counts at midnight alone
-    open(u"28/02/26"_s, u"03/03/26"_s);
-    QCOMPARE(linhasDe(montaPlanilha(kCiencias).value()),
-        (Linhas{"Ciências|||", "03/03/26|Animais|0|3", "02/03/26 08:05:09|Animais|0|0", "28/02/26|Plantas|2|0",
-            "|*** TOTAL ***|2|3"}));
-    QVERIFY(gBD->FimDeArquivo(u"rsLogAulas"_s));
-    open(u"03/03/26"_s, u"28/02/26"_s);
-    QCOMPARE(linhasDe(montaPlanilha(kTodas).value()), Linhas());
 }
 
 void TstPlanilha::aScanThatFailsLeavesTheSheet()
