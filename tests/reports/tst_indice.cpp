@@ -267,6 +267,7 @@ void TstIndice::looksUp_data()
     QTest::newRow("a blank or a plus before the number") << 9 << "-";
     QTest::newRow("a lone CR or LF begins no line, and ends no name") << 11 << "1 onze\n12\tx\r13\ty";
     QTest::newRow("no tab behind the number") << 14 << "-";
+    QTest::newRow("a number beyond 32 bits, of which it is the low ones") << 16 << "-";
     QTest::newRow("the end of the string ends no line") << 15 << "1 ";
     QTest::newRow("0") << 0 << "-";
     QTest::newRow("below 0") << -4 << "-";
@@ -279,7 +280,7 @@ void TstIndice::looksUp()
     QFETCH(QString, expected);
     gRotCiencias = u"1\tum\r\n2\tdois\r\n"_s;
     gRotMatematica = u"31\tx\r\n5\tcinco M\r\n6\tseis\r\n6\tseis outra vez\r\n21\tvinte e um\r\n08\toito\r\n"
-                     "+9\tx\r\n 9\tx\r\n11\tonze\n12\tx\r13\ty\r\n14\r\n15\tsem fim"_s;
+                     "+9\tx\r\n 9\tx\r\n11\tonze\n12\tx\r13\ty\r\n14\r\n4294967312\tx\r\n15\tsem fim"_s;
     gRotPortugues = u"21\ty\r\n5\tcinco P\r\n-4\tmenos\r\n0\tzero\r\n"_s;
     gRotDesenv = u"41\tz\r\n6\tseis D\r\n7\t\tsete\r\n2147483647\t\r\n"_s;
     const IndiceRoteiros indice;

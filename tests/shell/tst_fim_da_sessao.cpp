@@ -57,7 +57,7 @@ void TstFimDaSessao::orderOfTheEnd()
         ordem << caixa.titulo + (c.blocos().isVisible() ? u", fBlocos à vista"_s : u""_s);
         return Resposta::Nao;
     };
-    QVERIFY_EXCEPTION_THROWN(c.principal().descarrega(), FimDoPrograma);
+    QVERIFY_EXCEPTION_THROWN(c.painel().close(), FimDoPrograma); // the panel takes the main window along
     const QStringList esperada{
         u"Exclusão da Lista"_s, u"Zeto 2071"_s, u"Calc 2071"_s, u"Vrel 2071"_s, u"Desenho 2071"_s, u"fim"_s};
     QCOMPARE(ordem, esperada);
@@ -78,7 +78,7 @@ void TstFimDaSessao::unloadsDuringTheEndReturnAtOnce()
         ordem << u"pergunta"_s;
         return Resposta::Sim;
     };
-    QVERIFY_EXCEPTION_THROWN(c.painel().close(), FimDoPrograma); // the panel takes the main window along
+    QVERIFY_EXCEPTION_THROWN(c.principal().descarrega(), FimDoPrograma);
     QCOMPARE(ordem, (QStringList{u"pergunta"_s, u"fim"_s}));
 }
 
