@@ -1,6 +1,5 @@
 #include "cenario_graficos.h"
 
-#include "apoio.h"
 #include "data/bd.h"
 #include "data/cadastros.h"
 #include "platform/codec.h"
@@ -17,55 +16,35 @@ namespace quorel::teste {
 
 using namespace Qt::StringLiterals;
 
-static constexpr int kAluno = 20;
-static constexpr int kClasse = 10;
-
-static QString windows(const QString &resto)
+/// A block file with Roteiros of these names, numbered on from a code.
+static void block(const QString &arquivo, int codigo, const QStringList &nomes)
 {
-    return qEnvironmentVariable("QUOREL_WINDIR") + u'/' + resto;
-}
-
-static void sql(const QString &comando)
-{
-    plainSql(windows(u"Cadastros.mdb"_s), comando);
-}
-
-static void block(const QString &arquivo, const QList<std::pair<int, QString>> &roteiros)
-{
-    QString text = u"<TM>Tema</TM>\r\n"_s;
-    for (qsizetype i = 0; i < roteiros.size(); ++i)
-        text +=
-            u"[ROT<%1>]\r\nNomeRot =%2\r\nCODROT:%3\r\n[<%1>1]\r\nNome =Aula\r\nLinha =(1,1)7\r\n\tTipo = Zeto\t\r\n"_s
-                .arg(QString::number(i + 1), roteiros[i].second, QString::number(roteiros[i].first));
-    escreve(windows(u"QUOREL2001/DBBLOCOS/"_s + arquivo), encode1252(text));
-}
-
-static void install()
-{
-    QDir(windows(QString())).removeRecursively();
-    block(u"F1/0226CIF1.edb"_s, {{100, u"Primeiro"_s}, {101, u"Água limpa"_s}, {102, u"Plantas"_s}});
-    block(u"F1/0226MAF1.edb"_s, {{200, u"Primeiro"_s}, {201, u"Contar até dez"_s}});
-    block(u"F1/0226POF1.edb"_s, {{300, u"Primeiro"_s}, {301, u"As letras"_s}});
-    block(u"I1/0226DEI1.edb"_s, {{400, u"Primeiro"_s}, {401, u"Antes e depois"_s}});
-    gConfig.SetaCFG(u"[zeto]\r\nZETO_MM=%1\\zeto_mm\r\nDBBLOCOS=%1\\DBBLOCOS"_s.arg(barras(windows(u"QUOREL2001"_s))));
+    QString texto;
+    for (int i = 0; i < nomes.size(); ++i)
+        texto += u"[ROT<%1>]\r\nNomeRot =%2\r\nCODROT:%3\r\n[<%1>1]\r\n"_s.arg(i + 1).arg(nomes[i]).arg(codigo + i);
+    escreve(qEnvironmentVariable("QUOREL_WINDIR") + u"/QUOREL2001/DBBLOCOS/"_s + arquivo, encode1252(texto));
 }
 
 CenarioGraficos::CenarioGraficos(const QString &aluno)
 {
     reiniciaStartup();
     reiniciaReports();
-    install();
-    costuras().now = [] { return QDateTime(kHoje, QTime(12, 0)); };
-    makeRegister(windows(u"Cadastros.mdb"_s));
-    sql(u"INSERT INTO CL_Classes VALUES (10, '1º ano A', '', ''); INSERT INTO AL_Alunos VALUES (20, '%1')"_s.arg(
-        QString(aluno).replace(u'\'', u"''"_s)));
-    criaBD();
-    gBD->Source(barras(windows(u"Cadastros.mdb"_s)));
+    QDir(qEnvironmentVariable("QUOREL_WINDIR")).removeRecursively();
+    block(u"F1/0226CIF1.edb"_s, 100, {"Primeiro", "Água limpa", "Plantas"});
+    block(u"F1/0226MAF1.edb"_s, 200, {"Primeiro", "Contar até dez"});
+    block(u"F1/0226POF1.edb"_s, 300, {"Primeiro", "As letras"});
+    block(u"I1/0226DEI1.edb"_s, 400, {"Primeiro", "Antes e depois"});
+    gConfig.SetaCFG(QString()); // all below the Windows directory
+    costuras().now = [] { return QDateTime(QDate(2026, 3, 20), QTime(12, 0)); };
+    mRegistro.sql(
+        u"INSERT INTO CL_Classes VALUES (10, '1º ano A', '', ''); INSERT INTO AL_Alunos VALUES (20, '%1')"_s.arg(
+            QString(aluno).replace(u'\'', u"''"_s)));
+    mRegistro.open();
     CriaGenericos();
     AbreTabelasCadastro();
-    gAluno = kAluno;
-    gClasse = kClasse;
-    mJanela = std::make_unique<FGraficos>(mAtiva);
+    gAluno = 20;
+    gClasse = 10;
+    fazOutra();
 }
 
 CenarioGraficos::~CenarioGraficos()
@@ -77,8 +56,8 @@ CenarioGraficos::~CenarioGraficos()
 
 void CenarioGraficos::log(const QString &data, int roteiro, const QString &respostas)
 {
-    sql(u"INSERT INTO LG_LogAulas (LG_Aluno, LG_Classe, LG_Data, RO_Cod, LG_Resp) VALUES (20, 10, '%1', %2, "
-        "'disc<disc>nome<rot>%3')"_s.arg(data, QString::number(roteiro), respostas));
+    mRegistro.sql(u"INSERT INTO LG_LogAulas (LG_Aluno, LG_Classe, LG_Data, RO_Cod, LG_Resp) VALUES (20, 10, '%1', %2, "
+                  "'disc<disc>nome<rot>%3')"_s.arg(data, QString::number(roteiro), respostas));
 }
 
 void CenarioGraficos::logEmTodas()

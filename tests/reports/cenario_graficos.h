@@ -1,5 +1,6 @@
 #pragma once
 
+#include "apoio.h"
 #include "reports/estado.h"
 #include "reports/fgraficos.h"
 #include "reports/grafico.h"
@@ -7,7 +8,6 @@
 #include "support/suporte.h"
 #include "visual/janela_ativa.h"
 
-#include <QDate>
 #include <QListWidget>
 #include <QString>
 
@@ -16,11 +16,8 @@
 
 namespace quorel::teste {
 
-/// The day on which the tests' clock stands still, at noon.
-inline const QDate kHoje{2026, 3, 20};
-
-/// A register with the class "1º ano A" (10) and the pupil Ana (20), who is the current one, below the test's Windows
-/// directory; block files whose first Roteiro (code 100, 200, …) no index finds: Ciências 101 and 102, Matemática 201,
+/// At the noon of 20 March 2026: a register with the class "1º ano A" (10) and the pupil Ana (20), who is the current
+/// one; block files whose first Roteiro (code 100, 200, …) no index finds: Ciências 101 and 102, Matemática 201,
 /// Português 301, Desenvolvimento Sensório Motor 401. The window is made, not loaded.
 class CenarioGraficos final
 {
@@ -30,8 +27,8 @@ public:
 
     /// Adds a row to the log of the current pupil. @param data  "yyyy-MM-dd HH:mm:ss"
     void log(const QString &data, int roteiro, const QString &respostas);
-    void logEmTodas(); ///< right and wrong: Ciências 3 and 1 in two rows, Matemática 0 and 2, Português 4 and 0,
-                       ///< Desenv. 1 and 3
+    /// Right and wrong: Ciências 3 and 1 in two rows, Matemática 0 and 2, Português 4 and 0, Desenv. 1 and 3.
+    void logEmTodas();
 
     FGraficos &janela() { return *mJanela; }
     QListWidget &lista();
@@ -50,6 +47,7 @@ public:
     void fazOutra(); ///< makes the window anew, as after it was closed by its frame
 
 private:
+    Registro mRegistro;
     JanelaAtiva mAtiva;
     std::unique_ptr<FGraficos> mJanela;
 };

@@ -21,7 +21,6 @@ private slots:
     void appends();
     void aCellOutsideTheWordsIsAFailure();
     void theTextCanBeReplaced();
-    void aSecondDocumentThrowsTheFirstAway();
 };
 
 static void add(const char *name, const QString &expected, const Operacao &operacao)
@@ -76,12 +75,6 @@ static void addTextsAndPictures()
         "<img SRC=\"f\" Width=\"340282346638528859811704183484516925440\"  Height=\"0." + QString(44, u'0')
             + "1\" > \r\n",
         [](Html &h) { h.Img(u"f"_s, std::numeric_limits<float>::denorm_min(), std::numeric_limits<float>::max()); });
-    add("logo",
-        "<TABLE BORDER=0 ALIGN=CENTER>\r\n<TR>\r\n<TD ALIGN=CENTER>\r\n<img SRC=\"l.gif\"> \r\n<TD ALIGN=CENTER>\r\n"
-        "<B>\r\n<I>\r\n<DIV ALIGN=CENTER>\r\n<FONT SIZE=4>\r\nUm<BR>Dois\r\n</FONT>\r\n</I>\r\n</B>\r\n"
-        "<FONT SIZE=1>\r\n<BR>\r\n</FONT>\r\n<FONT SIZE=3>\r\nTrês\r\n</FONT>\r\n</DIV></TD>\r\n</TD>\r\n</TR>\r\n"
-        "</TABLE>\r\n<HR SIZE=1>",
-        [](Html &h) { h.LogoTipo(u"l.gif"_s, u"Um\r\nDois"_s, u"Três"_s); });
 }
 
 void TstHtml::appends_data()
@@ -119,15 +112,9 @@ void TstHtml::theTextCanBeReplaced()
     QCOMPARE(html.html(), u"Olá</B>\r\n"_s);
     html.html(12);
     QCOMPARE(html.html(), u"12"_s);
-}
-
-void TstHtml::aSecondDocumentThrowsTheFirstAway()
-{
-    Html html;
-    html.InicializaHtml(u"A"_s, u"red"_s);
     html.FinalizaHtml();
     html.Italico(); // nothing stops a caller from going on
-    html.InicializaHtml(u"B"_s, u"blue"_s);
+    html.InicializaHtml(u"B"_s, u"blue"_s); // a second document throws the first away
     QCOMPARE(html.html(), u"<HTML> \r\n<TITLE>B</TITLE>\r\n<BODY bgcolor=blue>\r\n"_s);
 }
 
