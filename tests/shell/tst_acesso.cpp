@@ -119,13 +119,10 @@ void TstAcesso::placesAreRoundedFromTwips_data()
     };
     add("fPrincip", "", {0, 0, 528, 551});
     add("fPrincip", "ImgBloco(5)", {223, 404, 85, 85});
-    add("fPrincip", "LblTitulo", {3, 4, 542, 22});
     add("fPrincip", "LblMes", {16, 564, 21, 22}); // unused, below the edge
     add("fPrincip", "FrmTip", {176, 152, 226, 37});
     add("fBlocos", "", {0, 0, 528, 552});
-    add("fBlocos", "ImgBotao(7)", {292, 164, 85, 85});
     add("fBlocos", "ImgBotao(16)", {436, 420, 85, 85});
-    add("fBlocos", "CmdJogos(0)", {4, 0, 21, 21});
     add("fBlocos", "CmdJogos(15)", {80, 256, 21, 21}); // third of the fifth picture
     add("fBlocos", "CmdJogos(45)", {356, 512, 21, 21});
     add("fBlocos", "CmdJogos(46)", {440, 512, 21, 21}); // the last three stand 60 twips further
@@ -133,9 +130,7 @@ void TstAcesso::placesAreRoundedFromTwips_data()
     add("fAux", "", {0, 0, 218, 551}); // as high as fPrincip
     add("fAux", "txtSelecMes", {-6, 0, 217, 19});
     add("fAux", "OptMeses(2)", {1, 60, 201, 14});
-    add("fAux", "scrVertical", {204, 18, 14, 421});
     add("fAux", "LstAlunos", {4, 20, 101, 290});
-    add("fAux", "ChkFig", {112, 506, 101, 33});
 }
 
 void TstAcesso::placesAreRoundedFromTwips()

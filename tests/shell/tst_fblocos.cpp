@@ -30,7 +30,7 @@ private slots:
     void selectionWinsOverCopying();
     void copyingAsksAndUnticks();
     void fiveReloads();
-    void closingHidesAndKeepsTheTimer();
+    void closingHidesAndTheMainWindowStopsTheTimer();
     void monthWithoutTheDiscipline();
     void messageInTheMiddleOfAnOpening();
     void monthClickInTheMiddleOfAnOpening();
@@ -142,14 +142,23 @@ void TstFBlocos::fiveReloads()
     QCOMPARE(c.roteiros(), u"1 2 3 4 5"_s);
 }
 
-void TstFBlocos::closingHidesAndKeepsTheTimer()
+void TstFBlocos::closingHidesAndTheMainWindowStopsTheTimer()
 {
     Cenario c;
     c.abreMatematica();
+    gImgApontada = 2;
+    QTRY_VERIFY(c.blocos().findChild<QPlainTextEdit *>(u"TxtInf"_s));
     QVERIFY(!c.blocos().close());
     QVERIFY(!c.blocos().isVisible() && c.principal().isVisible() && c.painel().isVisible());
     QCOMPARE(c.roteiros(), QString());
     QVERIFY(gJanelaGancho != 0); // hidden, never unloaded
+    gImgApontada = 9; // two tips of the main window later, a tick here would have emptied the text
+    QWidget &tip = child<QWidget>(c.principal(), u"FrmTip"_s);
+    QTRY_VERIFY(tip.isVisible());
+    QTest::mouseMove(&tip, QPoint(100, 2));
+    QTRY_VERIFY(!tip.isVisible());
+    QTRY_VERIFY(tip.isVisible());
+    QCOMPARE(child<QPlainTextEdit>(c.blocos(), u"TxtInf"_s).toPlainText(), u"Roteiro 2 - Descrição 2"_s);
 }
 
 void TstFBlocos::monthWithoutTheDiscipline()
