@@ -248,11 +248,6 @@ void TstPrograma::registerTakesThePanelsPlace()
     QCOMPARE(principal().windowTitle(), u"Série: Fundamental I | Bia"_s);
     QCOMPARE(gAluno, 2);
     QCOMPARE(gClasse, 1);
-    aperta(u"CmdAluno(3)"_s);
-    QVERIFY(alunos().login().isVisible());
-    digita(u"txtPassword"_s, u"Amora"_s);
-    aperta(u"cmdOK"_s);
-    QCOMPARE(child<QLineEdit>(alunos(), u"TxtAluno"_s).text(), u"Ari"_s);
     aperta(u"CmdFecha"_s);
     QVERIFY(!alunos().isVisible());
     QVERIFY(painel().isVisible());
