@@ -58,14 +58,12 @@ void TstLogin::passwords()
     c.aperta(u"CmdAluno(3)"_s);
     QCOMPARE(c.login().focusWidget(), &c.campo(u"txtPassword"_s));
     tecla(c.campo(u"txtPassword"_s), entrada);
-    if (certa) {
-        c.aperta(u"cmdOK"_s);
+    c.confirmaCaixas();
+    c.aperta(u"cmdOK"_s);
+    if (certa)
         QCOMPARE(c.campo(u"txtPassword"_s).text(), QString());
-    } else {
-        BoxScript boxes{Resposta::Ok};
-        c.aperta(u"cmdOK"_s);
-        QCOMPARE(boxes.last(), (Caixa{u"Senha inválida, tente novamente!"_s, u"Acesso Restrito"_s}));
-    }
+    else
+        QCOMPARE(c.caixas.at(0), (Caixa{u"Senha inválida, tente novamente!"_s, u"Acesso Restrito"_s}));
     QCOMPARE(gSenhaOK, certa);
     QCOMPARE(c.login().isVisible(), !certa);
     QCOMPARE(c.aberto(u"FrmCadAluno"_s), certa);

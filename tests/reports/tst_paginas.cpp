@@ -9,7 +9,6 @@
 #include "startup/quorel_zeto.h"
 #include "support/suporte.h"
 
-#include <QDir>
 #include <QFileInfo>
 #include <QTemporaryDir>
 

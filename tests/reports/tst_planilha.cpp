@@ -2,7 +2,7 @@
 
 #include "apoio.h"
 #include "data/bd.h"
-#include "reports/indice.h"
+#include "reports/estado.h"
 #include "startup/quorel_zeto.h"
 #include "support/suporte.h"
 

@@ -9,7 +9,6 @@
 #include <QHostAddress>
 #include <QImage>
 #include <QPrinter>
-#include <QScrollBar>
 #include <QTcpServer>
 #include <QTemporaryDir>
 #include <QTextBlock>

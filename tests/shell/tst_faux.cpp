@@ -6,12 +6,10 @@
 #include "lessons/andamento.h"
 #include "platform/erro.h"
 #include "platform/protocolo.h"
-#include "shell/estado.h"
 #include "shell/opcao_mes.h"
 #include "startup/estado.h"
 
 #include <QListView>
-#include <QPushButton>
 #include <QScrollBar>
 #include <QWheelEvent>
 

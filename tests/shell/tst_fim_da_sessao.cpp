@@ -1,6 +1,5 @@
 #include "cenario.h"
 
-#include "catalogue/estado.h"
 #include "lessons/andamento.h"
 #include "lessons/gancho.h"
 #include "platform/costuras.h"

@@ -5,7 +5,6 @@
 #include "shell/estado.h"
 
 #include <QPlainTextEdit>
-#include <QPushButton>
 
 using namespace quorel;
 using namespace quorel::teste;

@@ -1,4 +1,3 @@
-#include "platform/erro.h"
 #include "shell/blocos_do_mes.h"
 #include "shell/geometria_dica.h"
 #include "shell/rolagem.h"

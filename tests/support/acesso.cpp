@@ -1,9 +1,7 @@
 #include "support/acesso.h"
 
-#include <QAbstractButton>
 #include <QAccessible>
 #include <QApplication>
-#include <QCheckBox>
 #include <QLabel>
 #include <QPushButton>
 #include <QRadioButton>
