@@ -249,6 +249,7 @@ void conta(const Historia &historia)
     QCOMPARE(alunos(c), historia.alunos);
     QCOMPARE(ligacoes(c), historia.ligacoes);
     QCOMPARE(classes(c), historia.classes);
+    QCOMPARE(gMensagem.Codigo, 0);
 }
 
 void reporta(const QString &resposta)

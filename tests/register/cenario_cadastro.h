@@ -93,6 +93,7 @@ inline const QString kA = QStringLiteral("1|Turma A|Ana Lima|amora, ");
 inline const QString kB = QStringLiteral("2|Turma B|Beto Reis|Caju, ");
 inline const QString kC = QStringLiteral("3|Turma C|Ana Lima|, ");
 inline const QString kGenerica = QStringLiteral("9999|Genérica|Genérica|Chavema");
+inline const QString kClasses = kA + kB + kC + kGenerica;
 
 /// A box in which the data layer reports a failure, as caixas has it.
 inline Caixa relato(const QString &titulo)
@@ -108,14 +109,14 @@ struct Historia
     QString passos = {}; ///< see CenarioCadastro::faz
     QString alunos = kAlunos;
     QString ligacoes = kLigacoes;
-    QString classes = kA + kB + kC + kGenerica;
+    QString classes = kClasses;
     std::vector<Caixa> caixas = {}; ///< see CenarioCadastro::confirmaCaixas
 };
 
 /// The clock of a story stands still at this moment.
 inline constexpr char16_t kAgora[] = u"2026-03-04 09:05:06";
 
-/// Plays a story; what comes out otherwise fails the test.
+/// Plays a story; what comes out otherwise, or a message to the shell, fails the test.
 void conta(const Historia &historia);
 
 /// A child program tells of an answer to the Roteiro 12, "Contar".

@@ -1,7 +1,5 @@
 #include "cenario_cadastro.h"
 
-#include "lessons/andamento.h"
-
 using namespace quorel;
 using namespace quorel::teste;
 using namespace Qt::StringLiterals;
@@ -19,7 +17,6 @@ private slots:
     void deleting() { play(); }
     void newClassAndOtherButtons_data();
     void newClassAndOtherButtons() { play(); }
-    void nothingIsToldToTheShell();
     void deletingCanBeCancelled();
 
 private:
@@ -62,11 +59,11 @@ void TstFrmClasses::saving_data()
     QTest::addColumn<Historia>("historia");
     story("a new class becomes the current one",
         {.passos = kNova + "CmdProfSalvar; classe?Turma D, 5 / 5; corrente?10000; aluno?, 0 / 0; CmbAluClasses=Turma D",
-            .classes = kA + kB + kC + kGenerica + ", 10000|Turma D|Davi Sá|Uva"});
+            .classes = kClasses + ", 10000|Turma D|Davi Sá|Uva"});
     story("the buttons while a new class is begun",
         {.passos = "CmdProfNovo; classe?, Novo; TxtNomeProf?; TxtProfSenh?; foco?TxtNomeClasse; CmdProfCancela?sim;"
                    " CmdProfExcluir?não; TxtNomeClasse=Turma D; CmdProfSalvar; CmdProfCancela?não; CmdProfExcluir?sim",
-            .classes = kA + kB + kC + kGenerica + ", 10000|Turma D||"});
+            .classes = kClasses + ", 10000|Turma D||"});
     story("a second save of a new, empty class writes over the first class",
         {.passos = kNova + "CmdProfSalvar; CmdProfSalvar",
             .classes = kA + kB + kC + "9999|Turma D|Davi Sá|Uva, 10000|Turma D|Davi Sá|Uva"});
@@ -87,7 +84,7 @@ void TstFrmClasses::saving_data()
     story("an empty name is told, and the class stays pending",
         {.passos = "CmdProfNovo; TxtNomeProf=Davi Sá; CmdProfSalvar; CmdProfCancela?sim; TxtNomeClasse=Turma D;"
                    " CmdProfSalvar",
-            .classes = kA + kB + kC + kGenerica + ", 10000|Turma D|Davi Sá|",
+            .classes = kClasses + ", 10000|Turma D|Davi Sá|",
             .caixas = {{"Digite o nome da classe!", "Cadastro de Classes", Icone::Informacao}}});
     story("cancelled, the new class is dropped",
         {.passos = "CmdProfProx; CmdProfProx; " + kNova
@@ -143,7 +140,7 @@ void TstFrmClasses::newClassAndOtherButtons_data()
             {.classe = 2,
                 .passos = kNova + passos + "; CmdProfSalvar; corrente?" + corrente,
                 .ligacoes = ligacoes,
-                .classes = kA + kB + kC + kGenerica + ", 10000|" + gravada});
+                .classes = kClasses + ", 10000|" + gravada});
     };
     after("a pupil saved", "CmdAulaGrava; classe?Turma D, Novo", digitada, "10000", kLigacoes + "*");
     after("a new pupil begun and cancelled", "CmdAulaNova; CmdAulaCancela; classe?Turma D, Novo", digitada, "10000");
@@ -163,21 +160,13 @@ void TstFrmClasses::newClassAndOtherButtons_data()
             .ligacoes = kLigacoes + ", 10000|2*"});
 }
 
-void TstFrmClasses::nothingIsToldToTheShell()
-{
-    CenarioCadastro c;
-    c.abreCadastro(1);
-    c.faz(u"cmdCadClasses; CmdProfProx; CmdProfProx; CmdProfSalvar; corrente?2"_s);
-    QCOMPARE(gMensagem.Codigo, 0);
-}
-
 void TstFrmClasses::deletingCanBeCancelled()
 {
     CenarioCadastro c;
     c.abreCadastro(1);
     BoxScript boxes{Resposta::Cancela};
     c.faz(u"cmdCadClasses; CmdProfProx; CmdProfProx; CmdProfExcluir; classe?Turma B, 3 / 4"_s);
-    QCOMPARE(classes(c), kA + kB + kC + kGenerica);
+    QCOMPARE(classes(c), kClasses);
 }
 
 QTEST_MAIN(TstFrmClasses)
