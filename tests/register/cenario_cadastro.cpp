@@ -142,6 +142,8 @@ QString CenarioCadastro::mostra(const QString &nome)
         return campo(u"TxtAluno"_s).text() + u", "_s + campo(u"TxtAulaInf"_s).text();
     if (nome == u"classe"_s)
         return campo(u"TxtNomeClasse"_s).text() + u", "_s + campo(u"TxtProfResult"_s).text();
+    if (nome == u"gravados"_s)
+        return sql(u"SELECT count(*) FROM AL_Alunos UNION ALL SELECT count(*) FROM CL_Classes"_s).join(u' ');
     if (nome == u"corrente"_s)
         return QString::number(gClasse);
     if (nome == u"foco"_s)

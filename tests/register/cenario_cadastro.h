@@ -55,8 +55,8 @@ public:
     void faz(const QString &passos);
 
     /// The text of a field or combo, "fechada" of one that is disabled; of a button "sim" when it can be pressed, else
-    /// "não". By other names: "aluno" and "classe", what their frame has on display and its position; "corrente", the
-    /// current class; "foco", who has it.
+    /// "não". By other names: "aluno" and "classe", what their frame has on display and its position; "gravados", how
+    /// many pupils and classes the file has; "corrente", the current class; "foco", who has it.
     QString mostra(const QString &nome);
     void confirmaCaixas(); ///< from now on every box is answered with yes or OK, and kept in caixas
 

@@ -104,6 +104,7 @@ void TstFAlunos::choosing()
     QFETCH(qint32, aluno);
     QFETCH(QString, nome);
     CenarioCadastro c;
+    gAluno = 3; // whom no row ends with
     c.faz(u"CmdAluno(2); "_s + passos + u"; CmdSelecionar"_s);
     QCOMPARE(gClasse, classe);
     QCOMPARE(gAluno, aluno);

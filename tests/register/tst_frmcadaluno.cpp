@@ -164,7 +164,7 @@ void TstFrmCadAluno::newPupilAndOtherButtons_data()
             passos.endsWith(u"Dora, 1 / 1"_s); // goes into the pending record, without a class
         story(name,
             {.classe = 2,
-                .passos = u"CmdAulaNova; TxtAluno=Eva; "_s + passos + u"; CmdAulaGrava"_s,
+                .passos = u"CmdAulaNova; TxtAluno=Eva; "_s + passos + u"; gravados?5 4; CmdAulaGrava"_s,
                 .alunos = kAlunos + (anotherOnDisplay ? ", 10000|Dora" : ", 10000|Eva"),
                 .ligacoes = anotherOnDisplay ? kLigacoes + "*" : kLigacoes + ", 10000|2*"});
     };

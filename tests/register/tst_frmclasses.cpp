@@ -138,7 +138,7 @@ void TstFrmClasses::newClassAndOtherButtons_data()
                            const QString &ligacoes = kLigacoes) {
         story(name,
             {.classe = 2,
-                .passos = kNova + passos + "; CmdProfSalvar; corrente?" + corrente,
+                .passos = kNova + passos + "; gravados?5 4; CmdProfSalvar; corrente?" + corrente,
                 .ligacoes = ligacoes,
                 .classes = kClasses + ", 10000|" + gravada});
     };
