@@ -118,6 +118,9 @@ QString CenarioGraficos::mostra(const QString &nome)
 {
     if (nome == u"figuras"_s)
         return grafico().accessibleDescription();
+    if (nome == u"linha"_s)
+        return lista().selectedItems().isEmpty() ? u""_s
+                                                 : QString::number(lista().row(lista().selectedItems().front()));
     if (nome == u"linhas"_s)
         return QString::number(planilha().size());
     if (nome.startsWith(u"Msk"_s))

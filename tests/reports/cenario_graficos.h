@@ -39,8 +39,8 @@ public:
     /// that is emptied first, "X?text" fails the test unless X shows the text (see mostra), another name clicks.
     void faz(const QString &passos);
 
-    /// What a box of a date shows. By other names: "figuras", the chart as a screen reader hears it; "linhas", how many
-    /// rows the sheet has; of any other control "sim" when it is visible, else "não".
+    /// What a box of a date shows. By other names: "figuras", the chart as a screen reader hears it; "linha", the one
+    /// chosen; "linhas", how many rows the sheet has; of any other control "sim" when it is visible, else "não".
     QString mostra(const QString &nome);
     void clicaLinha(int linha, Qt::KeyboardModifier tecla = Qt::NoModifier); ///< of LstDisciplinas, from 0
     void mostraEFaz(const std::function<void()> &acao); ///< shows it modally; the action has to hide it

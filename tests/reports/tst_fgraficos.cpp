@@ -69,9 +69,9 @@ void TstFGraficos::choosing_data()
     add("Desenv.", "linha=3; figuras?Acertos: Desenv. Sensorio Motor 1. Erros: Desenv. Sensorio Motor 3.");
     add("all; unticked, what the window shows stays",
         "ChkDisciplinas; figuras?" + todas + "; ChkDisciplinas; figuras?" + todas + "; CrtGrafico?sim");
-    add("the box must be unticked before a line counts",
-        "linha=1; ChkDisciplinas; linha=2; figuras?" + todas + "; ChkDisciplinas; figuras?" + todas
-            + "; linha=2; figuras?Acertos: Português 4. Erros: Português 0.");
+    add("the box must be unticked before a line counts, though it shows as chosen",
+        "linha=1; linha?1; ChkDisciplinas; linha?; linha=2; linha?2; figuras?" + todas + "; ChkDisciplinas; figuras?"
+            + todas + "; linha=2; figuras?Acertos: Português 4. Erros: Português 0.");
     add("an incomplete date is passed over at the next choice, the chart hidden",
         ciencias
             + "MskDataInicial=3102; CrtGrafico?sim; linha=1; CrtGrafico?não;"
