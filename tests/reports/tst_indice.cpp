@@ -264,7 +264,7 @@ void TstIndice::looksUp_data()
     QTest::newRow("a first line in one string, a later one in another") << 21 << "1 vinte e um";
     QTest::newRow("Desenv comes last") << 7 << "3 \tsete";
     QTest::newRow("a zero before the number") << 8 << "-";
-    QTest::newRow("a blank or a plus before the number") << 9 << "-";
+    QTest::newRow("a blank, a plus before the number, a letter behind it") << 9 << "-";
     QTest::newRow("a lone CR or LF begins no line, and ends no name") << 11 << "1 onze\n12\tx\r13\ty";
     QTest::newRow("no tab behind the number") << 14 << "-";
     QTest::newRow("a number beyond 32 bits, of which it is the low ones") << 16 << "-";
@@ -279,8 +279,9 @@ void TstIndice::looksUp()
     QFETCH(qint32, codigo);
     QFETCH(QString, expected);
     gRotCiencias = u"1\tum\r\n2\tdois\r\n"_s;
-    gRotMatematica = u"31\tx\r\n5\tcinco M\r\n6\tseis\r\n6\tseis outra vez\r\n21\tvinte e um\r\n08\toito\r\n"
-                     "+9\tx\r\n 9\tx\r\n11\tonze\n12\tx\r13\ty\r\n14\r\n4294967312\tx\r\n15\tsem fim"_s;
+    gRotMatematica =
+        u"31\tx\r\n5\tcinco M\r\n6\tseis\r\n6\tseis outra vez\r\n21\tvinte e um\r\n08\toito\r\n"
+        "+9\tx\r\n 9\tx\r\n9a\tx\r\n11\tonze\n12\tx\r13\ty\r\n14\r\n4294967312\tx\r\n42949672976\tx\r\n15\tsem fim"_s;
     gRotPortugues = u"21\ty\r\n5\tcinco P\r\n-4\tmenos\r\n0\tzero\r\n"_s;
     gRotDesenv = u"41\tz\r\n6\tseis D\r\n7\t\tsete\r\n2147483647\t\r\n"_s;
     const IndiceRoteiros indice;
