@@ -26,6 +26,7 @@ private slots:
     void titlesAreFoundInFourPasses();
     void anAddressIsAnInvisibleWindow();
     void aWidgetsWindowIsTheAddress();
+    void anotherProcedureBeforeOurs();
     void anInnerWindowMovesItsWidget();
     void whatASystemSendIsWorth_data();
     void whatASystemSendIsWorth();
@@ -111,6 +112,40 @@ void TstJanelas::aWidgetsWindowIsTheAddress()
     corpo.show();
     QCOMPARE(findWindow(u"Corpo de teste", false), endereco.handle());
     QCOMPARE(sendCopyData(endereco.handle(), 1, 7, 0, {}), 2);
+}
+
+static WNDPROC gBeforeOther = nullptr;
+static int gSeenByOther = 0;
+
+static LRESULT CALLBACK otherProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam)
+{
+    gSeenByOther += int(message == WM_APP);
+    return CallWindowProcW(gBeforeOther, window, message, wParam, lParam);
+}
+
+/// What else stands in a window's chain of procedures, an input method's say, stays there when the address goes.
+void TstJanelas::anotherProcedureBeforeOurs()
+{
+    QWidget corpo;
+    corpo.setGeometry(300, 200, 400, 300);
+    corpo.show();
+    auto *window = HWND(corpo.winId());
+    const auto replaced = [window](WNDPROC by) {
+        return reinterpret_cast<WNDPROC>(SetWindowLongPtrW(window, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(by)));
+    };
+    auto first = std::make_unique<Endereco>(&corpo);
+    first->publish(u"Corpo de teste"_s);
+    gBeforeOther = replaced(otherProc);
+    first.reset();
+    SendMessageW(window, WM_APP, 0, 0);
+    QCOMPARE(gSeenByOther, 1);
+    QCOMPARE(sendCopyData(Janela(window), 1, 7, 0, {}), 0);
+    SetWindowPos(window, nullptr, 0, 0, 600, 500, SWP_NOZORDER);
+    QTRY_VERIFY(corpo.width() > 500); // Qt is reached through both
+    Endereco second(&corpo);
+    second.publish(u"Corpo de teste"_s);
+    QCOMPARE(sendCopyData(second.handle(), 1, 7, 0, {}), 1);
+    QVERIFY(replaced(gBeforeOther) == otherProc);
 }
 
 void TstJanelas::anInnerWindowMovesItsWidget()

@@ -105,6 +105,11 @@ HWND Addresses::create(Place place, HWND parent)
 
 void Addresses::adopt(HWND window, Place place)
 {
+    if (const auto left = mPlaces.find(window); left != mPlaces.end()) { // our procedure stands in the chain still
+        place.before = left->second.before;
+        left->second = std::move(place);
+        return;
+    }
     place.before = reinterpret_cast<WNDPROC>(GetWindowLongPtrW(window, GWLP_WNDPROC));
     mPlaces.insert_or_assign(window, std::move(place));
     SetWindowLongPtrW(window, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(windowProc));
@@ -116,6 +121,11 @@ void Addresses::release(HWND window)
     if (found == mPlaces.end())
         return;
     const WNDPROC before = found->second.before;
+    const bool outermost = GetWindowLongPtrW(window, GWLP_WNDPROC) == reinterpret_cast<LONG_PTR>(windowProc);
+    if (before && !outermost) { // somebody else's procedure calls ours: it stays, and passes all on
+        found->second = {std::make_shared<Procedure>(), nullptr, before};
+        return;
+    }
     mPlaces.erase(found);
     if (before)
         SetWindowLongPtrW(window, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(before));
@@ -125,8 +135,9 @@ void Addresses::release(HWND window)
 
 void Addresses::releaseAll()
 {
-    while (!mPlaces.empty())
-        release(mPlaces.begin()->first);
+    const auto all = mPlaces;
+    for (const auto &[window, place] : all)
+        release(window);
 }
 
 const Place *Addresses::find(HWND window) const

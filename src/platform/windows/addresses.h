@@ -37,7 +37,8 @@ public:
     /// Makes an invisible window of the class "Quorel". @param parent  null for a top-level one
     HWND create(Place place, HWND parent);
     void adopt(HWND window, Place place); ///< puts our procedure before the one of a widget's native window
-    void release(HWND window); ///< destroys the one made, gives the adopted one its procedure back
+    /// Destroys the one made; gives the adopted one its procedure back, unless another was put before ours since.
+    void release(HWND window);
     void releaseAll();
 
     const Place *find(HWND window) const; ///< null for a window that belongs to no address
