@@ -63,6 +63,8 @@ private slots:
     void awkwardOnes_data();
     void awkwardOnes();
     void isPlacedWithoutBeingWaitedFor();
+    void isOpenedLikeADocument_data();
+    void isOpenedLikeADocument();
 
 private:
     Janela start(const QString &name, const QString &program = QStringLiteral(QUOREL_BUILD "/tests/filho_win32.exe"));
@@ -205,6 +207,26 @@ void TstFilhoWin32::isPlacedWithoutBeingWaitedFor()
     QTRY_COMPARE(findWindow(kFilho, false), Janela(0));
     placeWindow(filho, Ordem::Top, 0); // gone: passed over
     QCOMPARE(mShell->envia(filho, MSG_AULA, "tarde"), 0);
+}
+
+void TstFilhoWin32::isOpenedLikeADocument_data()
+{
+    QTest::addColumn<QString>("document"); // %1 the directory
+    QTest::addColumn<QString>("directory");
+    QTest::newRow("by its path, a directory that is none") << u"%1\\Lição 1.exe"_s << u"Lição 1.exe"_s;
+    QTest::newRow("by its name in the directory") << u"Lição 1.exe"_s << u"%1\\"_s;
+}
+
+/// The system's own way to open what has a name with blanks and accents; a program is what every system can open.
+void TstFilhoWin32::isOpenedLikeADocument()
+{
+    QFETCH(QString, document);
+    QFETCH(QString, directory);
+    QVERIFY(QFile::copy(QStringLiteral(QUOREL_BUILD "/tests/filho_win32.exe"), mDir->filePath(u"Lição 1.exe"_s)));
+    const QString base = QDir::toNativeSeparators(mDir->path());
+    const auto in = [&base](QString text) { return text.replace(u"%1"_s, base); };
+    QVERIFY(openDocumentNow({0, u"OPEN"_s, in(document), in(directory), ShowMode::Normal}));
+    QTRY_VERIFY(findWindow(kFilho, false) != 0);
 }
 
 QTEST_MAIN(TstFilhoWin32)

@@ -6,16 +6,22 @@
 
 namespace quorel {
 
+/// A drive without a medium is an error of the call instead of a box of the system.
+static void keepBoxesAway()
+{
+    SetErrorMode(SEM_FAILCRITICALERRORS | SEM_NOOPENFILEERRORBOX);
+}
+
 void preparePlatform()
 {
     // A program that waits for its shell for long would be shown as a ghost, under a title that nobody searches.
     DisableProcessWindowsGhosting();
-    // A drive without a medium is an error of the call instead of a box of the system.
-    SetErrorMode(SEM_FAILCRITICALERRORS | SEM_NOOPENFILEERRORBOX);
+    keepBoxesAway();
 }
 
 void prepareConsole()
 {
+    keepBoxesAway();
     static const UINT before = GetConsoleOutputCP();
     SetConsoleOutputCP(CP_UTF8);
     std::atexit([] { SetConsoleOutputCP(before); }); // the console outlives the program
