@@ -15,7 +15,7 @@ using namespace Qt::StringLiterals;
 QString systemWindowsDirectory()
 {
     std::array<wchar_t, MAX_PATH> path;
-    const UINT length = GetSystemWindowsDirectoryW(path.data(), UINT(path.size()));
+    const UINT length = GetWindowsDirectoryW(path.data(), UINT(path.size()));
     return QString::fromWCharArray(path.data(), qsizetype(length));
 }
 
