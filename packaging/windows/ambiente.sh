@@ -38,6 +38,8 @@ quorel_wine() {
         env -u DISPLAY wineboot -i >/dev/null 2>&1
         wine reg add 'HKCR\.txt' /ve /d txtfile /f >/dev/null 2>&1
         wineserver -w
+        # The font of Windows' own texts, which Debian's Wine does not look for where it has it; else they get a serif.
+        ln -sf /usr/share/wine/fonts/tahoma*.ttf "$WINEPREFIX/drive_c/windows/Fonts/"
         mkdir -p "$QUOREL_WINE/fontes"
         ln -sf /usr/share/fonts/truetype/{liberation*,dejavu}/*.ttf "$QUOREL_WINE/fontes/"
         touch "$WINEPREFIX/pronto"
