@@ -1,7 +1,8 @@
 /* A child program that knows nothing of ours: the Win32 API and the texts of the protocol, no more. It bears the title
  * of the stories, answers each lesson with "A" from inside its window procedure, while the shell is still inside its
  * own send, and ends when it is told to. What its name ends in makes it an awkward one:
- *   …mudo.exe never answers a lesson   …morre.exe dies inside one   …nega.exe claims a length that nobody takes */
+ *   …mudo.exe never answers a lesson   …morre.exe dies inside one   …nega.exe claims a length that nobody takes
+ *   …lento.exe takes 11 s to start */
 #include <string.h>
 #include <windows.h>
 
@@ -51,6 +52,8 @@ int WINAPI wWinMain(HINSTANCE instance, HINSTANCE before, LPWSTR line, int show)
     MSG message;
     (void)before;
     (void)line;
+    if (named(L"lento.exe"))
+        Sleep(11000);
     description.lpfnWndProc = windowProc;
     description.hInstance = instance;
     description.lpszClassName = L"FilhoEmC";

@@ -60,6 +60,7 @@ private slots:
     void answersFromInsideItsWindowProcedure();
     void getsItsNextLessonAfterWaitingForLong();
     void aChainWithoutEndIsCut();
+    void aSlowStartIsWaitedFor();
     void awkwardOnes_data();
     void awkwardOnes();
     void isPlacedWithoutBeingWaitedFor();
@@ -162,6 +163,11 @@ void TstFilhoWin32::aChainWithoutEndIsCut()
     QCOMPARE(nested.size(), 50);
     QCOMPARE(nested.count(1), 49);
     QCOMPARE(nested.first(), 0); // refused, and all the others go on from there
+}
+
+void TstFilhoWin32::aSlowStartIsWaitedFor()
+{
+    QVERIFY(start(u"lento.exe"_s) != 0);
 }
 
 void TstFilhoWin32::awkwardOnes_data()

@@ -12,7 +12,7 @@ namespace quorel {
 using namespace Qt::StringLiterals;
 using Clock = std::chrono::steady_clock;
 
-static constexpr std::chrono::seconds kReadyLimit{10};
+static constexpr std::chrono::seconds kReadyLimit{30}; // a first start from a slow disc; it ends early where it can
 static constexpr DWORD kLook = 10; // ms between two looks at the sends that came in
 
 /// Until the program waits for its first message and shows its window, has ended, or has no windows. The first alone is
