@@ -67,7 +67,9 @@ for pacote in qt6-base-dev qt6-translations-l10n gcc-mingw-w64-base mingw-w64-co
     cp "/usr/share/doc/$pacote/copyright" "$pasta/licencas/$pacote.txt"
 done
 cp "$QUOREL_SQLITE_WINDOWS/copyright" "$pasta/licencas/sqlite3.txt"
-cp /usr/share/common-licenses/{LGPL-3,GPL-2,GPL-3} "$pasta/licencas/"
+# The texts that these name, of which Debian has one copy for all.
+grep -oh 'common-licenses/[A-Z][A-Za-z0-9.-]*[A-Za-z0-9]' "$pasta"/licencas/*.txt | sort -u | sed 's|^|/usr/share/|' |
+    xargs cp -t "$pasta/licencas"
 
 (cd "$saida" && zip -qr quorel-windows.zip Quorel)
 
