@@ -155,7 +155,9 @@ espera 60 visivel 'Série: Fundamental I'
 principal=$(janela 'Série: Fundamental I')
 sleep 1
 foto 15-pasta
+saida=$(mktemp -d) # its other pictures are there already
 abre_roteiro # the lesson's program is found there, too
 wineserver -k
 rm -rf "$casa"
-echo "Pronto: as imagens estão em $saida"
+rm -rf "$saida"
+echo "Pronto: as imagens estão em build/windows/saida"
