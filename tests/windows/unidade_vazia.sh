@@ -4,13 +4,14 @@
 set -euo pipefail
 janelas=$(cd "$(dirname "$0")/../../packaging/windows" && pwd)
 . "$janelas/ambiente.sh"
-copia=$(mktemp -d)
-(
+copia=$(
     quorel_wine
+    copia=$(mktemp -d "$QUOREL_WINE/vazia.XXXXXX") # beside the prefix, for the links
     mkdir -p "$copia/casa" "$copia/tmp"
     cp -al "$WINEPREFIX" "$copia/prefixo"
     cp --remove-destination "$WINEPREFIX"/*.reg "$copia/prefixo/" # written in place, where others see them
     cp -a "$QUOREL_WINE/fontes" "$copia/fontes"
+    echo "$copia"
 )
 export QUOREL_WINE=$copia
 fecha() {
