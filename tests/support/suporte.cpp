@@ -31,6 +31,14 @@ QByteArray le(const QString &native)
 
 ScratchDir::ScratchDir() : mDir(QDir::tempPath() + QStringLiteral("/scratchXXXXXX")) { }
 
+/// A program that has just ended may hold its file and its directory a moment longer on Windows.
+ScratchDir::~ScratchDir()
+{
+    mDir.setAutoRemove(false);
+    if (!QTest::qWaitFor([this] { return QDir(mDir.path()).removeRecursively(); }))
+        qWarning("can't remove %s", qPrintable(mDir.path()));
+}
+
 ChildProcess::ChildProcess(const QString &program, const QStringList &arguments)
 {
     setProcessChannelMode(ForwardedErrorChannel);

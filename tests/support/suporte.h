@@ -31,6 +31,8 @@ class ScratchDir
 {
 public:
     ScratchDir();
+    ~ScratchDir();
+    Q_DISABLE_COPY_MOVE(ScratchDir)
     QString native(const QString &rest = {}) const { return mDir.path() + rest; } ///< of what lies in it, "/sub/file"
     QString at(const QString &rest = {}) const { return barras(mDir.path()) + rest; } ///< with backslashes, "\subile"
     void put(const QString &rest, const QByteArray &bytes = "x") const { escreve(native(rest), bytes); }

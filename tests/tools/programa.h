@@ -4,7 +4,6 @@
 
 #include <QDir>
 #include <QProcess>
-#include <QTemporaryDir>
 
 #include <memory>
 
@@ -22,7 +21,7 @@ protected:
     int run(const QStringList &arguments)
     {
         QProcess process;
-        process.setWorkingDirectory(mDir->path());
+        process.setWorkingDirectory(mDir->native());
         process.start(mProgram, arguments);
         if (!process.waitForFinished())
             return -1;
@@ -40,13 +39,13 @@ protected:
     }
     QStringList lines() const { return QString::fromUtf8(mSaida).split(u'\n', Qt::SkipEmptyParts); }
     QString errors() const { return QString::fromUtf8(mErros); }
-    QString path(const QString &name) const { return mDir->filePath(name); }
+    QString path(const QString &name) const { return mDir->native(u'/' + name); }
     QString file(const QString &name, const QByteArray &bytes) const
     {
         escreve(path(name), bytes);
         return path(name);
     }
-    QStringList files() const { return QDir(mDir->path()).entryList(QDir::Files); }
+    QStringList files() const { return QDir(mDir->native()).entryList(QDir::Files); }
 
     QByteArray mSaida; ///< what the last run printed
     QByteArray mErros;
@@ -55,12 +54,12 @@ protected slots:
     void init()
     {
         failOnWarnings();
-        mDir = std::make_unique<QTemporaryDir>();
+        mDir = std::make_unique<ScratchDir>();
     }
 
 private:
     QString mProgram;
-    std::unique_ptr<QTemporaryDir> mDir;
+    std::unique_ptr<ScratchDir> mDir;
 };
 
 } // namespace quorel::teste
