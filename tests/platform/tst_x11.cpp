@@ -154,7 +154,7 @@ void TstX11::titles()
     QVERIFY(all.contains(findWindow(u"Quad", true)));
     dia.process.end();
     QTRY_COMPARE(findWindow(u"Quadrinhos - Um", true), Janela(0));
-    placeWindow(dia.janela, Ordem::Topmost, 0); // gone: passed over
+    placeWindow(dia.janela, Ordem::Topmost, kKeepPosition); // gone: passed over
     QCOMPARE(findWindow(u"Quadrinhos - O", true), outro.janela);
 }
 
