@@ -2,13 +2,15 @@
  * of the stories, answers each lesson with "A" from inside its window procedure, while the shell is still inside its
  * own send, and ends when it is told to. What its name ends in makes it an awkward one:
  *   …mudo.exe never answers a lesson   …morre.exe dies inside one   …nega.exe claims a length that nobody takes
- *   …lento.exe takes 11 s to start */
+ *   …lento.exe takes 11 s to start   …repete.exe answers with its command line
+ *   …traco.exe has a long dash in its title */
 #include <string.h>
 #include <windows.h>
 
 enum { MSG_AULA = 2060, MSG_PROXIMA = 2069, MSG_SAI = 2071 };
 
 static const wchar_t kTitle[] = L"Hist\u00f3rias - Quorel";
+static const wchar_t kDashed[] = L"Hist\u00f3rias \u2014 Quorel";
 static const wchar_t kShell[] = L"Gerenciador de Roteiros do Quorel";
 
 static int named(const wchar_t *ending)
@@ -22,6 +24,8 @@ static LRESULT answer(HWND window)
 {
     static char text[300000] = "A";
     COPYDATASTRUCT data = {MSG_PROXIMA, 2, text};
+    if (named(L"repete.exe"))
+        data.cbData = 1 + lstrlenA(lstrcpynA(text, GetCommandLineA(), sizeof text));
     if (named(L"nega.exe"))
         data.cbData = sizeof text; /* more than a shell takes */
     return SendMessageW(FindWindowW(NULL, kShell), WM_COPYDATA, (WPARAM)window, (LPARAM)&data);
@@ -58,7 +62,8 @@ int WINAPI wWinMain(HINSTANCE instance, HINSTANCE before, LPWSTR line, int show)
     description.hInstance = instance;
     description.lpszClassName = L"FilhoEmC";
     RegisterClassW(&description);
-    ShowWindow(CreateWindowW(L"FilhoEmC", kTitle, WS_OVERLAPPEDWINDOW, 200, 150, 300, 200, NULL, NULL, instance, NULL),
+    ShowWindow(CreateWindowW(L"FilhoEmC", named(L"traco.exe") ? kDashed : kTitle, WS_OVERLAPPEDWINDOW, 200, 150, 300,
+                   200, NULL, NULL, instance, NULL),
         show);
     while (GetMessageW(&message, NULL, 0, 0) > 0)
         DispatchMessageW(&message);

@@ -1,4 +1,5 @@
 // A shell's place and a child program in plain C: every message crosses the system's own WM_COPYDATA.
+#include "platform/codec.h"
 #include "platform/endereco.h"
 #include "platform/eventos.h"
 #include "platform/preparo.h"
@@ -20,6 +21,7 @@ using namespace quorel::teste;
 using namespace Qt::StringLiterals;
 
 static constexpr char16_t kFilho[] = u"Histórias - Quorel";
+static constexpr char16_t kLinha[] = u"/cfg:C:\\Lições  da \"avó\\zeto_cnf.txt  /Hook:";
 static const QString k32 = QStringLiteral(QUOREL_BUILD "/tests/filho_win32_32.exe");
 
 /// The shell's place, and what came to it.
@@ -60,6 +62,8 @@ private slots:
     void answersFromInsideItsWindowProcedure();
     void getsItsNextLessonAfterWaitingForLong();
     void aChainWithoutEndIsCut();
+    void getsItsCommandLineAsItStands();
+    void aLongDashIsADash();
     void aSlowStartIsWaitedFor();
     void awkwardOnes_data();
     void awkwardOnes();
@@ -99,7 +103,7 @@ void TstFilhoWin32::cleanup()
 Janela TstFilhoWin32::start(const QString &name, const QString &program)
 {
     const QString copy = QDir::toNativeSeparators(mDir->filePath(name));
-    if (!QFile::copy(program, copy) || !startProgramNow({copy, u"/cfg:C:\\a b\\zeto_cnf.txt /Hook:"_s, true}))
+    if (!QFile::copy(program, copy) || !startProgramNow({copy, QString::fromUtf16(kLinha), true}))
         return 0;
     return findWindow(kFilho, true); // at once: the start waited for it
 }
@@ -163,6 +167,20 @@ void TstFilhoWin32::aChainWithoutEndIsCut()
     QCOMPARE(nested.size(), 50);
     QCOMPARE(nested.count(1), 49);
     QCOMPARE(nested.first(), 0); // refused, and all the others go on from there
+}
+
+void TstFilhoWin32::getsItsCommandLineAsItStands()
+{
+    const Janela filho = start(u"repete.exe"_s);
+    QVERIFY(filho != 0);
+    QCOMPARE(mShell->envia(filho, MSG_AULA, "uma"), 1);
+    const QString program = QDir::toNativeSeparators(mDir->filePath(u"repete.exe"_s));
+    QCOMPARE(decode1252(mShell->came.value(0)), u"2069 \"%1\" %2"_s.arg(program, QString::fromUtf16(kLinha)));
+}
+
+void TstFilhoWin32::aLongDashIsADash()
+{
+    QVERIFY(start(u"traco.exe"_s) != 0);
 }
 
 void TstFilhoWin32::aSlowStartIsWaitedFor()

@@ -11,6 +11,8 @@
 #include <QProcess>
 #include <QTemporaryDir>
 
+#include <string>
+
 #include <qt_windows.h>
 
 using namespace quorel;
@@ -62,6 +64,11 @@ void TstJanelas::titlesAreFoundInFourPasses()
     QCOMPARE(findWindow(u"LIVROS DE TESTE", true), Janela(0));
     QCOMPARE(findWindow(u"Miolo", true), Janela(deep.handle));
     QCOMPARE(findWindow(u"", true), Janela(0));
+    const Bare dashed(L"Livros \u2014 de teste"); // only that of another program counts as "-"
+    QCOMPARE(findWindow(u"Livros - de teste", true), Janela(0));
+    const std::wstring longTitle = L"Quadrinhos de teste - " + std::wstring(5000, L'x');
+    const Bare endless(longTitle.c_str());
+    QCOMPARE(findWindow(u"Quadrinhos de teste -", true), Janela(endless.handle));
     Endereco endereco;
     endereco.publish(u"Livros de teste - Quorel"_s);
     QCOMPARE(findWindow(u"Livros de teste - Quorel", false), endereco.handle()); // the addresses come first
