@@ -37,9 +37,10 @@ quorel_wine() {
     if [ ! -f "$WINEPREFIX/pronto" ]; then
         env -u DISPLAY wineboot -i >/dev/null 2>&1
         wine reg add 'HKCR\.txt' /ve /d txtfile /f >/dev/null 2>&1
+        # What Windows' own texts are written in stands for a font that Wine does not find; they would get a serif.
+        wine reg add 'HKLM\Software\Microsoft\Windows NT\CurrentVersion\FontSubstitutes' /v 'MS Shell Dlg' \
+            /d 'Liberation Sans' /f >/dev/null 2>&1
         wineserver -w
-        # The font of Windows' own texts, which Debian's Wine does not look for where it has it; else they get a serif.
-        ln -sf /usr/share/wine/fonts/tahoma*.ttf "$WINEPREFIX/drive_c/windows/Fonts/"
         mkdir -p "$QUOREL_WINE/fontes"
         ln -sf /usr/share/fonts/truetype/{liberation*,dejavu}/*.ttf "$QUOREL_WINE/fontes/"
         touch "$WINEPREFIX/pronto"
