@@ -17,14 +17,12 @@ QString textOf(const CopyData &dados)
 
 } // namespace
 
-Filho::Filho(const QString &titulo, QWidget *corpo, const QString &interna, QWidget *corpoInterno) : mEndereco(corpo)
+Filho::Filho(const QString &titulo, QWidget *corpo) : mEndereco(corpo)
 {
     setSendLimit(0);
     mAnterior = mEndereco.replaceProc([this](Janela janela, quint32 message, quintptr wParam, qintptr lParam) {
         return procedure(janela, message, wParam, lParam);
     });
-    if (!interna.isEmpty())
-        mEndereco.publishInner(interna, corpoInterno); // first: who finds the program looks for this one at once
     mEndereco.publish(titulo);
     watchGerenciador();
 }
@@ -32,6 +30,11 @@ Filho::Filho(const QString &titulo, QWidget *corpo, const QString &interna, QWid
 Filho::~Filho()
 {
     mEndereco.withdraw();
+}
+
+void Filho::publicaInterna(const QString &titulo, QWidget *corpo)
+{
+    mEndereco.publishInner(titulo, corpo);
 }
 
 qintptr Filho::procedure(Janela janela, quint32 message, quintptr wParam, qintptr lParam)

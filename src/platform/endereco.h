@@ -50,7 +50,7 @@ public:
     void publish(const QString &titulo);
     void setTitle(const QString &titulo); ///< of a published address
     /// Adds an inner window, a place of its own to be found by findWindow() and placed; its messages go to the same
-    /// procedure. Before publish(), so that whoever finds the address finds this too. @return its handle
+    /// procedure. @return its handle
     Janela publishInner(const QString &titulo, QWidget *corpo);
     /// From now on it is not found, and sends to its handle end with 0.
     void withdraw();
