@@ -7,7 +7,7 @@ using namespace quorel;
 using namespace quorel::teste;
 
 static const QString kNoRecord = u"Não há registro atual: BOF ou EOF é verdadeiro, ou o registro atual foi excluído."_s;
-static const QString kNoField = u"O item não foi encontrado na coleção com o nome ou número pedido./Campo (AL_Nome)/"
+static const QString kNoField = u"O item não foi encontrado na coleção com o nome ou número pedido./%1"
                                 "O nome do campo não esta na tabela !!!"_s;
 static const QString kAsked = u"? Deletar Registro: Deseja apagar o registro atual"_s;
 static const QString kGone = u"O registro não existe mais no banco de dados; nada foi gravado."_s;
@@ -97,7 +97,8 @@ void TstBdRegistros::gives_data()
         {"of one just added", "add; Campo CL_Nome", "-1/4 2 Null; gives "},
         {"of a deleted one: nothing", "remove; Campo CL_Nome",
             "-1/2 4 3021; told i RS - Campo: " + kNoRecord + "; file 2b 3c"},
-        {"no such field: the edit is dropped", "name z; Campo AL_Nome", "1/3 0 a; told ! RS - Campo: " + kNoField},
+        {"no such field: the edit is dropped", "name z; Campo AL_Nome",
+            "1/3 0 a; told ! RS - Campo: " + kNoField.arg(u"Campo (AL_Nome)/"_s)},
 
         {"a list of two fields; it ends where it began", "next; lista CL_Cod CL_Prof", "2/3 0 b; gives 1-x;2-x;3-y"},
         {"by name, from behind the end", "end; lista cl_nome", "EOF -3/3 0 3021; gives a;b;c"},
@@ -137,6 +138,7 @@ void TstBdRegistros::searches_data()
         {"a deleted row is not found", "remove; Pesquisa CL_Prof='x'", "1/2 0 b; gives 2; file 2b 3c"},
         {"nor a filtered one", "filter CL_Cod<>1; Pesquisa CL_Prof='x'", "1/2 0 b; gives 2"},
         {"a row just added is", "add d; update; first; Pesquisa CL_Nome='d'", "4/4 0 d; gives 4; file 1a 2b 3c 4d"},
+        {"no such column", "Pesquisa AL_Cod=1", "1/3 0 a; gives ; told ! RS - Pesquisa: " + kNoField.arg(u""_s)},
         {"in nothing no criterion is read", "filter CL_Cod=9; Pesquisa x", "BOF EOF -1/0 0 3021; gives "},
 
         {"an edit is lost", "name z; Pesquisa CL_Nome='a'", "1/3 0 a; gives 1"},
@@ -162,6 +164,7 @@ void TstBdRegistros::searches_data()
         {"a filter that lets nothing through", "Filtro CL_Cod=9", "BOF EOF -1/0 0 3021"},
         {"none after that", "filter CL_Cod=9; Filtro ", "1/3 0 a"},
         {"another after that", "filter CL_Cod=9; Filtro CL_Cod=2", "1/1 0 b"},
+        {"a filter on no column", "Filtro AL_Cod=1", "1/3 0 a; fails 3265"},
         {"a filter on an empty table is not read", "remove all; requery; Filtro x", "BOF EOF -1/0 0 3021; file "},
         {"a filter keeps an added record pending", "add; Filtro CL_Cod=1", "1/2 2 a"},
         {"an order that is none", "Sort CL_Nome UP", "1/3 0 a; told ! RS - Sort: O critério não pôde ser entendido."},

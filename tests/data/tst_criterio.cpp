@@ -29,7 +29,6 @@ private slots:
     void refuses();
     void isNoSearch_data();
     void isNoSearch();
-    void unknownColumnIsTold();
     void sorts_data();
     void sorts();
 
@@ -136,16 +135,6 @@ void TstCriterio::isNoSearch()
     QCOMPARE(gBD->Pesquisa(criterion, u"RS"_s, 0), u""_s);
     QCOMPARE(gBD->PosicaoRegistroAtual(), 1);
     QCOMPARE(failureOf([&] { gBD->Filtro(text, u"RS"_s); }), int(kErroCriterio));
-}
-
-void TstCriterio::unknownColumnIsTold()
-{
-    QString criterion = u"Preco=3"_s;
-    QCOMPARE(gBD->Pesquisa(criterion, u"RS"_s, 0), u""_s);
-    QCOMPARE(told(),
-        u"! RS - Pesquisa: O item não foi encontrado na coleção com o nome ou número pedido./"
-        "O nome do campo não esta na tabela !!!"_s);
-    QCOMPARE(failureOf([] { gBD->Filtro(u"Preco=3"_s, u"RS"_s); }), int(kErroNome));
 }
 
 void TstCriterio::sorts_data()
