@@ -86,7 +86,7 @@ void TstCatalogo::builds_data()
     const QByteArray far(300000, ' ');
     const QString one = u"; month 1 at 15,450; showMonth 1; caption 1 "_s;
     rows<QString, QList<std::pair<QString, QByteArray>>, QString>({
-        // outcome: files in the catalogue ("month year discipline objective"), calls; or the failure alone
+        // files in the catalogue ("month year discipline objective"), calls; or the failure alone
         {"months in order of their names, other files passed over", "F1",
             {{"0305poF1.EDB", "<TM>Mar\xE7o</TM>"}, {"0205MAF1.edb", "<OBJ>somar</OBJ><TM>Fevereiro</TM>"},
                 {"0299XXF1.edb", "<OBJ>x</OBJ><TM>segundo</TM>"}, {"0305CIF1.txt", ""}},

@@ -49,7 +49,7 @@ void TstListaSelecionada::init()
 void TstListaSelecionada::whereItIsRead_data()
 {
     rows<bool, bool, bool, QString>({
-        // key, first, second: the key, the file that it names, the other one
+        // whether there are the key, the file that it names, the other file
         {"the configured one", true, true, true, "7\r\n"},
         {"it does not exist: the other", true, false, true, "2\r\n"},
         {"no key: the other", false, true, true, "2\r\n"},

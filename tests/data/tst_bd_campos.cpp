@@ -221,7 +221,7 @@ static QByteArray bitmap(int width)
 void TstBdCampos::picture_data()
 {
     rows<QByteArray, int, QString>({
-        // width: 0: the control is left alone
+        // with a width of 0 the control is left alone
         {"within a kilobyte", bitmap(5), 5, ""},
         {"several kilobytes", bitmap(900), 900, ""},
         {"empty", QByteArray(""), 0, ""},
@@ -287,7 +287,7 @@ void TstBdCampos::copiesATable_data()
     const QString all = u"Select * From De"_s;
     const QString copied = u"1|5|1|um|longo|NULL|NULL\n2|0|0|||NULL|NULL\n3|7|1|três||NULL|NULL"_s;
     rows<QString, int, bool, QString>({
-        // from: records to skip
+        // records to skip; whether the first field is left out
         {"all", all, 0, false, copied},
         {"without the first field", all, 0, true, copied},
         {"from the current one on", all, 2, false, "1|7|1|três||NULL|NULL"},

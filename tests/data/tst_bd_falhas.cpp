@@ -51,7 +51,7 @@ using Operacao = std::function<void(Chamada &)>;
 void TstBdFalhas::failsInItsWay_data()
 {
     rows<Modo, QString, Operacao>({
-        // origin: in the title of the box
+        // the origin stands in the title of the box
         {"NomeCampo", Levanta, "", [](auto &with) { gBD->NomeCampo(0, with.alias); }},
         {"lista", Levanta, "", [](auto &with) { gBD->lista(with.alias); }},
         {"Posicao", Levanta, "", [](auto &with) { gBD->Posicao(with.alias); }},

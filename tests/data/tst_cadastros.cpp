@@ -113,7 +113,7 @@ void TstCadastros::generics_data()
     const QString theClass = u"9999|Genérica|Genérica|Chavema\n"_s;
     const QString link = u"9999|9999|2026-11-24 10:30:00"_s;
     rows<QString, QString>({
-        // rows: classes, pupils, links
+        // classes, pupils and links afterwards
         {"an empty register", "", theClass + "9999|Genérico\n" + link},
         {"one that has them all",
             "INSERT INTO CL_Classes VALUES (9999, 'x', 'y', 'z'); INSERT INTO AL_Alunos VALUES (9999, 'w');"
@@ -208,7 +208,7 @@ void TstCadastros::tablesOfAllWindows()
 void TstCadastros::copies_data()
 {
     rows<bool, bool, QString>({
-        // there: a copy of an earlier start; next: what the next start opens; empty: nothing is copied
+        // read-only; a copy of an earlier start; what the next start opens, empty where nothing is copied
         {"a register that can be written", false, false, ""},
         {"a read-only one", true, false, "cad,Genérica"},
         {"a read-only one, copied before", true, true, "Genérica,win"},

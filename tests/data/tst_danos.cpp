@@ -132,7 +132,7 @@ void TstDanos::foreignTables_data()
 {
     const QString missing = u"Select * From %1/-2147217865\tNão existe a tabela ou consulta \"%1\"."_s;
     rows<QString, QString>({
-        // text: of the first box
+        // the text of the first box
         {"no tables", "DROP TABLE CL_Classes; DROP TABLE AL_Alunos; DROP TABLE CLxAL; DROP TABLE LG_LogAulas",
             missing.arg(u"CL_Classes"_s)},
         {"one missing", "DROP TABLE CLxAL", missing.arg(u"CLxAL"_s)},
@@ -236,7 +236,7 @@ void TstDanos::noisyPage()
 void TstDanos::truncated_data()
 {
     rows<int>({
-        // size: bytes left; below 0: taken off the end
+        // bytes left; below 0: taken off the end
         {"a byte less", -1},
         {"a page less", -kPage},
         {"half a page less", -kPage / 2},

@@ -184,7 +184,7 @@ void TstValores::longTextsAndManyRows()
 void TstValores::readsDates_data()
 {
     rows<QString, QString>({
-        // written: as text again
+        // stored; as text again
         {"24/11/26", "2026-11-24 00:00:00", "24/11/26"}, {" 1/2/03 ", "2003-02-01 00:00:00", "01/02/03"},
         {"24/11/2026 23:59:59", "2026-11-24 23:59:59", "24/11/26 23:59:59"},
         {"24/11/26 9:05", "2026-11-24 09:05:00", "24/11/26 09:05:00"},

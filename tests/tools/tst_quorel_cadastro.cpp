@@ -200,7 +200,7 @@ void TstQuorelCadastro::findsNoiseInAnyPage()
 void TstQuorelCadastro::badFiles_data()
 {
     rows<QByteArray, QString>({
-        // bytes: null: there is no file
+        // null bytes: there is no file
         {"empty", QByteArray(""), kEmpty},
         {"the old format", QByteArray("\0\1\0\0Standard Jet DB\0", 20) + QByteArray(4000, '\0'), kJet},
         {"a few bytes", QByteArray("SQLite format 3\0", 16), kNoDatabase},
