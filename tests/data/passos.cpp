@@ -2,12 +2,13 @@
 
 #include "apoio.h"
 
+#include <memory>
+
 using namespace Qt::StringLiterals;
 
 namespace quorel::teste {
 
 static const QString kName = u"CL_Nome"_s;
-static const QString kAlias = u"RS"_s;
 
 static void add(RecordSet &set, const QString &name)
 {
@@ -65,47 +66,62 @@ static Palavras wordsOnTheSet(RecordSet &set)
     };
 }
 
-/// Posicao, PosicaoRegistroAtual and count, then what is true of end, beginning, no records, empty table.
-static QString positions()
+/// Pesquisa for a field, by its number where it is one. @return its text behind the criterion that is left
+static QString found(const QString &alias, const QString &field, QString criterion)
 {
-    const QString numbers = u"%1 %2 %3"_s.arg(gBD->Posicao(kAlias))
-                                .arg(gBD->PosicaoRegistroAtual(kAlias))
-                                .arg(gBD->NumeroTotalDeRegistros());
-    return numbers + (gBD->FimDeArquivo(kAlias) ? u" end"_s : QString())
-        + (gBD->ComecoDeArquivo(kAlias) ? u" beginning"_s : QString())
-        + (gBD->RecordSetVazia(kAlias) ? u" none"_s : QString()) + (gBD->TabelaVazia(kAlias) ? u" empty"_s : QString());
+    bool isNumber = false;
+    const int number = field.toInt(&isNumber);
+    const QString text = gBD->Pesquisa(criterion, alias,
+        isNumber              ? QVariant(number)
+            : field.isEmpty() ? QVariant()
+                              : QVariant(field));
+    return criterion + u": "_s + text;
+}
+
+/// Posicao, PosicaoRegistroAtual and count, then what is true of end, beginning, no records, empty table.
+static QString positions(const QString &alias)
+{
+    const QString numbers = u"%1 %2 %3"_s.arg(gBD->Posicao(alias))
+                                .arg(gBD->PosicaoRegistroAtual(alias))
+                                .arg(gBD->NumeroTotalDeRegistros(alias));
+    return numbers + (gBD->FimDeArquivo(alias) ? u" end"_s : QString())
+        + (gBD->ComecoDeArquivo(alias) ? u" beginning"_s : QString())
+        + (gBD->RecordSetVazia(alias) ? u" none"_s : QString()) + (gBD->TabelaVazia(alias) ? u" empty"_s : QString());
 }
 
 static Palavras wordsOnBD()
 {
+    const auto on = std::make_shared<QString>(u"RS"_s); // the alias in use
     return {
-        {u"Campo"_s, [](auto &field) { return gBD->Campo(field, kAlias); }},
+        {u"open"_s, [](auto &rest) { gBD->Records_Set(behind(rest, u' '), before(rest, u' ')); }},
+        {u"alias"_s, [on](auto &name) { *on = name; }},
+        {u"Acha"_s, [on](auto &rest) { return found(*on, before(rest, u' '), behind(rest, u' ')); }},
+        {u"Campo"_s, [on](auto &field) { return gBD->Campo(field, *on); }},
         {u"lista"_s,
-            [](auto &rest) { return gBD->lista(kAlias, before(rest, u' '), u";"_s, behind(rest, u' '), u"-"_s); }},
-        {u"NomeCampo"_s, [](auto &index) { return gBD->NomeCampo(index.toShort(), kAlias, u","_s); }},
-        {u"Posicao"_s, [](auto &) { return positions(); }},
-        {u"ModoEdicao"_s, [](auto &) { return gBD->ModoEdicao(kAlias); }},
-        {u"MoveProximoRegistro"_s, [](auto &) { return gBD->MoveProximoRegistro(kAlias); }},
-        {u"MoveRegistroAnterior"_s, [](auto &) { return gBD->MoveRegistroAnterior(kAlias); }},
-        {u"MoveParaComecoDeArquivo"_s, [](auto &) { return gBD->MoveParaComecoDeArquivo(kAlias); }},
-        {u"MoveParaFimDeArquivo"_s, [](auto &) { return gBD->MoveParaFimDeArquivo(kAlias); }},
-        {u"Mover"_s, [](auto &rest) { gBD->Mover(before(rest, u' ').toInt(), behind(rest, u' ').toInt(), kAlias); }},
+            [on](auto &rest) { return gBD->lista(*on, before(rest, u' '), u";"_s, behind(rest, u' '), u"-"_s); }},
+        {u"NomeCampo"_s, [on](auto &index) { return gBD->NomeCampo(index.toShort(), *on, u","_s); }},
+        {u"Posicao"_s, [on](auto &) { return positions(*on); }},
+        {u"ModoEdicao"_s, [on](auto &) { return gBD->ModoEdicao(*on); }},
+        {u"MoveProximoRegistro"_s, [on](auto &) { return gBD->MoveProximoRegistro(*on); }},
+        {u"MoveRegistroAnterior"_s, [on](auto &) { return gBD->MoveRegistroAnterior(*on); }},
+        {u"MoveParaComecoDeArquivo"_s, [on](auto &) { return gBD->MoveParaComecoDeArquivo(*on); }},
+        {u"MoveParaFimDeArquivo"_s, [on](auto &) { return gBD->MoveParaFimDeArquivo(*on); }},
+        {u"Mover"_s, [on](auto &rest) { gBD->Mover(before(rest, u' ').toInt(), behind(rest, u' ').toInt(), *on); }},
         {u"RetornaRegistroString"_s,
-            [](auto &lines) { return gBD->RetornaRegistroString(lines.toShort(), kAlias, u","_s, u";"_s); }},
-        {u"MarcaPosicao"_s, [](auto &) { return gBD->MarcaPosicao(kAlias); }},
-        {u"VoltaPosicao"_s, [](auto &) { return gBD->VoltaPosicao(kAlias); }},
-        {u"RegistroAdiciona"_s, [](auto &) { gBD->RegistroAdiciona(kAlias); }},
-        {u"RegistroTroca"_s, [](auto &rest) { gBD->RegistroTroca(before(rest), behind(rest), kAlias); }},
-        {u"RegistroAtualiza"_s, [](auto &) { gBD->RegistroAtualiza(kAlias); }},
-        {u"RegistroApaga"_s, [](auto &rest) { gBD->RegistroApaga(kAlias, kAfetaAtual, rest == "pergunta"_L1); }},
-        {u"ReAtualizaRecordSet"_s, [](auto &) { gBD->ReAtualizaRecordSet(kAlias); }},
-        {u"CancelaAdicao"_s, [](auto &) { gBD->CancelaAdicao(kAlias); }},
-        {u"CancelaEdicao"_s, [](auto &) { gBD->CancelaEdicao(kAlias); }},
-        {u"Pesquisa"_s, [](QString criterion) { return gBD->Pesquisa(criterion, kAlias, u"CL_Cod"_s); }},
-        {u"LocalizarProxima"_s,
-            [](QString criterion) { return gBD->LocalizarProxima(criterion, kAlias, u"CL_Cod"_s); }},
-        {u"Filtro"_s, [](auto &criterion) { gBD->Filtro(criterion, kAlias); }},
-        {u"Sort"_s, [](auto &order) { gBD->Sort(order, kAlias); }},
+            [on](auto &lines) { return gBD->RetornaRegistroString(lines.toShort(), *on, u","_s, u";"_s); }},
+        {u"MarcaPosicao"_s, [on](auto &) { return gBD->MarcaPosicao(*on); }},
+        {u"VoltaPosicao"_s, [on](auto &) { return gBD->VoltaPosicao(*on); }},
+        {u"RegistroAdiciona"_s, [on](auto &) { gBD->RegistroAdiciona(*on); }},
+        {u"RegistroTroca"_s, [on](auto &rest) { gBD->RegistroTroca(before(rest), behind(rest), *on); }},
+        {u"RegistroAtualiza"_s, [on](auto &) { gBD->RegistroAtualiza(*on); }},
+        {u"RegistroApaga"_s, [on](auto &rest) { gBD->RegistroApaga(*on, kAfetaAtual, rest == "pergunta"_L1); }},
+        {u"ReAtualizaRecordSet"_s, [on](auto &) { gBD->ReAtualizaRecordSet(*on); }},
+        {u"CancelaAdicao"_s, [on](auto &) { gBD->CancelaAdicao(*on); }},
+        {u"CancelaEdicao"_s, [on](auto &) { gBD->CancelaEdicao(*on); }},
+        {u"Pesquisa"_s, [on](QString criterion) { return gBD->Pesquisa(criterion, *on, u"CL_Cod"_s); }},
+        {u"LocalizarProxima"_s, [on](QString criterion) { return gBD->LocalizarProxima(criterion, *on, u"CL_Cod"_s); }},
+        {u"Filtro"_s, [on](auto &criterion) { gBD->Filtro(criterion, *on); }},
+        {u"Sort"_s, [on](auto &order) { gBD->Sort(order, *on); }},
     };
 }
 

@@ -42,7 +42,8 @@ using Palavras = QHash<QString, Palavra>;
 /// file SQL: another program's work on the register.
 /// A member of BD is called on the alias "RS", without its last parameters: "MoveProximoRegistro", "Mover 1 0",
 /// "RegistroTroca CL_Nome=d", "Pesquisa CL_Cod=1" (the field asked for is CL_Cod), "lista CL_Nome CL_Prof". "Posicao"
-/// gives all that BD tells of the place; "RegistroApaga pergunta" asks first.
+/// gives all that BD tells of the place; "RegistroApaga pergunta" asks first; "Acha FIELD CRITERION" is a search that
+/// gives the criterion left and the field. open ALIAS SQL; alias ALIAS: those behind it are called on that one.
 Palavras wordsOn(RecordSet &set, const Registro &registro);
 
 /// Plays steps separated by "; ", each a word and what follows it: "add d; first; update".

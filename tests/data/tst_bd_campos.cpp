@@ -32,15 +32,9 @@ private slots:
     void assigns_data();
     void assigns();
     void includes();
-    void reportDropsWhatIsPending();
-    void addingToNothingReadsItAgain();
-    void oneMarkForAllTables();
+    void silentFailureKeepsWhatIsPending();
     void deletesNothingAgainstTheAnswer();
     void fieldByBookmark();
-    void givesWhatIsFound_data();
-    void givesWhatIsFound();
-    void criterionIsLeftInUpperCase();
-    void filterWithoutAliasDoesNothing();
     void picture_data();
     void picture();
     void savesAFile();
@@ -100,47 +94,14 @@ void TstBdCampos::includes()
     QCOMPARE(failureOf([] { gBD->RegistroInclui(u"Longo"_s, u"x"_s, u"T"_s); }), int(kErroValor));
 }
 
-/// A silent failure keeps it pending.
-void TstBdCampos::reportDropsWhatIsPending()
+void TstBdCampos::silentFailureKeepsWhatIsPending()
 {
     gBD->RegistroTroca(u"Texto"_s, u"novo"_s, u"t"_s);
     gBD->RegistroTroca(u"Longo"_s, u"x"_s, u"t"_s, kTrocaComoEsta, false);
     QCOMPARE(gBD->ModoEdicao(u"T"_s), QVariant(kEdicaoEmCurso));
-    gBD->RegistroTroca(u"Longo"_s, u"x"_s, u"t"_s);
-    QCOMPARE(told(), u"! t - : O valor não é adequado para o campo."_s);
-    QCOMPARE(gBD->ModoEdicao(u"T"_s), QVariant(kEdicaoNenhuma));
-    QCOMPARE(gBD->Campo(u"Texto"_s, u"T"_s), QVariant(u"velho"_s));
-    gBD->RegistroTroca(u"Nada"_s, 1, u"t"_s); // the description of its own is never seen
-    QCOMPARE(told(), u"! t - : "_s + kNoField.arg(u""_s));
     play(u"RegistroAdiciona; RegistroTroca CL_Cod=2"_s);
     gBD->RegistroAtualiza(u"RS"_s, false);
     QCOMPARE(gBD->ModoEdicao(u"RS"_s), QVariant(kEdicaoInclusao));
-}
-
-void TstBdCampos::addingToNothingReadsItAgain()
-{
-    gBD->Records_Set(u"Select * From AL_Alunos"_s, u"vazio"_s);
-    play(u"next; MarcaPosicao"_s);
-    gBD->RegistroAdiciona(u"vazio"_s);
-    gBD->CancelaAdicao(u"vazio"_s);
-    play(u"VoltaPosicao"_s); // the mark was left alone
-    QCOMPARE(state(), u"2/3 0 b"_s);
-    mRegistro->sql(u"INSERT INTO AL_Alunos VALUES (5, 'de outro')"_s);
-    gBD->RegistroAdiciona(u"vazio"_s);
-    QCOMPARE(gBD->NumeroTotalDeRegistros(u"vazio"_s), 2);
-    gBD->CancelaAdicao(u"vazio"_s);
-    QCOMPARE(gBD->Campo(u"AL_Nome"_s, u"vazio"_s), QVariant(u"de outro"_s));
-}
-
-void TstBdCampos::oneMarkForAllTables()
-{
-    mRegistro->sql(u"INSERT INTO AL_Alunos VALUES (5, 'Ana'), (6, 'Bia')"_s);
-    gBD->Records_Set(u"Select * From AL_Alunos"_s, u"outra"_s);
-    play(u"last; MarcaPosicao"_s);
-    gBD->MoveProximoRegistro(u"outra"_s);
-    gBD->VoltaPosicao(u"outra"_s); // a mark of no row there
-    QCOMPARE(gBD->PosicaoRegistroAtual(), 1);
-    QCOMPARE(gBD->PosicaoRegistroAtual(u"RS"_s), 3);
 }
 
 void TstBdCampos::deletesNothingAgainstTheAnswer()
@@ -164,47 +125,6 @@ void TstBdCampos::fieldByBookmark()
     QCOMPARE(told(), u"! RS - Campo: "_s + kNoField.arg(u"Campo (9)/"_s));
     play(u"end"_s);
     QCOMPARE(gBD->Campo(u"Nada"_s, u"RS"_s, 2), QVariant(u""_s)); // neither is even looked at
-}
-
-void TstBdCampos::givesWhatIsFound_data()
-{
-    rows<QVariant, QString>({
-        {"by name", u"cl_prof"_s, "x"},
-        {"by number", 0, "2"},
-        {"all", -1, "2\tb\tx\t\t"},
-        {"all, by a text", u"-1"_s, "2\tb\tx\t\t"},
-        {"an empty one", u"CL_Senha"_s, ""},
-        {"no field at all", {}, ""},
-    });
-}
-
-void TstBdCampos::givesWhatIsFound()
-{
-    const auto [field, text] = row<QVariant, QString>();
-    QString criterion = u"CL_Cod=2"_s;
-    QCOMPARE(gBD->Pesquisa(criterion, u"RS"_s, field), text);
-    QCOMPARE(gBD->PosicaoRegistroAtual(), 2);
-    play(u"first"_s);
-    QCOMPARE(gBD->LocalizarProxima(criterion, u"RS"_s, field), text);
-}
-
-void TstBdCampos::criterionIsLeftInUpperCase()
-{
-    for (const char *filter : {"", "filter CL_Cod=9"}) { // also on an empty set
-        play(filter);
-        QString criterion = u"cl_nome='ção ß ÿ'"_s;
-        gBD->Pesquisa(criterion, u"RS"_s, 0);
-        QCOMPARE(criterion, u"CL_NOME='ÇÃO ß Ÿ'"_s);
-    }
-}
-
-void TstBdCampos::filterWithoutAliasDoesNothing()
-{
-    gBD->Filtro(u"CL_Cod=3"_s, u""_s);
-    QCOMPARE(state(), u"1/3 0 a"_s);
-    play(u"filter CL_Cod=3"_s);
-    gBD->Filtro(u""_s, u""_s);
-    QCOMPARE(state(), u"1/1 0 c"_s);
 }
 
 static QByteArray bitmap(int width)

@@ -18,6 +18,7 @@ class TstBdRegistros final : public TesteBD
 {
     Q_OBJECT
 private slots:
+    void init();
     void moves_data();
     void moves() { plays(); }
     void gives_data();
@@ -27,6 +28,13 @@ private slots:
     void changes_data();
     void changes() { plays(); }
 };
+
+void TstBdRegistros::init()
+{
+    TesteBD::init();
+    gBD->Records_Set(u"Select * From AL_Alunos"_s, u"vazio"_s);
+    gBD->Records_Set(u"Select 1 as A union all Select 2"_s, u"outra"_s);
+}
 
 void TstBdRegistros::moves_data()
 {
@@ -63,6 +71,8 @@ void TstBdRegistros::moves_data()
         {"no mark behind the end", "end; MarcaPosicao", "EOF -3/3 0 3021; gives false"},
         {"to no mark yet: the first", "last; VoltaPosicao", "1/3 0 a"},
         {"to the mark", "next; MarcaPosicao; end; MarcaPosicao; VoltaPosicao", "2/3 0 b"},
+        {"one mark for all tables", "last; MarcaPosicao; alias outra; MoveProximoRegistro; VoltaPosicao; Posicao",
+            "3/3 0 c; gives 1 1 2"}, // which has no such row
         {"to a mark that is filtered out", "next; MarcaPosicao; filter CL_Cod<>2; VoltaPosicao", "1/2 0 a"},
     });
 }
@@ -133,6 +143,14 @@ void TstBdRegistros::searches_data()
         {"nothing behind the equals sign: the first", "last; Pesquisa CL_Cod=", "1/3 0 a; gives "},
         {"blanks behind it", "last; Pesquisa CL_Cod=   ", "1/3 0 a; gives "},
         {"no equals sign is no search", "last; Pesquisa CL_Cod > 1", "1/3 0 a; gives "},
+        {"a field of it", "Acha cl_prof CL_Cod=2", "2/3 0 b; gives CL_COD=2: x"},
+        {"by number", "Acha 0 cl_cod=2", "2/3 0 b; gives CL_COD=2: 2"},
+        {"all of them", "Acha -1 CL_Cod=2", "2/3 0 b; gives CL_COD=2: 2\tb\tx\t\t"},
+        {"an empty one", "Acha CL_Senha CL_Cod=2", "2/3 0 b; gives CL_COD=2: "},
+        {"none", "Acha  CL_Cod=2", "2/3 0 b; gives CL_COD=2: "},
+        {"the criterion is left in upper case", "Acha 0 cl_nome='ção ß ÿ'",
+            "EOF -3/3 0 3021; gives CL_NOME='ÇÃO ß Ÿ': "},
+        {"also in an empty set", "filter CL_Cod=9; Acha 0 ção", "BOF EOF -1/0 0 3021; gives ÇÃO: "},
         {"at least", "Pesquisa CL_Cod >= 3", "3/3 0 c; gives 3"},
         {"like", "Pesquisa cl_nome like b*", "2/3 0 b; gives 2"},
         {"a deleted row is not found", "remove; Pesquisa CL_Prof='x'", "1/2 0 b; gives 2; file 2b 3c"},
@@ -164,6 +182,8 @@ void TstBdRegistros::searches_data()
         {"a filter that lets nothing through", "Filtro CL_Cod=9", "BOF EOF -1/0 0 3021"},
         {"none after that", "filter CL_Cod=9; Filtro ", "1/3 0 a"},
         {"another after that", "filter CL_Cod=9; Filtro CL_Cod=2", "1/1 0 b"},
+        {"an empty alias filters nothing", "alias ; Filtro CL_Cod=3", "1/3 0 a"},
+        {"nor does it clear a filter", "filter CL_Cod=3; alias ; Filtro ", "1/1 0 c"},
         {"a filter on no column", "Filtro AL_Cod=1", "1/3 0 a; fails 3265"},
         {"a filter on an empty table is not read", "remove all; requery; Filtro x", "BOF EOF -1/0 0 3021; file "},
         {"a filter keeps an added record pending", "add; Filtro CL_Cod=1", "1/2 2 a"},
@@ -182,6 +202,14 @@ void TstBdRegistros::changes_data()
         {"added with a key that is there: nothing stays", "RegistroAdiciona; RegistroTroca CL_Cod=2; RegistroAtualiza",
             "1/3 0 a; told i RS - Registro Atualiza: "
             "O valor repete uma chave ou fere uma regra da tabela; nada foi gravado."},
+        {"added to nothing, cancelled: the mark is left alone",
+            "next; MarcaPosicao; alias vazio; RegistroAdiciona; CancelaAdicao; alias RS; VoltaPosicao", "2/3 0 b"},
+        {"added to nothing: it is read again first",
+            "file INSERT INTO AL_Alunos VALUES (5, 'Ana'); alias vazio; RegistroAdiciona; Posicao",
+            "1/3 0 a; gives -1 0 2"},
+        {"and cancelled",
+            "file INSERT INTO AL_Alunos VALUES (5, 'Ana'); alias vazio; RegistroAdiciona; CancelaAdicao; Campo AL_Nome",
+            "1/3 0 a; gives Ana"},
         {"added, cancelled: where it stood", "next; RegistroAdiciona; CancelaAdicao", "2/3 0 b"},
         {"after moves too", "next; RegistroAdiciona; last; CancelaAdicao", "2/3 0 b"},
         {"after a search that missed", "next; RegistroAdiciona; find CL_Cod=9; CancelaAdicao", "2/3 0 b"},
@@ -190,6 +218,10 @@ void TstBdRegistros::changes_data()
         {"added, cancelled as an edit: nothing", "RegistroAdiciona; CancelaEdicao", "-1/4 2 Null"},
         {"edited, cancelled as an addition: nothing", "name z; CancelaAdicao", "1/3 1 z"},
         {"edited, cancelled: at the mark", "next; MarcaPosicao; next; name z; CancelaEdicao", "2/3 0 b"},
+        {"edited, a value that does not fit: the edit is dropped", "name z; RegistroTroca CL_Cod=x",
+            "1/3 0 a; told ! RS - : O valor não é adequado para o campo."},
+        {"assigned to no field: the description of its own is never seen", "RegistroTroca Nada=1",
+            "1/3 0 a; told ! RS - : " + kNoField.arg(u""_s)},
         {"edited, written", "next; name z; RegistroAtualiza", "2/3 0 z; file 1a 2z 3c"},
         {"edited: the other columns are read again first",
             "name z; file UPDATE CL_Classes SET CL_Nome = 'o', CL_Prof = 'p' WHERE CL_Cod = 1; RegistroAtualiza; "
