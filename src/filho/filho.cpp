@@ -17,24 +17,19 @@ QString textOf(const CopyData &dados)
 
 } // namespace
 
-Filho::Filho(const QString &titulo, QWidget *corpo) : mEndereco(corpo)
+Filho::Filho(const QString &titulo, QWidget *corpo, const Interna &interna) : mEndereco(corpo)
 {
     setSendLimit(0);
     mAnterior = mEndereco.replaceProc([this](Janela janela, quint32 message, quintptr wParam, qintptr lParam) {
         return procedure(janela, message, wParam, lParam);
     });
-    mEndereco.publish(titulo);
+    mEndereco.publish(titulo, interna);
     watchGerenciador();
 }
 
 Filho::~Filho()
 {
     mEndereco.withdraw();
-}
-
-void Filho::publicaInterna(const QString &titulo, QWidget *corpo)
-{
-    mEndereco.publishInner(titulo, corpo);
 }
 
 qintptr Filho::procedure(Janela janela, quint32 message, quintptr wParam, qintptr lParam)

@@ -26,11 +26,9 @@ public:
     /// Makes the address known; connect the signals before the event loop runs next. Needs the application object.
     /// @param corpo  the program's window, which the shell places (with a size of 0: it keeps a least size); outlives
     ///               this object; null for a program without a window
-    explicit Filho(const QString &titulo, QWidget *corpo = nullptr);
+    /// @param interna  one more place, inside the window
+    explicit Filho(const QString &titulo, QWidget *corpo = nullptr, const Interna &interna = {});
     ~Filho() override; ///< the address is gone; lessons that no signal has told yet are dropped
-
-    /// One more place, inside the window, to be found and placed under a title of its own.
-    void publicaInterna(const QString &titulo, QWidget *corpo);
 
     bool temGerenciador() const; ///< whether a send would find a shell now
     bool aulaPendente() const { return mPendentes > 0; } ///< a lesson has come that aula() hasn't told yet

@@ -44,9 +44,7 @@ int main(int argc, char **argv)
     vesteAplicacao(app);
     const CaraterRec &qual = carater(programa);
     JanelaLicao janela(programa, midiaDaConfiguracao(parametros.Cfg));
-    Filho filho(qual.titulo.toString(), &janela);
-    if (!qual.interna.isEmpty())
-        filho.publicaInterna(qual.interna.toString(), janela.interna());
+    Filho filho(qual.titulo.toString(), &janela, {qual.interna.toString(), janela.interna()});
     Sessao sessao(filho, janela);
     QObject::connect(&sessao, &Sessao::fim, &app, [] { encerraPrograma(); });
 

@@ -33,6 +33,13 @@ using WindowProc = std::function<qintptr(Janela, quint32, quintptr, qintptr)>;
 /// Passes a message on to a procedure that was replaced; 0 when there was none.
 qintptr callWindowProc(const WindowProc &proc, Janela janela, quint32 message, quintptr wParam, qintptr lParam);
 
+/// A window inside another one, found and placed under a title of its own; none without a title.
+struct Interna
+{
+    QString titulo;
+    QWidget *corpo = nullptr;
+};
+
 /// A place in this process where other processes reach it: a window known by its title, with a procedure for messages.
 /// On Windows a top-level window, invisible unless a body is given; on Linux an entry on the bus. Its handle is good
 /// from the start, for use as a sender; found and reached it is from publish() to withdraw(). Needs a QApplication.
@@ -46,12 +53,13 @@ public:
 
     Janela handle() const;
 
-    /// Makes the address known under a title. The procedure in force answers 1 to kCopyData until it is replaced.
-    void publish(const QString &titulo);
+    /// Makes the address known under a title, together with its inner window: whoever looks for "Livros" must not meet
+    /// "Livros - Quorel" alone. The procedure in force answers 1 to kCopyData until it is replaced.
+    void publish(const QString &titulo, const Interna &interna = {});
     void setTitle(const QString &titulo); ///< of a published address
     /// Adds an inner window, a place of its own to be found by findWindow() and placed; its messages go to the same
     /// procedure. @return its handle
-    Janela publishInner(const QString &titulo, QWidget *corpo);
+    Janela publishInner(const Interna &interna);
     /// From now on it is not found, and sends to its handle end with 0.
     void withdraw();
 

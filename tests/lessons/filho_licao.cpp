@@ -145,8 +145,7 @@ int main(int argc, char **argv)
         + app.arguments().sliced(1).join(u' '));
     const QHash<QString, QString> titles{{u"Desenho"_s, u"Editor de Desenhos"_s}, {u"Vrel"_s, u"Histórias"_s},
         {u"Calc"_s, u"Calculadora"_s}, {u"calc"_s, u"Calculadora"_s}};
-    lugar.publish(titles.value(name, name) + " - Quorel"_L1);
-    lugar.publishInner(name == "Zeto"_L1 ? u"ZETO"_s : name, dentro);
+    lugar.publish(titles.value(name, name) + " - Quorel"_L1, {name == "Zeto"_L1 ? u"ZETO"_s : name, dentro});
     corpo.show();
     corpo.move(corpo.pos() + kCorpo.topLeft() - cantoDe(corpo)); // where the toolkit takes a frame for granted
     return app.exec();

@@ -107,7 +107,7 @@ int main(int argc, char **argv)
         return answer(sender, *reinterpret_cast<const CopyData *>(data));
     });
     if (words.size() > 2) {
-        endereco.publishInner(words[2], &corpo);
+        endereco.publishInner({words[2], &corpo});
         QThread::msleep(kSlow);
     }
     endereco.publish(words.value(1));

@@ -165,7 +165,7 @@ void TstJanelas::anInnerWindowMovesItsWidget()
     Endereco endereco(&corpo);
     endereco.replaceProc([](Janela, quint32, quintptr, qintptr) { return qintptr(5); });
     endereco.publish(u"Corpo de teste"_s);
-    const Janela inner = endereco.publishInner(u"Miolo de teste"_s, &miolo);
+    const Janela inner = endereco.publishInner({u"Miolo de teste"_s, &miolo});
     corpo.show();
     QCOMPARE(findWindow(u"Miolo de teste", false), inner);
     QCOMPARE(GetAncestor(HWND(inner), GA_ROOT), HWND(endereco.handle()));

@@ -16,10 +16,11 @@ Bus &Bus::instance()
     return bus;
 }
 
-void Bus::publish(OwnWindow window)
+void Bus::publish(std::vector<OwnWindow> windows)
 {
     startListening();
-    mWindows.add(std::move(window));
+    for (OwnWindow &window : windows)
+        mWindows.add(std::move(window));
     writeEntries();
 }
 

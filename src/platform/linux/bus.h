@@ -22,7 +22,7 @@ public:
     OwnWindows &windows() { return mWindows; }
     BusDirectory &directory() { return mDirectory; }
 
-    void publish(OwnWindow window);
+    void publish(std::vector<OwnWindow> windows); ///< at one stroke
     void setTitle(Janela handle, const QString &title);
     /// Takes a window off the bus; the sends to it that are being served are answered with 0 at once.
     void withdraw(Janela handle);

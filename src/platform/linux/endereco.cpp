@@ -12,6 +12,11 @@ struct Endereco::Dados
     Janela handle = Bus::instance().windows().newHandle();
     QPointer<QWidget> body;
     std::shared_ptr<bus::Procedure> procedure = std::make_shared<bus::Procedure>();
+
+    bus::OwnWindow inner(const Interna &interna) const
+    {
+        return {{Bus::instance().windows().newHandle(), handle, interna.titulo}, interna.corpo, procedure};
+    }
 };
 
 static std::shared_ptr<WindowProc> shared(WindowProc proc)
@@ -36,12 +41,14 @@ Janela Endereco::handle() const
     return d->handle;
 }
 
-void Endereco::publish(const QString &titulo)
+void Endereco::publish(const QString &titulo, const Interna &interna)
 {
     if (Bus::instance().windows().contains(d->handle))
-        setTitle(titulo);
-    else
-        Bus::instance().publish({{d->handle, 0, titulo}, d->body, d->procedure});
+        return setTitle(titulo);
+    std::vector<bus::OwnWindow> windows{{{d->handle, 0, titulo}, d->body, d->procedure}};
+    if (!interna.titulo.isEmpty())
+        windows.push_back(d->inner(interna));
+    Bus::instance().publish(std::move(windows));
 }
 
 void Endereco::setTitle(const QString &titulo)
@@ -49,11 +56,12 @@ void Endereco::setTitle(const QString &titulo)
     Bus::instance().setTitle(d->handle, titulo);
 }
 
-Janela Endereco::publishInner(const QString &titulo, QWidget *corpo)
+Janela Endereco::publishInner(const Interna &interna)
 {
-    const Janela inner = Bus::instance().windows().newHandle();
-    Bus::instance().publish({{inner, d->handle, titulo}, corpo, d->procedure});
-    return inner;
+    bus::OwnWindow window = d->inner(interna);
+    const Janela handle = window.entry.handle;
+    Bus::instance().publish({std::move(window)});
+    return handle;
 }
 
 void Endereco::withdraw()

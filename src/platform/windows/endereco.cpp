@@ -119,11 +119,13 @@ Janela Endereco::handle() const
     return Janela(d->window);
 }
 
-void Endereco::publish(const QString &titulo)
+void Endereco::publish(const QString &titulo, const Interna &interna)
 {
     d->title = oneLine(titulo);
     d->procedure->reachable = true;
     d->applyTitle();
+    if (!interna.titulo.isEmpty())
+        publishInner(interna);
 }
 
 void Endereco::setTitle(const QString &titulo)
@@ -134,9 +136,9 @@ void Endereco::setTitle(const QString &titulo)
     d->applyTitle();
 }
 
-Janela Endereco::publishInner(const QString &titulo, QWidget *corpo)
+Janela Endereco::publishInner(const Interna &interna)
 {
-    Dados::Inner &made = d->inner.emplace_back(Dados::Inner{oneLine(titulo), corpo});
+    Dados::Inner &made = d->inner.emplace_back(Dados::Inner{oneLine(interna.titulo), interna.corpo});
     d->attachInner(made);
     return Janela(made.window);
 }
