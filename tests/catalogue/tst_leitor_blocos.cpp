@@ -2,7 +2,7 @@
 
 #include "leitura_literal.h"
 #include "support/suporte.h"
-#include "support/tabela.h"
+#include "support/table.h"
 #include "textos_de_bloco.h"
 
 using namespace quorel;

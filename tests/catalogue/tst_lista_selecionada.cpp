@@ -5,7 +5,7 @@
 #include "platform/sistema.h"
 #include "startup/quorel_zeto.h"
 #include "support/suporte.h"
-#include "support/tabela.h"
+#include "support/table.h"
 
 #include <QDir>
 #include <QTemporaryDir>

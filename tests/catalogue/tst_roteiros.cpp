@@ -8,7 +8,7 @@
 #include "platform/sistema.h"
 #include "startup/quorel_zeto.h"
 #include "support/suporte.h"
-#include "support/tabela.h"
+#include "support/table.h"
 #include "textos_de_bloco.h"
 #include "vistas_gravadas.h"
 

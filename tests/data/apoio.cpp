@@ -3,7 +3,7 @@
 #include "data/schema.h"
 #include "platform/costuras.h"
 #include "support/suporte.h"
-#include "support/tabela.h"
+#include "support/table.h"
 
 #include <QDir>
 #include <QFile>

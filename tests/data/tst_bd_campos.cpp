@@ -1,7 +1,7 @@
 #include "apoio.h"
 
 #include "support/suporte.h"
-#include "support/tabela.h"
+#include "support/table.h"
 
 #include <QBuffer>
 #include <QDir>

@@ -2,7 +2,7 @@
 #include "passos.h"
 
 #include "platform/twips.h"
-#include "support/tabela.h"
+#include "support/table.h"
 
 #include <QComboBox>
 #include <QLabel>

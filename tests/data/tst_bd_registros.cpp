@@ -1,6 +1,6 @@
 #include "apoio.h"
 
-#include "support/tabela.h"
+#include "support/table.h"
 
 using namespace Qt::StringLiterals;
 using namespace quorel;

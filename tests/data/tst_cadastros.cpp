@@ -5,7 +5,7 @@
 #include "startup/estado.h"
 #include "startup/quorel_zeto.h"
 #include "support/suporte.h"
-#include "support/tabela.h"
+#include "support/table.h"
 
 #include <QDateTime>
 #include <QDir>

@@ -1,7 +1,7 @@
 #include "apoio.h"
 
 #include "data/criterio.h"
-#include "support/tabela.h"
+#include "support/table.h"
 
 using namespace Qt::StringLiterals;
 using namespace quorel;

@@ -7,7 +7,7 @@
 #include "startup/quorel_zeto.h"
 #include "support/sistema.h"
 #include "support/suporte.h"
-#include "support/tabela.h"
+#include "support/table.h"
 
 #include <QCoreApplication>
 #include <QDir>

@@ -2,7 +2,7 @@
 
 #include "data/consultas.h"
 #include "data/dialeto.h"
-#include "support/tabela.h"
+#include "support/table.h"
 
 #include <algorithm>
 

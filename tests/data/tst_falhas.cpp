@@ -8,7 +8,7 @@
 #include "startup/estado.h"
 #include "startup/quorel_zeto.h"
 #include "support/suporte.h"
-#include "support/tabela.h"
+#include "support/table.h"
 
 #include <QFile>
 #include <QFileInfo>

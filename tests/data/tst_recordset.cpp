@@ -2,7 +2,7 @@
 #include "passos.h"
 
 #include "data/conexao.h"
-#include "support/tabela.h"
+#include "support/table.h"
 
 #include <functional>
 

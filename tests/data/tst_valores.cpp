@@ -3,7 +3,7 @@
 
 #include "data/datas.h"
 #include "platform/costuras.h"
-#include "support/tabela.h"
+#include "support/table.h"
 
 #include <ctime>
 #include <limits>

@@ -16,7 +16,7 @@ using namespace quorel;
 using namespace quorel::teste;
 using namespace Qt::StringLiterals;
 
-using Linhas = std::vector<LinhaPlanilha>;
+using LinhasDaFolha = std::vector<LinhaPlanilha>;
 
 /// The pages, down to the bytes of the files.
 class TstPaginas : public QObject
@@ -68,22 +68,22 @@ void TstPaginas::init()
 
 void TstPaginas::theSheetsPage_data()
 {
-    QTest::addColumn<Linhas>("linhas"); // behind the header
+    QTest::addColumn<LinhasDaFolha>("linhas"); // behind the header
     QTest::addColumn<QString>("arquivo");
-    const Linhas ciencias{{"Ciências"}, {"02/03/26 10:20:30", "A Água", "2", "1"}, {"01/03/26", "A Água", "0", "1"},
-        {QString(), "*** TOTAL ***", "2", "2"}};
-    Linhas todas = ciencias;
+    const LinhasDaFolha ciencias{{"Ciências"}, {"02/03/26 10:20:30", "A Água", "2", "1"},
+        {"01/03/26", "A Água", "0", "1"}, {QString(), "*** TOTAL ***", "2", "2"}};
+    LinhasDaFolha todas = ciencias;
     todas.insert(todas.end(), {{}, {QString(), "*** TOTAL GERAL***", "2", "2"}});
     QTest::newRow("one discipline") << ciencias << "ciencias.html";
-    QTest::newRow("a title is cut at its first blank, a name passes as it is") << Linhas{{"Desenv. Sensorio Motor"},
-        {"02/03/26 10:20:31", "<b>Cores & formas", "1", "0"}, {QString(), "*** TOTAL ***", "1", "0"}}
-                                                                               << "desenv.html";
+    QTest::newRow("a title is cut at its first blank, a name passes as it is") << LinhasDaFolha{
+        {"Desenv. Sensorio Motor"}, {"02/03/26 10:20:31", "<b>Cores & formas", "1", "0"},
+        {QString(), "*** TOTAL ***", "1", "0"}} << "desenv.html";
     QTest::newRow("all disciplines") << todas << "todas.html";
 }
 
 void TstPaginas::theSheetsPage()
 {
-    QFETCH(Linhas, linhas);
+    QFETCH(LinhasDaFolha, linhas);
     QFETCH(QString, arquivo);
     linhas.insert(linhas.begin(), {"Data", "Nome do Roteiro", "Acertos", "Erros"});
     const CabecalhoPagina cabecalho = leCabecalho(u"01/03/26"_s, u"31/03/26"_s);
@@ -114,7 +114,7 @@ void TstPaginas::missingNames()
 }
 
 /// The rows of the table of a sheet's page.
-static QString tableOf(const Linhas &linhas)
+static QString tableOf(const LinhasDaFolha &linhas)
 {
     const QString heading = paginaDesempenho({}, {});
     const QString page = paginaDesempenho({}, linhas);

@@ -20,7 +20,6 @@ struct Aula
     QString data = u"2026-03-01 10:00:00"_s;
 };
 using Log = std::vector<Aula>;
-using Linhas = QStringList; // behind the header, their cells joined by "|"
 
 static const EscolhaDisciplinas kTodas{true, QString()};
 static const EscolhaDisciplinas kCiencias{false, u"Ciências\t\t\t\t\t4"_s};
@@ -78,9 +77,10 @@ Planilha TstPlanilha::planilhaDe(const Log &log, const EscolhaDisciplinas &escol
     return montaPlanilha(escolha).value();
 }
 
-static Linhas linhasDe(const Planilha &planilha)
+/// The rows behind the header, their cells joined by "|".
+static QStringList linhasDe(const Planilha &planilha)
 {
-    Linhas linhas;
+    QStringList linhas;
     for (const LinhaPlanilha &linha : planilha.linhas)
         linhas << QStringList(linha.begin(), linha.end()).join(u'|');
     if (linhas.takeFirst() != u"Data|Nome do Roteiro|Acertos|Erros"_s)
@@ -113,8 +113,8 @@ void TstPlanilha::marksOfALog()
     QFETCH(QString, marcas);
     const Planilha planilha = planilhaDe({{"10", respostas}}, kCiencias);
     QVERIFY(planilha.completa);
-    QCOMPARE(
-        linhasDe(planilha), (Linhas{"Ciências|||", "01/03/26 10:00:00|Animais|" + marcas, "|*** TOTAL ***|" + marcas}));
+    QCOMPARE(linhasDe(planilha),
+        (QStringList{"Ciências|||", "01/03/26 10:00:00|Animais|" + marcas, "|*** TOTAL ***|" + marcas}));
     const Marcas &resumo = planilha.resumo[0];
     QCOMPARE(u"%1|%2"_s.arg(resumo.acertos).arg(resumo.erros), marcas);
 }
@@ -123,45 +123,45 @@ void TstPlanilha::sheets_data()
 {
     QTest::addColumn<Log>("log");
     QTest::addColumn<QString>("escolha"); // empty: all disciplines
-    QTest::addColumn<Linhas>("linhas");
+    QTest::addColumn<QStringList>("linhas");
     QTest::addColumn<Resumo>("resumo");
     const Log some{{"10", "<rot>A:", "2026-03-05 09:30:00"}, {"30", "<rot>E:A:"}, {"40", "<rot>E:"},
         {"11", "<rot>A:A:E:"}, {"10", "<rot>E:", "2026-03-01 00:00:00"}};
-    const Linhas ciencias{"Ciências|||", "05/03/26 09:30:00|Animais|1|0", "01/03/26 10:00:00|Plantas|2|1",
+    const QStringList ciencias{"Ciências|||", "05/03/26 09:30:00|Animais|1|0", "01/03/26 10:00:00|Plantas|2|1",
         "01/03/26|Animais|0|1", "|*** TOTAL ***|3|2"};
-    const Linhas portugues{"Português|||", "01/03/26 10:00:00|Rimas|1|1", "|*** TOTAL ***|1|1"};
-    const auto geral = [](const QString &marcas) { return Linhas{"|||", "|*** TOTAL GERAL***|" + marcas}; };
+    const QStringList portugues{"Português|||", "01/03/26 10:00:00|Rimas|1|1", "|*** TOTAL ***|1|1"};
+    const auto geral = [](const QString &marcas) { return QStringList{"|||", "|*** TOTAL GERAL***|" + marcas}; };
     QTest::newRow("a roteiro run twice gives two lines, in the order of the log")
         << some << "Ciências" << ciencias << Resumo{Marcas{3, 2}};
     QTest::newRow("Português") << some << "Português" << portugues << Resumo{Marcas{1, 1}};
     QTest::newRow("Desenv. Sensorio Motor")
         << some << "Desenv. Sensorio Motor"
-        << Linhas{"Desenv. Sensorio Motor|||", "01/03/26 10:00:00|Cores|0|1", "|*** TOTAL ***|0|1"}
+        << QStringList{"Desenv. Sensorio Motor|||", "01/03/26 10:00:00|Cores|0|1", "|*** TOTAL ***|0|1"}
         << Resumo{Marcas{0, 1}};
-    QTest::newRow("without a row: no title, no total") << some << "Matemática" << Linhas{} << Resumo{};
-    QTest::newRow("another text") << some << "Desenvolvimento Sensório Motor" << Linhas{} << Resumo{};
-    QTest::newRow("nothing chosen") << some << "\t" << Linhas{} << Resumo{};
+    QTest::newRow("without a row: no title, no total") << some << "Matemática" << QStringList{} << Resumo{};
+    QTest::newRow("another text") << some << "Desenvolvimento Sensório Motor" << QStringList{} << Resumo{};
+    QTest::newRow("nothing chosen") << some << "\t" << QStringList{} << Resumo{};
     QTest::newRow("all but Desenv. Sensorio Motor, the ones without a row left out")
         << some << "" << ciencias + portugues + geral("4|3") << Resumo{Marcas{3, 2}, {}, Marcas{1, 1}};
-    QTest::newRow("all: no row, not even a total") << Log{} << "" << Linhas{} << Resumo{};
+    QTest::newRow("all: no row, not even a total") << Log{} << "" << QStringList{} << Resumo{};
     for (const char *codigo : {"77", "9001", "40", "0", "-10", "NULL"})
         QTest::addRow("all: %s adds nothing", codigo) << Log{{codigo, "<rot>A"}} << "" << geral("0|0") << Resumo{};
     QTest::newRow("all: in two indexes, Português is asked before Matemática")
         << Log{{"20", "<rot>A"}, {"21", "<rot>E"}} << ""
-        << Linhas{"Matemática|||", "01/03/26 10:00:00|Medidas|0|1", "|*** TOTAL ***|0|1", "Português|||",
+        << QStringList{"Matemática|||", "01/03/26 10:00:00|Medidas|0|1", "|*** TOTAL ***|0|1", "Português|||",
                "01/03/26 10:00:00|Contas de letras|1|0", "|*** TOTAL ***|1|0"}
             + geral("1|1")
         << Resumo{Marcas{}, {0, 1}, {1, 0}};
     QTest::newRow("a tab in a name shifts its fields")
         << Log{{"12", "<rot>A:A:E:"}} << "Ciências"
-        << Linhas{"Ciências|||", "01/03/26 10:00:00|com|7|2", "|*** TOTAL ***|7|2"} << Resumo{Marcas{7, 2}};
+        << QStringList{"Ciências|||", "01/03/26 10:00:00|com|7|2", "|*** TOTAL ***|7|2"} << Resumo{Marcas{7, 2}};
 }
 
 void TstPlanilha::sheets()
 {
     QFETCH(Log, log);
     QFETCH(QString, escolha);
-    QFETCH(Linhas, linhas);
+    QFETCH(QStringList, linhas);
     QFETCH(Resumo, resumo);
     const Planilha planilha = planilhaDe(log, escolha.isEmpty() ? kTodas : EscolhaDisciplinas{false, escolha + "\t4"});
     QVERIFY(planilha.completa);
@@ -235,7 +235,7 @@ void TstPlanilha::aMissingRecordSetLeavesTheHeader()
     reiniciaData();
     const Planilha planilha = montaPlanilha(kTodas).value();
     QVERIFY(!planilha.completa);
-    QCOMPARE(linhasDe(planilha), Linhas());
+    QCOMPARE(linhasDe(planilha), QStringList());
 }
 
 void TstPlanilha::twentyThousandRows()

@@ -1,5 +1,5 @@
 #include "programa.h"
-#include "support/tabela.h"
+#include "support/table.h"
 #include "tools/blocos_comando.h"
 #include "tools/blocos_lista.h"
 #include "tools/blocos_verifica.h"

@@ -1,6 +1,6 @@
 #include "apoio.h"
 #include "programa.h"
-#include "support/tabela.h"
+#include "support/table.h"
 
 #include <QFile>
 
