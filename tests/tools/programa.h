@@ -30,11 +30,12 @@ protected:
         return process.exitStatus() == QProcess::NormalExit ? process.exitCode() : -1;
     }
     /// Runs the program. @return its exit code and the lines that it printed, or the last one that it told as an error,
-    /// " / " between them
+    /// " / " between them; "/" in paths on every system
     QString outcome(const QString &arguments)
     {
         const int code = run(arguments.split(u' ', Qt::SkipEmptyParts));
-        const QStringList told = mSaida.isEmpty() ? errors().trimmed().split(u'\n').last(1) : lines();
+        QStringList told = mSaida.isEmpty() ? errors().trimmed().split(u'\n').last(1) : lines();
+        told.replaceInStrings(QString(QDir::separator()), QStringLiteral("/"));
         return (QStringList(QString::number(code)) + told).join(QStringLiteral(" / "));
     }
     QStringList lines() const { return QString::fromUtf8(mSaida).split(u'\n', Qt::SkipEmptyParts); }
