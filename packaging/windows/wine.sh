@@ -16,4 +16,12 @@ fi
 export WINEQT_PLUGIN_PATH=$(winepath_de "$QUOREL_QT_WINDOWS/plugins")
 export WINEQT_QPA_FONTDIR=$(winepath_de "$QUOREL_WINE/fontes") # for windows that are not on the screen
 export WINEPATH=$(winepath_de "$QUOREL_QT_WINDOWS/bin")
-exec wine "$@"
+[ -p /dev/stdout ] || exec wine "$@"
+# Wine's own programs stay for some seconds with this one's output open. Whoever reads a pipe to its end would wait for
+# them, and start the next program just when their server is ending.
+escrito=$(mktemp)
+codigo=0
+wine "$@" >"$escrito" 2>&1 || codigo=$?
+cat "$escrito"
+rm -f "$escrito"
+exit "$codigo"

@@ -6,6 +6,7 @@ janelas=$(cd "$(dirname "$0")/../../packaging/windows" && pwd)
 . "$janelas/ambiente.sh"
 copia=$(
     quorel_wine
+    wineserver -w # which writes all that it knows when it ends
     copia=$(mktemp -d "$QUOREL_WINE/vazia.XXXXXX") # beside the prefix, for the links
     mkdir -p "$copia/casa" "$copia/tmp"
     cp -al "$WINEPREFIX" "$copia/prefixo"
