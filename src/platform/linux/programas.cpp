@@ -27,8 +27,8 @@ static bool hasEnded(pid_t process)
     return ::waitid(P_PID, id_t(process), &info, WEXITED | WNOHANG | WNOWAIT) != 0 || info.si_pid == process;
 }
 
-/// Found by a title of its own, for inner windows come first. A number may have belonged to a program that died and
-/// left its entry.
+/// Found by a title of its own: a program may make its inner window known first. A number may have belonged to a
+/// program that died and left its entry.
 static bool isOnBus(pid_t process)
 {
     const auto &entries = bus::Bus::instance().directory().entries();
