@@ -32,16 +32,8 @@ class Filho final
 {
 public:
     Filho(const Registro &registro, const QStringList &words)
-    {
-        mProcess.setProcessChannelMode(QProcess::ForwardedErrorChannel);
-        mProcess.start(QStringLiteral(QUOREL_BIN "/filho_cadastro"), QStringList(registro.native()) + words);
-    }
-    ~Filho()
-    {
-        mProcess.kill();
-        mProcess.waitForFinished(kPatience);
-    }
-    Q_DISABLE_COPY_MOVE(Filho)
+        : mProcess(QStringLiteral(QUOREL_BIN "/filho_cadastro"), QStringList(registro.native()) + words)
+    { }
 
     QProcess &process() { return mProcess; }
     /// Waits for its end; it may have come together with the last line.
@@ -57,7 +49,7 @@ public:
     }
 
 private:
-    QProcess mProcess;
+    ChildProcess mProcess;
 };
 
 } // namespace

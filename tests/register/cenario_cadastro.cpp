@@ -240,6 +240,12 @@ QString aulas(const CenarioCadastro &c)
     return linhas(c, u"SELECT LG_Aluno, LG_Classe, RO_Cod, LG_Resp FROM LG_LogAulas"_s);
 }
 
+void contaDaLinha()
+{
+    QFETCH(Historia, historia);
+    conta(historia);
+}
+
 void conta(const Historia &historia)
 {
     CenarioCadastro c(linhasDeSempre() + u';' + historia.antes);

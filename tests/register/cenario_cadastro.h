@@ -119,6 +119,9 @@ inline constexpr char16_t kAgora[] = u"2026-03-04 09:05:06";
 /// Plays a story; what comes out otherwise, or a message to the shell, fails the test.
 void conta(const Historia &historia);
 
+/// Plays the one of the test's row, column "historia".
+void contaDaLinha();
+
 /// A child program tells of an answer to the Roteiro 12, "Contar".
 void reporta(const QString &resposta);
 

@@ -16,27 +16,18 @@ class TstFrmCadAluno : public QObject
     Q_OBJECT
 private slots:
     void browsing_data();
-    void browsing() { play(); }
+    void browsing() { contaDaLinha(); }
     void saving_data();
-    void saving() { play(); }
+    void saving() { contaDaLinha(); }
     void deleting_data();
-    void deleting() { play(); }
+    void deleting() { contaDaLinha(); }
     void newPupilAndOtherButtons_data();
-    void newPupilAndOtherButtons() { play(); }
+    void newPupilAndOtherButtons() { contaDaLinha(); }
     void deletingAsksFirst();
     void childReportsWhileAPupilIsPending();
     void childReportsInsideADelete();
     void lockedRegisterIsToldAndTheWindowGoesOn();
-
-private:
-    static void play();
 };
-
-void TstFrmCadAluno::play()
-{
-    QFETCH(Historia, historia);
-    conta(historia);
-}
 
 static void story(const char *name, const Historia &historia)
 {

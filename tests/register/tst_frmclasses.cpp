@@ -10,24 +10,15 @@ class TstFrmClasses : public QObject
     Q_OBJECT
 private slots:
     void browsing_data();
-    void browsing() { play(); }
+    void browsing() { contaDaLinha(); }
     void saving_data();
-    void saving() { play(); }
+    void saving() { contaDaLinha(); }
     void deleting_data();
-    void deleting() { play(); }
+    void deleting() { contaDaLinha(); }
     void newClassAndOtherButtons_data();
-    void newClassAndOtherButtons() { play(); }
+    void newClassAndOtherButtons() { contaDaLinha(); }
     void deletingCanBeCancelled();
-
-private:
-    static void play();
 };
-
-void TstFrmClasses::play()
-{
-    QFETCH(Historia, historia);
-    conta(historia);
-}
 
 /// A story that begins with the classes' frame.
 static void story(const char *name, Historia historia)
