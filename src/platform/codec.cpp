@@ -1,5 +1,7 @@
 #include "platform/codec.h"
 
+#include <QStringDecoder>
+
 #include <algorithm>
 #include <array>
 #include <cstdint>
@@ -135,6 +137,17 @@ void decode1252(QByteArrayView bytes, QString &into)
 {
     into.resize(bytes.size());
     decodeInto(bytes, reinterpret_cast<char16_t *>(into.data()));
+}
+
+QString decodeForeign(const QByteArray &bytes)
+{
+    const auto marked = QStringConverter::encodingForData(bytes);
+    // Without a state half a character at the end is an error too: it may be the last letter of another page.
+    QStringDecoder decoder(marked.value_or(QStringConverter::Utf8), QStringConverter::Flag::Stateless);
+    const QString text = decoder(bytes);
+    if (!marked && decoder.hasError())
+        return decode1252(bytes);
+    return text.normalized(QString::NormalizationForm_C);
 }
 
 QByteArray encode1252(QStringView text)

@@ -12,6 +12,10 @@ QString decode1252(QByteArrayView bytes);
 /// As above, into a buffer whose memory is used again; for messages and other hot paths.
 void decode1252(QByteArrayView bytes, QString &into);
 
+/// Text of a file that somebody else's program wrote: UTF-16 or UTF-8 where a mark at its beginning says so, else UTF-8
+/// where all of it is that, else code page 1252. The mark is left out; letters and their accents come as one character.
+QString decodeForeign(const QByteArray &bytes);
+
 /// Bytes in code page 1252; a character outside the page, or half of a surrogate pair, is written as "?".
 QByteArray encode1252(QStringView text);
 

@@ -19,11 +19,16 @@ QStringList driveRoots(int tipo);
 /// How many devices can play a wave file; 0 means no sound.
 int waveOutputCount();
 
-/// Whether the file, or the medium that holds it, can't be written. A missing file counts as writable.
+/// Whether the file is marked read-only, or lies on a medium that is; what the user may do doesn't count. A missing
+/// file counts as writable.
 bool isReadOnly(const QString &caminho);
 
 /// Clears the read-only attribute. @return false when that failed or there is no such file.
 bool clearReadOnly(const QString &caminho);
+
+/// Whether this machine shows another process that has the file open. One of another user may stay unseen, one of
+/// another machine does.
+bool isOpenElsewhere(const QString &caminho);
 
 /// Where pictures and sounds are proposed to be copied to, without a trailing backslash: on Windows "C:\FigurasQuorel",
 /// on Linux a directory of that name among the user's documents.

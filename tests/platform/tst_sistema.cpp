@@ -6,6 +6,8 @@
 
 #include <QFile>
 
+#include <unistd.h>
+
 using namespace quorel;
 using namespace quorel::teste;
 
@@ -46,6 +48,12 @@ void TstSistema::readOnlyFiles()
     QVERIFY(clearReadOnly(path));
     QVERIFY(!isReadOnly(path));
     QVERIFY(clearReadOnly(path)); // nothing left to clear
+    QVERIFY(QFile::setPermissions(dir.native("/Cadastros.mdb"), QFile::ReadOwner | QFile::WriteOther));
+    const uid_t user = ::getuid();
+    constexpr uid_t kNobody = 65534;
+    QVERIFY(user != 0 || ::setresuid(kNobody, 0, 0) == 0); // root may write everything
+    QVERIFY(!isReadOnly(path)); // the user's rights are no mark
+    QVERIFY(::setresuid(user, static_cast<uid_t>(-1), static_cast<uid_t>(-1)) == 0);
 }
 
 void TstSistema::mounts()

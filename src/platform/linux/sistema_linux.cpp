@@ -9,9 +9,6 @@
 #include <QFile>
 #include <QStandardPaths>
 
-#include <sys/stat.h>
-#include <unistd.h>
-
 namespace quorel {
 
 using namespace Qt::StringLiterals;
@@ -58,36 +55,6 @@ QString proposedMedia()
 int waveOutputCount()
 {
     return static_cast<int>(QDir(u"/dev/snd"_s).entryList({u"pcmC*D*p"_s}, QDir::System).size());
-}
-
-/// The mode of a file's permissions, 0 when there is no such file.
-static mode_t modeOf(const QByteArray &native)
-{
-    struct stat info;
-    return ::stat(native.constData(), &info) == 0 ? info.st_mode : 0;
-}
-
-bool isReadOnly(const QString &caminho)
-{
-    constexpr mode_t kAnyWrite = S_IWUSR | S_IWGRP | S_IWOTH;
-    const QByteArray native = QFile::encodeName(nativePath(caminho));
-    const mode_t mode = modeOf(native);
-    if (mode == 0)
-        return false;
-    // A file that nobody may write is marked read-only, even for a user whom the kernel lets write everything.
-    return (mode & kAnyWrite) == 0 || ::access(native.constData(), W_OK) != 0;
-}
-
-bool clearReadOnly(const QString &caminho)
-{
-    constexpr mode_t kPermissions = 07777;
-    const QByteArray native = QFile::encodeName(nativePath(caminho));
-    const mode_t mode = modeOf(native);
-    if (mode == 0)
-        return false;
-    if (!isReadOnly(caminho))
-        return true;
-    return ::chmod(native.constData(), (mode & kPermissions) | S_IWUSR) == 0 && !isReadOnly(caminho);
 }
 
 static QByteArray wholeFile(const QString &native)

@@ -2,20 +2,17 @@
 #include "platform/sistema.h"
 #include "platform/windows/texto.h"
 
+#include <array>
+
 namespace quorel {
 
-/// Whether the system refuses to open the file for writing; one that somebody holds open is not refused so.
-static bool writingRefused(const QString &native)
+static bool isOnReadOnlyMedium(const QString &native)
 {
-    constexpr DWORD kShareAll = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
-    HANDLE opened = CreateFileW(
-        win::wide(native), FILE_WRITE_DATA, kShareAll, nullptr, OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS, nullptr);
-    if (opened != INVALID_HANDLE_VALUE) {
-        CloseHandle(opened);
-        return false;
-    }
-    const DWORD failure = GetLastError();
-    return failure == ERROR_ACCESS_DENIED || failure == ERROR_WRITE_PROTECT;
+    std::array<wchar_t, MAX_PATH + 1> volume;
+    DWORD flags = 0;
+    return GetVolumePathNameW(win::wide(native), volume.data(), DWORD(volume.size()))
+        && GetVolumeInformationW(volume.data(), nullptr, 0, nullptr, nullptr, &flags, nullptr, 0)
+        && (flags & FILE_READ_ONLY_VOLUME) != 0;
 }
 
 bool isReadOnly(const QString &caminho)
@@ -24,7 +21,7 @@ bool isReadOnly(const QString &caminho)
     const DWORD attributes = GetFileAttributesW(win::wide(native));
     if (native.isEmpty() || attributes == INVALID_FILE_ATTRIBUTES)
         return false;
-    return (attributes & FILE_ATTRIBUTE_READONLY) != 0 || writingRefused(native);
+    return (attributes & FILE_ATTRIBUTE_READONLY) != 0 || isOnReadOnlyMedium(native);
 }
 
 bool clearReadOnly(const QString &caminho)
@@ -36,6 +33,16 @@ bool clearReadOnly(const QString &caminho)
     if ((attributes & FILE_ATTRIBUTE_READONLY) != 0)
         SetFileAttributesW(win::wide(native), attributes & ~DWORD(FILE_ATTRIBUTE_READONLY));
     return !isReadOnly(caminho);
+}
+
+bool isOpenElsewhere(const QString &caminho)
+{
+    const QString native = nativePath(caminho);
+    HANDLE alone = CreateFileW(win::wide(native), GENERIC_READ, 0, nullptr, OPEN_EXISTING, 0, nullptr);
+    if (alone == INVALID_HANDLE_VALUE)
+        return GetLastError() == ERROR_SHARING_VIOLATION;
+    CloseHandle(alone);
+    return false;
 }
 
 } // namespace quorel
