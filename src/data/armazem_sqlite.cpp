@@ -115,12 +115,9 @@ void ArmazemSqlite::readSchema()
     Comando columns(
         db(), u"SELECT c.name, c.type FROM sqlite_schema t JOIN pragma_table_info(t.name) c WHERE t.type = 'table'"_s);
     while (columns.step()) {
-        const auto text = [&](int column) {
-            return QString::fromUtf8(reinterpret_cast<const char *>(sqlite3_column_text(columns.get(), column)));
-        };
-        const TipoCampo type = typeOfDeclaration(text(1));
+        const TipoCampo type = typeOfDeclaration(columns.text(1));
         if (type == TipoCampo::Texto || type == TipoCampo::Memo)
-            mTextColumns.insert(text(0).toUpper());
+            mTextColumns.insert(columns.text(0).toUpper());
     }
 }
 

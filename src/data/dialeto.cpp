@@ -71,8 +71,8 @@ void Tradutor::token()
         mOut += u'\'' + QString(text).replace(u'\'', "''"_L1) + u'\'';
     } else if (c == u'"') {
         mOut += u'\'' + quoted(c).replace(u'\'', "''"_L1) + u'\'';
-    } else if (c == u'[') {
-        mTermColumn = quoted(u']');
+    } else if (c == u'[' || c == u'`') {
+        mTermColumn = quoted(c == u'[' ? QChar(u']') : c);
         mOut += u'"' + QString(mTermColumn).replace(u'"', "\"\""_L1) + u'"';
         mTermEnd = mOut.size();
     } else if (c == u'#') {

@@ -16,8 +16,8 @@ struct Dialeto
 };
 
 /// A query of the provider's dialect as the store wants it: DISTINCTROW is dropped, "#mm/dd/yyyy#" becomes the stored
-/// form at midnight, texts between double quotes become texts, names between brackets quoted names, True and False
-/// the store's, and ORDER BY terms of text columns get its order of texts. All else stays as it is.
+/// form at midnight, texts between double quotes become texts, names between brackets or grave accents quoted names,
+/// True and False the store's, and ORDER BY terms of text columns get its order of texts. All else stays as it is.
 /// @throws ErroBD kErroSql for a text, name or date that never ends, and for a day that does not exist
 QString translated(QStringView sql, const Dialeto &dialeto);
 

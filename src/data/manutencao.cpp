@@ -1,14 +1,15 @@
 #include "data/manutencao.h"
 
-#include "data/campos.h"
+#include "data/esquema.h"
+#include "data/forma.h"
 #include "data/schema.h"
 #include "data/sqlite_base.h"
 #include "platform/caminho.h"
+#include "platform/sistema.h"
 
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
-#include <QMap>
 #include <QRegularExpression>
 
 #include <sqlite3.h>
@@ -21,42 +22,6 @@ namespace quorel {
 
 static constexpr int kBusyMs = 10000; ///< for others' locks
 static constexpr int kMaxFindings = 100; ///< of the store's own check
-
-/// Tables with their columns in upper case; the type and whether it is the key, in one text.
-using Esquema = QMap<QString, QMap<QString, QString>>;
-
-static QString textOf(const Comando &command, int column)
-{
-    return QString::fromUtf8(reinterpret_cast<const char *>(sqlite3_column_text(command.get(), column)));
-}
-
-static Esquema schemaOf(sqlite3 *db)
-{
-    Esquema schema;
-    Comando columns(db,
-        u"SELECT t.name, c.name, c.type, c.pk FROM sqlite_schema t JOIN pragma_table_info(t.name) c "
-        "WHERE t.type = 'table' AND t.name NOT LIKE 'sqlite%'"_s);
-    while (columns.step()) {
-        const int type = static_cast<int>(typeOfDeclaration(textOf(columns, 2)));
-        schema[textOf(columns, 0).toUpper()][textOf(columns, 1).toUpper()] =
-            QString::number(type) + (sqlite3_column_int(columns.get(), 3) ? u" chave"_s : QString());
-    }
-    return schema;
-}
-
-static void runScript(sqlite3 *db, const QByteArray &script)
-{
-    const int code = sqlite3_exec(db, script.constData(), nullptr, nullptr, nullptr);
-    if (code != SQLITE_OK)
-        throw sqliteError(db, code);
-}
-
-static Esquema wantedSchema()
-{
-    const BancoSqlite memory = openDatabase(u":memory:"_s, SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE);
-    runScript(memory.get(), registerSchema());
-    return schemaOf(memory.get());
-}
 
 static BancoSqlite openForCare(const QString &caminho)
 {
@@ -98,7 +63,7 @@ static void findDamage(sqlite3 *db, QStringList &findings)
 {
     Comando check(db, u"PRAGMA integrity_check(%1)"_s.arg(kMaxFindings));
     while (check.step()) {
-        const QString text = textOf(check, 0);
+        const QString text = check.text(0);
         if (text != "ok"_L1)
             findings << damageText(text);
     }
@@ -109,7 +74,7 @@ static void findDamage(sqlite3 *db, QStringList &findings)
 static bool findMissing(sqlite3 *db, QStringList &findings)
 {
     const qsizetype before = findings.size();
-    const Esquema found = schemaOf(db);
+    Esquema found = schemaOf(db);
     const Esquema wanted = wantedSchema();
     for (auto table = wanted.begin(); table != wanted.end(); ++table) {
         if (!found.contains(table.key())) {
@@ -117,10 +82,10 @@ static bool findMissing(sqlite3 *db, QStringList &findings)
             continue;
         }
         for (auto column = table->begin(); column != table->end(); ++column) {
-            const QString there = found[table.key()].value(column.key());
-            if (there.isEmpty())
+            const auto there = found[table.key()].constFind(column.key());
+            if (there == found[table.key()].constEnd())
                 findings << u"falta a coluna %1 da tabela %2"_s.arg(column.key(), table.key());
-            else if (there != *column)
+            else if (*there != *column)
                 findings << u"a coluna %1 da tabela %2 é de outro tipo"_s.arg(column.key(), table.key());
         }
     }
@@ -160,8 +125,11 @@ QStringList registerFindings(const QString &caminho)
     try {
         findDamage(db.get(), findings);
         const bool sound = findings.isEmpty(); // rows counted by a damaged index are not what is there
-        if (findMissing(db.get(), findings) && sound)
+        if (findMissing(db.get(), findings) && sound) {
+            findBadKeys(db.get(), findings);
+            findBadCells(db.get(), findings);
             findLooseRows(db.get(), findings);
+        }
     } catch (const ErroBD &erro) {
         findings << erro.descricao();
     }
@@ -175,7 +143,7 @@ std::vector<ContagemTabela> registerCounts(const QString &caminho)
     Comando names(
         db.get(), u"SELECT name FROM sqlite_schema WHERE type = 'table' AND name NOT LIKE 'sqlite%' ORDER BY name"_s);
     while (names.step())
-        tables << textOf(names, 0);
+        tables << names.text(0);
     std::vector<ContagemTabela> counts;
     for (const QString &table : tables) {
         Comando count(db.get(), u"SELECT count(*) FROM "_s + quotedName(table));
@@ -183,6 +151,12 @@ std::vector<ContagemTabela> registerCounts(const QString &caminho)
         counts.push_back({table, sqlite3_column_int64(count.get(), 0)});
     }
     return counts;
+}
+
+/// What is wrong with the file that a copy is to become.
+[[noreturn]] static void refuseTarget(const QString &destino, const QString &description)
+{
+    throw ErroBD(kErroArmazem, description, destino);
 }
 
 static void backup(sqlite3 *from, sqlite3 *to)
@@ -204,10 +178,20 @@ static void backup(sqlite3 *from, sqlite3 *to)
         throw sqliteError(to, end);
 }
 
-static void writeChecked(const QString &origem, const QString &native)
+/// Makes the file that takes the destination's name once it is whole.
+static BancoSqlite makeUnfinished(const QString &native, const QString &destino)
+{
+    try {
+        return openDatabase(native, SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE);
+    } catch (const ErroBD &erro) {
+        refuseTarget(destino, erro.descricao());
+    }
+}
+
+static void writeChecked(const QString &origem, const QString &native, const QString &destino)
 {
     const BancoSqlite from = openForCare(origem);
-    const BancoSqlite to = openDatabase(native, SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE);
+    const BancoSqlite to = makeUnfinished(native, destino);
     execute(to.get(), u"PRAGMA synchronous=EXTRA"_s);
     backup(from.get(), to.get());
     QStringList damage;
@@ -218,17 +202,22 @@ static void writeChecked(const QString &origem, const QString &native)
 
 /// Puts the copy in the destination's place. What a program that died left beside the old file goes before, since the
 /// store would play it back into the copy.
-static void takeThePlace(const QString &copy, const QString &target)
+static void takeThePlace(const QString &copy, const QString &destino)
 {
+    if (isOpenElsewhere(destino)) // a program that has it open would go on in a file without a name
+        refuseTarget(destino, u"O cadastro está em uso por outro programa desta máquina. Feche-o e copie de novo."_s);
+    const QString target = nativePath(destino);
+    if (const QFileInfo there(target); there.exists()) // who may write the register may go on doing so
+        QFile::setPermissions(copy, there.permissions());
     for (const auto suffix : {"-journal"_L1, "-wal"_L1}) {
         const QString left = target + suffix;
         if (QFileInfo::exists(left) && !QFile::remove(left))
-            throw ErroBD(kErroArmazem, u"O que ficou de uma gravação interrompida no destino não pôde ser retirado."_s);
+            refuseTarget(destino, u"O que ficou de uma gravação interrompida no destino não pôde ser retirado."_s);
     }
     std::error_code failure;
     std::filesystem::rename(copy.toStdU16String(), target.toStdU16String(), failure);
     if (failure)
-        throw ErroBD(kErroArmazem, u"A cópia não pôde receber o nome do destino."_s);
+        refuseTarget(destino, u"A cópia não pôde receber o nome do destino."_s);
 }
 
 void copyRegister(const QString &origem, const QString &destino, bool sobrescreve)
@@ -238,12 +227,12 @@ void copyRegister(const QString &origem, const QString &destino, bool sobrescrev
     if (there.exists() && there.canonicalFilePath() == QFileInfo(nativePath(origem)).canonicalFilePath())
         throw ErroBD(kErroArmazem, u"A origem e o destino são o mesmo arquivo."_s);
     if (there.exists() && !sobrescreve)
-        throw ErroBD(kErroArmazem, u"O arquivo de destino já existe."_s);
+        refuseTarget(destino, u"O arquivo de destino já existe."_s);
     const QString unfinished = target + u".parcial"_s;
     QFile::remove(unfinished);
     try {
-        writeChecked(origem, unfinished);
-        takeThePlace(unfinished, target);
+        writeChecked(origem, unfinished, destino);
+        takeThePlace(unfinished, destino);
     } catch (const ErroExecucao &) {
         QFile::remove(unfinished);
         throw;

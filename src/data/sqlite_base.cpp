@@ -60,6 +60,8 @@ static bool nameBehind(const QString &message, QLatin1StringView beginning, QStr
     if (!message.startsWith(beginning))
         return false;
     name = message.sliced(beginning.size());
+    if (const qsizetype advice = name.indexOf(" - should this be"_L1); advice >= 0) // of newer stores
+        name = name.first(advice).remove(u'"');
     return true;
 }
 
@@ -86,6 +88,8 @@ BancoSqlite openDatabase(const QString &native, int flags)
     BancoSqlite db(raw);
     if (code != SQLITE_OK)
         throw sqliteError(raw, code);
+    for (const int option : {SQLITE_DBCONFIG_DQS_DML, SQLITE_DBCONFIG_DQS_DDL})
+        sqlite3_db_config(raw, option, 0, nullptr);
     return db;
 }
 
@@ -165,6 +169,12 @@ bool Comando::step()
     return false;
 }
 
+QString Comando::text(int column) const
+{
+    const auto *bytes = reinterpret_cast<const char *>(sqlite3_column_text(mStmt.get(), column));
+    return QString::fromUtf8(bytes, sqlite3_column_bytes(mStmt.get(), column));
+}
+
 void Comando::run()
 {
     while (step()) { }
@@ -173,6 +183,13 @@ void Comando::run()
 void execute(sqlite3 *db, const QString &sql)
 {
     Comando(db, sql).run();
+}
+
+void runScript(sqlite3 *db, const QByteArray &script)
+{
+    const int code = sqlite3_exec(db, script.constData(), nullptr, nullptr, nullptr);
+    if (code != SQLITE_OK)
+        throw sqliteError(db, code);
 }
 
 QString quotedName(const QString &nome)

@@ -24,7 +24,8 @@ struct FechaComando
 /// An open database; closing rolls back what is open.
 using BancoSqlite = std::unique_ptr<sqlite3, FechaSqlite>;
 
-/// Opens a file that exists. @param native  path as the system has it @throws ErroBD
+/// Opens a file that exists. Names of SQL that stand for nothing are failures on it, never texts.
+/// @param native  path as the system has it @throws ErroBD
 BancoSqlite openDatabase(const QString &native, int flags);
 
 /// Looks at the header of a file just opened. @throws ErroBD for an empty one, one in the old Jet format, one that
@@ -46,6 +47,7 @@ public:
     sqlite3_stmt *get() const { return mStmt.get(); }
     void bind(int number, const class QVariant &valor); ///< parameter from 1; dates in the stored form
     bool step(); ///< whether there is a row @throws ErroBD
+    QString text(int column) const; ///< of the present row, columns from 0; empty for Null
     void run(); ///< to its end @throws ErroBD
 
 private:
@@ -55,6 +57,9 @@ private:
 
 /// Runs one statement without parameters. @throws ErroBD
 void execute(sqlite3 *db, const QString &sql);
+
+/// Runs a text of several statements. @throws ErroBD
+void runScript(sqlite3 *db, const QByteArray &script);
 
 /// A name as an identifier of SQL.
 QString quotedName(const QString &nome);

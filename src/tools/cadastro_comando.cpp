@@ -1,6 +1,7 @@
 #include "tools/cadastro_comando.h"
 
 #include "data/bd.h"
+#include "data/errobd.h"
 #include "data/manutencao.h"
 #include "platform/caminho.h"
 #include "platform/costuras.h"
@@ -21,15 +22,18 @@ const QString kAjuda = uR"(Uso:
   quorel-cadastro cria ARQUIVO
       cria um cadastro vazio; um arquivo que existe fica como está
   quorel-cadastro importa ARQUIVO LISTA
-      acrescenta classes e alunos de um texto, um por linha, na página de código 1252:
+      acrescenta classes e alunos de um texto (UTF-8 ou página de código 1252), um por linha, ou nada, se uma
+      linha não serve; no fim diz quantos gravou e que nomes já estavam lá:
           classe<TAB>nome<TAB>professor<TAB>senha (de até 8 caracteres)
           aluno<TAB>nome                         (vai para a classe acima)
   quorel-cadastro verifica ARQUIVO
-      confere o arquivo, as tabelas e colunas, os registros genéricos e as ligações; mostra um achado por linha
+      confere o arquivo, as tabelas, colunas e chaves, a forma dos valores, os registros genéricos e as ligações;
+      mostra um achado por linha
   quorel-cadastro conta ARQUIVO
       mostra quantas linhas há em cada tabela
   quorel-cadastro copia ARQUIVO DESTINO [--sobrescreve]
-      copia o cadastro, mesmo em uso, e confere a cópia; um destino que existe só é trocado com --sobrescreve
+      copia o cadastro, mesmo em uso, e confere a cópia; um destino que existe só é trocado com --sobrescreve, e
+      nunca enquanto outro programa desta máquina o tem aberto (os das outras máquinas não se veem: feche-os antes)
   quorel-cadastro --help
 
 Código de saída: 0 tudo em ordem, 1 há o que consertar, 2 não foi possível executar.
@@ -47,9 +51,12 @@ int cria(const Pedido &pedido, QTextStream &)
     return kBem;
 }
 
-int importaLista(const Pedido &pedido, QTextStream &)
+int importaLista(const Pedido &pedido, QTextStream &saida)
 {
-    importa(pedido.caminhos[0], pedido.caminhos[1]);
+    const Importado importado = importa(pedido.caminhos[0], pedido.caminhos[1]);
+    for (const QString &each : importado.repetidos)
+        saida << each << u'\n';
+    saida << u"classes gravadas: %1; alunos gravados: %2\n"_s.arg(importado.classes).arg(importado.alunos);
     return kBem;
 }
 
@@ -129,10 +136,13 @@ int executa(const QStringList &argumentos, QTextStream &saida, QTextStream &erro
     try {
         const int code = command->executa(pedido, saida);
         return boxed ? kNaoRodou : code;
+    } catch (const ErroBD &erro) {
+        const QString file = erro.origem().isEmpty() ? pedido.caminhos[0] : erro.origem();
+        erros << nativePath(file) << u": "_s << erro.descricao() << Qt::endl;
     } catch (const ErroExecucao &erro) {
         erros << nativePath(pedido.caminhos[0]) << u": "_s << erro.descricao() << Qt::endl;
-        return kNaoRodou;
     }
+    return kNaoRodou;
 }
 
 } // namespace quorel::cadastro

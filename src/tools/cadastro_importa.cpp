@@ -4,8 +4,11 @@
 #include "data/cadastros.h"
 #include "data/errobd.h"
 #include "data/recordset.h"
+#include "platform/codec.h"
 #include "platform/costuras.h"
 #include "startup/texto_util.h"
+
+#include <QSet>
 
 using namespace Qt::StringLiterals;
 
@@ -25,48 +28,122 @@ static QVariant addRow(const QString &alias, const QList<std::pair<QString, QVar
     return set->value(0);
 }
 
-static void importLine(const QStringList &fields, QVariant &classe)
+/// One run over a list: where it is, and what came of it.
+class Importacao final
 {
-    QString name = fields.value(1).trimmed();
-    if (fields[0] == "aluno"_L1)
-        name = name.remove(u'\'').trimmed(); // searches put a pupil's name between apostrophes
-    if (name.isEmpty())
-        throw ErroBD(kErroArmazem, u"falta o nome"_s);
-    if (fields[0] == "classe"_L1) {
-        if (fields.value(3).size() > kMaxSenha)
-            throw ErroBD(kErroArmazem, u"a senha tem mais de %1 caracteres"_s.arg(kMaxSenha));
-        classe = addRow(
-            u"rsClasses"_s, {{u"CL_Nome"_s, name}, {u"CL_Prof"_s, fields.value(2)}, {u"CL_Senha"_s, fields.value(3)}});
-    } else if (fields[0] == "aluno"_L1 && classe.isValid()) {
-        const QVariant aluno = addRow(u"rsAlunos"_s, {{u"AL_Nome"_s, name}});
-        addRow(u"rsClxAl"_s, {{u"AL_Cod"_s, aluno}, {u"CL_Cod"_s, classe}, {u"CLxAL_DataIngr"_s, agora()}});
-    } else {
-        throw ErroBD(kErroArmazem, u"a linha não é uma classe, nem um aluno abaixo de uma classe"_s);
-    }
+public:
+    Importacao();
+    /// @return what is wrong with the line; empty when it was added @throws ErroBD when the register is at fault
+    QString line(int number, const QStringList &fields);
+    const Importado &result() const { return mResult; }
+
+private:
+    void addClass(const QString &name, const QStringList &fields);
+    void addPupil(const QString &name);
+    void noteName(QSet<QString> &known, const QString &kind, const QString &name);
+
+    Importado mResult;
+    QVariant mClasse; ///< code of the class above
+    QSet<QString> mClasses; ///< names that are there, as sameName() makes them
+    QSet<QString> mAlunos;
+    int mNumber = 0; ///< of the line
+};
+
+/// One spelling for all names that the register takes for the same.
+static QString sameName(const QString &name)
+{
+    return name.simplified().toCaseFolded();
 }
 
-void importa(const QString &cadastro, const QString &lista)
+static QSet<QString> namesOf(const QString &alias, const QString &field)
+{
+    QSet<QString> names;
+    const auto set = gBD->GetRecordSet(alias);
+    if (set->RecordCount() > 0)
+        set->MoveFirst();
+    for (; !set->EOF_(); set->MoveNext())
+        names << sameName(set->value(field).toString());
+    return names;
+}
+
+Importacao::Importacao()
+    : mClasses(namesOf(u"rsClasses"_s, u"CL_Nome"_s)), mAlunos(namesOf(u"rsAlunos"_s, u"AL_Nome"_s))
+{ }
+
+void Importacao::noteName(QSet<QString> &known, const QString &kind, const QString &name)
+{
+    if (known.contains(sameName(name)))
+        mResult.repetidos << u"linha %1: %2 \"%3\" já estava lá"_s.arg(mNumber).arg(kind, name);
+    known << sameName(name);
+}
+
+void Importacao::addClass(const QString &name, const QStringList &fields)
+{
+    noteName(mClasses, u"a classe"_s, name);
+    mClasse = addRow(
+        u"rsClasses"_s, {{u"CL_Nome"_s, name}, {u"CL_Prof"_s, fields.value(2)}, {u"CL_Senha"_s, fields.value(3)}});
+    ++mResult.classes;
+}
+
+void Importacao::addPupil(const QString &name)
+{
+    noteName(mAlunos, u"o nome de aluno"_s, name);
+    const QVariant aluno = addRow(u"rsAlunos"_s, {{u"AL_Nome"_s, name}});
+    addRow(u"rsClxAl"_s, {{u"AL_Cod"_s, aluno}, {u"CL_Cod"_s, mClasse}, {u"CLxAL_DataIngr"_s, agora()}});
+    ++mResult.alunos;
+}
+
+QString Importacao::line(int number, const QStringList &fields)
+{
+    mNumber = number;
+    const bool isClass = fields[0] == "classe"_L1;
+    const bool isPupil = fields[0] == "aluno"_L1;
+    QString name = fields.value(1).trimmed();
+    if (isPupil)
+        name = name.remove(u'\'').trimmed(); // searches put a pupil's name between apostrophes
+    if (name.isEmpty())
+        return u"falta o nome"_s;
+    if (isClass && fields.value(3).size() > kMaxSenha)
+        return u"a senha tem mais de %1 caracteres"_s.arg(kMaxSenha);
+    if (isClass)
+        addClass(name, fields);
+    else if (isPupil && mClasse.isValid())
+        addPupil(name);
+    else
+        return u"a linha não é uma classe, nem um aluno abaixo de uma classe"_s;
+    return {};
+}
+
+/// Adds all lines. @return what is wrong with the first bad one, with its number @throws ErroBD
+static QString importLines(Importacao &importacao, const QStringList &lines)
+{
+    for (int number = 1; const QString &each : lines) {
+        const QString line = each.trimmed();
+        const bool counts = !line.isEmpty() && !line.startsWith(u';');
+        const QString fault = counts ? importacao.line(number, line.split(u'\t')) : QString();
+        if (!fault.isEmpty())
+            return u"linha %1: %2"_s.arg(number).arg(fault);
+        ++number;
+    }
+    return {};
+}
+
+Importado importa(const QString &cadastro, const QString &lista)
 {
     if (!gTexto.ArquivoExiste(lista))
-        throw ErroBD(kErroArmazem, u"A lista não foi encontrada."_s);
+        throw ErroBD(kErroArmazem, u"A lista não foi encontrada."_s, lista);
     criaBD();
     gBD->Source(cadastro);
     CriaGenericos();
     gBD->TransacaoInicio();
-    QVariant classe;
-    const QStringList lines = gTexto.LeArquivo(lista).split(u'\n');
-    for (int number = 1; const QString &each : lines) {
-        const QString line = each.trimmed();
-        try {
-            if (!line.isEmpty() && !line.startsWith(u';'))
-                importLine(line.split(u'\t'), classe);
-        } catch (const ErroBD &erro) {
-            gBD->TransacaoCancela();
-            throw ErroBD(kErroArmazem, u"linha %1: %2"_s.arg(number).arg(erro.descricao()));
-        }
-        ++number;
+    Importacao importacao;
+    const QString fault = importLines(importacao, decodeForeign(gTexto.LeBytes(lista)).split(u'\n'));
+    if (!fault.isEmpty()) {
+        gBD->TransacaoCancela();
+        throw ErroBD(kErroArmazem, fault, lista);
     }
     gBD->TransacaoFim();
+    return importacao.result();
 }
 
 } // namespace quorel::cadastro

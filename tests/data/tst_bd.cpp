@@ -179,6 +179,8 @@ void TstBd::failedOpeningIsToldAndRaised_data()
         {"no criterion", kClasses, "a", kErroCriterio, "O critério não pôde ser entendido."},
         {"nothing to search in", kPupils, "AL_Nome='x'", kErroSemRegistro,
             "Não há registro atual: BOF ou EOF é verdadeiro, ou o registro atual foi excluído."},
+        {"no column between brackets", u"Select * From CL_Classes Where [Nada] = ''"_s, {}, kErroSql,
+            "Não existe a coluna \"Nada\"."},
         {"no date", u"Select #02/30/2026#"_s, {}, kErroSql, "A data #02/30/2026# não existe."},
         {"two statements", kClasses + u"; Delete From CL_Classes"_s, {}, kErroSql, {}},
         {"what reads nothing", u"Delete From CL_Classes"_s, {}, kErroSql, {}},

@@ -43,7 +43,7 @@ void TstDialeto::translates_data()
         {"quotes within quotes", "A = \"it's \"\"so\"\"\"", "A = 'it''s \"so\"'"},
         {"apostrophes stay", "A = 'it''s'", "A = 'it''s'"},
         {"nothing inside a text", "'#11/24/2026# [A] True DISTINCTROW \"'", "'#11/24/2026# [A] True DISTINCTROW \"'"},
-        {"a name between brackets", "[Meu campo], [a\"b], [it's]", "\"Meu campo\", \"a\"\"b\", \"it's\""},
+        {"a name between brackets", "[Meu campo], [a\"b], `it's`", "\"Meu campo\", \"a\"\"b\", \"it's\""},
         {"True and False", "(A=True) or B=FALSE", "(A=-1) or B=0"},
         {"names that begin so", "Trueish, falso, t.True", "Trueish, falso, t.True"},
         {"order of a text column", "order by Nome", "order by Nome ORDEM"},

@@ -1,8 +1,10 @@
 #include "apoio.h"
+#include "platform/codec.h"
 #include "programa.h"
 #include "support/table.h"
 
 #include <QFile>
+#include <QStringEncoder>
 
 #include <sqlite3.h>
 
@@ -26,6 +28,7 @@ public:
 
 private slots:
     void anEmptyRegisterWantsTheGenericRows();
+    void importsClassesAndPupils_data();
     void importsClassesAndPupils();
     void importsNothingWhileAProgramHoldsTheLock();
     void outcomes_data();
@@ -36,6 +39,7 @@ private slots:
     void badFiles();
     void copiesWhileAProgramWrites();
     void copyTakesNothingFromWhatItReplaces();
+    void copyRefusesARegisterInUse();
     void copyOfADamagedRegisterIsRefused();
 
 private:
@@ -72,19 +76,33 @@ void TstQuorelCadastro::anEmptyRegisterWantsTheGenericRows()
     QCOMPARE(lines(), (QStringList{u"AL_Alunos\t0"_s, u"CL_Classes\t0"_s, u"CLxAL\t0"_s, u"LG_LogAulas\t0"_s}));
 }
 
+void TstQuorelCadastro::importsClassesAndPupils_data()
+{
+    const QString list = u"; uma lista\r\nclasse\t1º ano\tZélia\tuva\r\naluno\tCauã D'Ávila\r\n\r\n"
+                         "classe\tVazia\r\nclasse\tOutra\tRui\t12345678\r\naluno\tAna\r\naluno\tJosé"_s;
+    rows<QByteArray>({
+        {"code page 1252", quorel::encode1252(list)},
+        {"UTF-8", list.toUtf8()},
+        {"UTF-8 with its mark, accents by themselves",
+            "\xEF\xBB\xBF" + list.normalized(QString::NormalizationForm_D).toUtf8()},
+        {"UTF-16 with its mark", QStringEncoder(QStringConverter::Utf16LE, QStringConverter::Flag::WriteBom)(list)},
+    });
+}
+
 void TstQuorelCadastro::importsClassesAndPupils()
 {
-    QCOMPARE(run({u"cria"_s, c()}), 0);
-    file(u"lista.txt"_s,
-        "; uma lista\r\nclasse\t1\xBA ano\tZ\xE9lia\tuva\r\naluno\tCau\xE3 D'\xC1vila\r\n\r\nclasse\tVazia\r\n"
-        "classe\tOutra\tRui\t12345678\r\naluno\tAna\r\naluno\tBia");
-    QCOMPARE(run({u"importa"_s, c(), u"lista.txt"_s}), 0);
+    const auto [list] = row<QByteArray>();
+    makeC(u"INSERT INTO CL_Classes (CL_Nome) VALUES ('OUTRA'); INSERT INTO AL_Alunos (AL_Nome) VALUES ('josé')"_s);
+    file(u"lista.txt"_s, list);
+    QCOMPARE(outcome(u"importa c.mdb lista.txt"_s),
+        u"0 / linha 6: a classe \"Outra\" já estava lá / linha 8: o nome de aluno \"José\" já estava lá / "
+        "classes gravadas: 3; alunos gravados: 3"_s);
     QCOMPARE(mErros, QByteArray());
     QCOMPARE(plainSql(c(),
                  u"SELECT CL_Nome, CL_Prof, CL_Senha, AL_Nome FROM CL_Classes LEFT JOIN CLxAL USING (CL_Cod) "
-                 "LEFT JOIN AL_Alunos USING (AL_Cod) WHERE CL_Cod <> 9999 ORDER BY CL_Cod, AL_Cod"_s),
+                 "LEFT JOIN AL_Alunos USING (AL_Cod) WHERE CL_Cod > 10000 ORDER BY CL_Cod, AL_Cod"_s),
         (QStringList{u"1º ano|Zélia|uva|Cauã DÁvila"_s, u"Vazia|||NULL"_s, u"Outra|Rui|12345678|Ana"_s,
-            u"Outra|Rui|12345678|Bia"_s}));
+            u"Outra|Rui|12345678|José"_s}));
     QCOMPARE(run({u"verifica"_s, c()}), 0);
     QCOMPARE(mSaida, QByteArray());
 }
@@ -97,8 +115,7 @@ void TstQuorelCadastro::importsNothingWhileAProgramHoldsTheLock()
     holder.start(QStringLiteral(QUOREL_BIN "/filho_cadastro"), {c(), u"trava"_s, u"IMMEDIATE"_s});
     QVERIFY(holder.waitForReadyRead());
     QCOMPARE(run({u"importa"_s, c(), u"lista.txt"_s}), 2);
-    QVERIFY2(
-        errors().endsWith(u"linha 1: O banco de dados está em uso por outro programa. Tente novamente.\n"_s), mErros);
+    QVERIFY2(errors().startsWith(c() + u": O banco de dados está em uso por outro programa."_s), mErros);
     holder.closeWriteChannel();
     QVERIFY(holder.waitForFinished());
     QCOMPARE(count(c(), u"CL_Classes"_s) + count(c(), u"AL_Alunos"_s), u"11"_s);
@@ -108,16 +125,16 @@ void TstQuorelCadastro::outcomes_data()
 {
     const QString list = u"importa c.mdb lista.txt"_s, check = u"verifica c.mdb"_s;
     const QString usage = u"2 / Código de saída: 0 tudo em ordem, 1 há o que consertar, 2 não foi possível executar."_s;
-    const QString neither = u"2 / c.mdb: linha %1: a linha não é uma classe, nem um aluno abaixo de uma classe"_s;
+    const QString neither = u"2 / lista.txt: linha %1: a linha não é uma classe, nem um aluno abaixo de uma classe"_s;
     rows<QString, QByteArray, QString, QString>({
         {"a pupil above every class", "", "aluno\tAna\r\n", list, neither.arg(1)},
         {"a word that is neither", "", kGoodList + "turma\tB\r\n", list, neither.arg(3)},
-        {"a class without name", "", kGoodList + "\r\nclasse\t \r\n", list, "2 / c.mdb: linha 4: falta o nome"},
-        {"a name of apostrophes alone", "", kGoodList + "aluno\t''\r\n", list, "2 / c.mdb: linha 3: falta o nome"},
+        {"a class without name", "", kGoodList + "\r\nclasse\t \r\n", list, "2 / lista.txt: linha 4: falta o nome"},
+        {"a name of apostrophes alone", "", kGoodList + "aluno\t''\r\n", list, "2 / lista.txt: linha 3: falta o nome"},
         {"a password that no window lets type", "", "classe\tA\tRui\t123456789\r\n", list,
-            "2 / c.mdb: linha 1: a senha tem mais de 8 caracteres"},
-        {"a line without tab", "", kGoodList + "aluno", list, "2 / c.mdb: linha 3: falta o nome"},
-        {"no list", "", "", "importa c.mdb nada.txt", "2 / c.mdb: A lista não foi encontrada."},
+            "2 / lista.txt: linha 1: a senha tem mais de 8 caracteres"},
+        {"a line without tab", "", kGoodList + "aluno", list, "2 / lista.txt: linha 3: falta o nome"},
+        {"no list", "", "", "importa c.mdb nada.txt", "2 / nada.txt: A lista não foi encontrada."},
 
         {"all well", "", "", check, "0 / "},
         {"more columns and tables are none of its business",
@@ -128,6 +145,28 @@ void TstQuorelCadastro::outcomes_data()
         {"a column of another type",
             "ALTER TABLE CL_Classes DROP CL_Senha; ALTER TABLE CL_Classes ADD CL_Senha INTEGER", "", check,
             "1 / a coluna CL_SENHA da tabela CL_CLASSES é de outro tipo"},
+        {"a key that gives no code",
+            "DROP TABLE CL_Classes; CREATE TABLE CL_Classes (CL_Cod LONG PRIMARY KEY, CL_Nome VARCHAR, CL_Prof VARCHAR,"
+            "CL_Senha VARCHAR); INSERT INTO CL_Classes (CL_Cod) VALUES (9999), (NULL), (2147483648)",
+            "", check,
+            "1 / a chave CL_COD da tabela CL_CLASSES não numera as linhas novas, que ficam sem código / "
+            "códigos que restam para linhas novas da tabela CL_CLASSES: 0 / linhas sem código na tabela CL_CLASSES: 1 "
+            "/ números que o programa não lê na coluna CL_COD da tabela CL_CLASSES: 1"},
+        {"a key that gives codes again",
+            "DROP TABLE AL_Alunos; CREATE TABLE AL_Alunos (AL_Cod INTEGER PRIMARY KEY, AL_Nome VARCHAR);"
+            "INSERT INTO AL_Alunos VALUES (9999, x'FF')",
+            "", check,
+            "1 / a chave AL_COD da tabela AL_ALUNOS dá de novo o código de uma linha excluída / "
+            "textos que o programa não lê na coluna AL_NOME da tabela AL_ALUNOS: 1"},
+        {"codes that come to their end",
+            "INSERT INTO AL_Alunos (AL_Cod) VALUES (2147483640); DELETE FROM AL_Alunos WHERE AL_Cod > 9999", "", check,
+            "1 / códigos que restam para linhas novas da tabela AL_ALUNOS: 7"},
+        {"dates and numbers of another form",
+            "INSERT INTO LG_LogAulas (LG_Aluno, LG_Data, RO_Cod) VALUES (9999, '2026-02-30 08:00:00', 7), (9999, "
+            "'24/11/2026', 'sete'), (9999, 46000.5, 7.5), (9999, '2026-11-24T08:00:00', 2147483648)",
+            "", check,
+            "1 / datas que o programa não lê na coluna LG_DATA da tabela LG_LOGAULAS: 4 / "
+            "números que o programa não lê na coluna RO_COD da tabela LG_LOGAULAS: 3"},
         {"the generic class", "DELETE FROM CL_Classes", "", check,
             "1 / falta a classe genérica 9999; o programa a cria ao iniciar / ligações sem classe na tabela CLxAL: 1"},
         {"the generic link", "DELETE FROM CLxAL", "", check,
@@ -144,11 +183,12 @@ void TstQuorelCadastro::outcomes_data()
         {"made anew", "", "", "cria c.mdb", "2 / c.mdb: O arquivo já existe ou não pode ser criado."},
         {"made in no directory", "", "", "cria nada/c.mdb",
             "2 / nada/c.mdb: O arquivo já existe ou não pode ser criado."},
-        {"copied over another unasked", "", "", "copia c.mdb lista.txt", "2 / c.mdb: O arquivo de destino já existe."},
+        {"copied over another unasked", "", "", "copia c.mdb lista.txt",
+            "2 / lista.txt: O arquivo de destino já existe."},
         {"copied over itself", "", "", "copia c.mdb c.mdb --sobrescreve",
             "2 / c.mdb: A origem e o destino são o mesmo arquivo."},
         {"copied to no directory", "", "", "copia c.mdb nada/d.mdb",
-            "2 / c.mdb: O arquivo do banco de dados não pôde ser aberto."},
+            "2 / nada/d.mdb: O arquivo do banco de dados não pôde ser aberto."},
 
         {"no arguments", "", "", "", usage},
         {"an unknown command", "", "", "apaga c.mdb", usage},
@@ -264,11 +304,31 @@ static void leaveHalfASave(const QString &file)
 void TstQuorelCadastro::copyTakesNothingFromWhatItReplaces()
 {
     makeRegister(d());
+    QVERIFY(QFile::setPermissions(d(), QFile::permissions(d()) | QFile::WriteOther));
     leaveHalfASave(d());
     makeC();
     QCOMPARE(run({u"copia"_s, c(), d(), u"--sobrescreve"_s}), 0);
     QCOMPARE(plainSql(d(), u"SELECT AL_Nome FROM AL_Alunos"_s), QStringList(u"Genérico"_s));
+    QVERIFY(QFile::permissions(d()) & QFile::WriteOther); // but who may write it
     QCOMPARE(files(), (QStringList{u"c.mdb"_s, u"d.mdb"_s}));
+}
+
+/// A shell that runs would go on in a file that has no name any more.
+void TstQuorelCadastro::copyRefusesARegisterInUse()
+{
+    makeC();
+    makeRegister(d());
+    const QByteArray before = le(d());
+    QProcess shell;
+    shell.start(QStringLiteral(QUOREL_BIN "/filho_cadastro"), {d(), u"trava"_s, u"DEFERRED"_s}); // open, no lock held
+    QVERIFY(shell.waitForReadyRead());
+    QCOMPARE(outcome(u"copia c.mdb d.mdb --sobrescreve"_s),
+        u"2 / d.mdb: O cadastro está em uso por outro programa desta máquina. Feche-o e copie de novo."_s);
+    QCOMPARE(le(d()), before);
+    QCOMPARE(files(), (QStringList{u"c.mdb"_s, u"d.mdb"_s}));
+    shell.closeWriteChannel();
+    QVERIFY(shell.waitForFinished());
+    QCOMPARE(outcome(u"copia c.mdb d.mdb --sobrescreve"_s), u"0 / "_s);
 }
 
 void TstQuorelCadastro::copyOfADamagedRegisterIsRefused()
