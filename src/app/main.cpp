@@ -1,7 +1,10 @@
 #include "app/inicio.h"
 
 #include "app/programa.h"
+#include "app/screen_fit.h"
 #include "platform/aplicacao.h"
+#include "platform/zoom.h"
+#include "startup/parametros.h"
 #include "visual/aparencia.h"
 
 using namespace quorel;
@@ -9,7 +12,8 @@ using namespace quorel;
 int main(int argc, char **argv)
 {
     const QString linhaDeComando = rawCommandLine(argc, argv);
-    Aplicacao app(argc, argv);
+    const int asked = askedZoom(linhaDeComando);
+    Aplicacao app(argc, argv, asked != 0 ? asked : fittingZoom(freeScreenArea()));
     vesteAplicacao();
     try {
         Programa programa;

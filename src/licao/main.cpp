@@ -3,6 +3,7 @@
 #include "platform/aplicacao.h"
 #include "platform/codec.h"
 #include "platform/fim.h"
+#include "platform/zoom.h"
 
 #include <QFile>
 
@@ -40,7 +41,7 @@ int main(int argc, char **argv)
     const ParametrosRec parametros = leParametros(arguments.join(u' '));
     const Programa programa = programaDe(nome.isEmpty() ? arquivoProprio : nome);
 
-    Aplicacao app(argc, argv);
+    Aplicacao app(argc, argv, inheritedZoom());
     vesteAplicacao(app);
     const CaraterRec &qual = carater(programa);
     JanelaLicao janela(programa, midiaDaConfiguracao(parametros.Cfg));

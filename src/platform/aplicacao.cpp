@@ -4,6 +4,7 @@
 #include "platform/erro.h"
 #include "platform/fim.h"
 #include "platform/preparo.h"
+#include "platform/zoom.h"
 
 #include <QScopedValueRollback>
 
@@ -38,13 +39,13 @@ void encerraPorFalha(const std::exception &falha)
 }
 
 /// Before Qt starts; gives the argument back so that it can stand in the base's initialiser.
-static int &prepared(int &argc)
+static int &prepared(int &argc, const ZoomedStart &)
 {
     preparePlatform();
     return argc;
 }
 
-Aplicacao::Aplicacao(int &argc, char **argv) : QApplication(prepared(argc), argv)
+Aplicacao::Aplicacao(int &argc, char **argv, int zoom) : QApplication(prepared(argc, ZoomedStart(zoom)), argv)
 {
     setQuitOnLastWindowClosed(false); // the end of the program has an order of its own
 }

@@ -25,7 +25,8 @@ class Aplicacao final : public QApplication
 public:
     /// Prepares the platform first (under Wayland X11 is asked for, since windows of fixed places need it; memory is
     /// set up for large messages), then Qt. Never sets a display name: that would append to every title.
-    Aplicacao(int &argc, char **argv);
+    /// @param zoom  see ZoomedStart
+    Aplicacao(int &argc, char **argv, int zoom = 0);
     bool notify(QObject *receiver, QEvent *event) override;
 };
 

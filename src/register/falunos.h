@@ -22,6 +22,8 @@ class fAlunos final : public JanelaBase
 {
     Q_OBJECT
 public:
+    static constexpr Lugar kCliente{0, 0, 7260, 8160}; ///< client area; twips
+
     fAlunos(JanelaAtiva &ativa, Arredores arredores);
     ~fAlunos() override;
 

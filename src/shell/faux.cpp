@@ -33,7 +33,6 @@ namespace quorel {
 
 using namespace Qt::StringLiterals;
 
-static constexpr Lugar kCliente{0, 0, 3270, 8160};
 static constexpr double kSobreposicao = 10; // twips that the panel overlaps fPrincip
 
 fAux::fAux(Janelas &outras)

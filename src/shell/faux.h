@@ -22,6 +22,8 @@ class fAux final : public JanelaBase, public VistaMeses
 {
     Q_OBJECT
 public:
+    static constexpr Lugar kCliente{0, 0, 3270, 8160}; ///< client area; twips
+
     explicit fAux(Janelas &janelas);
 
     /// Shows the panel, without taking the activation from another window. Before fPrincip was shown for the first

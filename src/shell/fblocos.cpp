@@ -36,7 +36,6 @@ namespace quorel {
 
 using namespace Qt::StringLiterals;
 
-static constexpr Lugar kCliente{0, 0, 7920, 8280};
 static constexpr std::chrono::milliseconds kIntervalo{1000};
 static constexpr quint8 kPrimeiroRaio = 80; // pixels
 static constexpr quint8 kRaioDica = 40; // pixels

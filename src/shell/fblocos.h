@@ -22,6 +22,8 @@ class fBlocos final : public JanelaBase, public VistaRoteiros, public VistaPalco
 {
     Q_OBJECT
 public:
+    static constexpr Lugar kCliente{0, 0, 7920, 8280}; ///< client area; twips
+
     explicit fBlocos(Janelas &janelas);
 
     void setTmrRot(bool enabled); ///< the timer of the tips

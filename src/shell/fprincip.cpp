@@ -28,7 +28,6 @@ namespace quorel {
 
 using namespace Qt::StringLiterals;
 
-static constexpr Lugar kCliente{0, 0, 7920, 8265};
 static constexpr std::chrono::milliseconds kIntervalo{900};
 static constexpr quint8 kRaioDica = 50; // pixels
 

@@ -19,6 +19,8 @@ class fPrincip final : public JanelaBase
 {
     Q_OBJECT
 public:
+    static constexpr Lugar kCliente{0, 0, 7920, 8265}; ///< client area; twips
+
     explicit fPrincip(Janelas &janelas);
 
     void mostra() override; ///< the panel, if it was shown before, appears right after this window

@@ -3,6 +3,7 @@
 #include "platform/codec.h"
 #include "platform/costuras.h"
 #include "platform/sistema.h"
+#include "platform/zoom.h"
 #include "startup/estado.h"
 #include "startup/lugares.h"
 #include "startup/quorel_zeto.h"
@@ -75,6 +76,27 @@ static bool applySwitch(const QString &key, const QString &value)
         gNomeClasse = value;
     }
     return false;
+}
+
+/// The last value that a line gives to a switch; empty when there is none.
+static QString switchValue(const QString &line, const QString &key)
+{
+    QString value;
+    for (const QString &field : line.split(u'/')) {
+        if (upper1252(gTexto.TextoAntes(field, u":"_s, false)).trimmed() == key)
+            value = gTexto.TextoDepois(field, u":"_s).trimmed();
+    }
+    return value;
+}
+
+int askedZoom(const QString &linhaComando)
+{
+    const QString key = u"ZOOM"_s;
+    QString value = switchValue(linhaComando, key);
+    if (value.isEmpty())
+        value = gTexto.LeChave(gTexto.LeArquivo(switchValue(linhaComando, u"CFG"_s), 0, 0), key, u"="_s, u"\n"_s);
+    const int zoom = value.trimmed().toInt();
+    return zoom >= kSmallestZoom && zoom <= kLargestZoom ? zoom : 0;
 }
 
 static bool namesConfiguration(const QString &line)

@@ -17,6 +17,8 @@ private slots:
     void switches_data();
     void switches();
     void aClassBeyond32BitsIsAFailure();
+    void zoomIsAsked_data();
+    void zoomIsAsked();
     void helpIsShownAndTheStartGoesOn();
     void configurationOfTheCommandLine();
     void defaultConfigurationIsWritten();
@@ -72,6 +74,27 @@ void TstParametros::switches()
 void TstParametros::aClassBeyond32BitsIsAFailure()
 {
     QCOMPARE(failureOf([] { LeParametros("/CLASSE:99999999999"); }), kFalhaEstouro);
+}
+
+void TstParametros::zoomIsAsked_data()
+{
+    const Table<QString, int> row("line", "zoom");
+    row("nobody asks", "/NIVEL:F1", 0);
+    row("by the switch, before the file's key", "/NIVEL:F1 /ZOOM:200 /CFG:linux.txt", 200);
+    row("by the key, lines ending in CR LF", "/ESC: /CFG:windows.txt", 150);
+    row("by the key, lines ending in LF", "/CFG:linux.txt /ESC:", 75);
+    row("a file that is not there", "/CFG:nada.txt", 0);
+    for (const char *bad : {"0", "-1", "74", "201", "5000", "abc", "", "99999999999", "1e2"})
+        row(bad, QString("/ZOOM:%1 /NIVEL:F1").arg(bad), 0);
+}
+
+void TstParametros::zoomIsAsked()
+{
+    QFETCH(QString, line);
+    QFETCH(int, zoom);
+    mDir->put("/windows.txt", "[zeto]\r\nZoom=150\r\nDIRQUOREL=x");
+    mDir->put("/linux.txt", "[zeto]\nZOOM=75 \nDIRQUOREL=x\n");
+    QCOMPARE(askedZoom(line), zoom);
 }
 
 void TstParametros::helpIsShownAndTheStartGoesOn()
