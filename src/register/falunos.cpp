@@ -17,7 +17,6 @@ namespace quorel {
 
 using namespace Qt::StringLiterals;
 
-
 /// Indexes of the large buttons.
 enum Opcao : qint16 { kHistorico = 1, kSelecao = 2, kCadastro = 3, kDesempenho = 4, kCurso = 5, kBlocos = 6 };
 
