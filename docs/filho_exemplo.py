@@ -18,6 +18,7 @@ TITULOS = {"zeto": ("Zeto - Quorel", "ZETO"), "desenho": ("Editor de Desenhos - 
 GERENCIADOR = "Gerenciador de Roteiros do Quorel"
 MSG_AULA, MSG_PROXIMA, MSG_SAI, MSG_CONTROLE = 2060, 2069, 2071, 2122
 ENVIO, RESPOSTA, LUGAR = 1, 2, 3
+POSICAO = struct.Struct("<IIIIIQ")  # comprimento, tipo, zero, ordem, o que conservar, janela
 CABECA = struct.Struct("<IIIIiIQQ")  # comprimento, tipo, número, código, tamanho, zero, destino, remetente
 VOLTA = struct.Struct("<IIIq")  # comprimento, tipo, número, resultado
 MAIOR = 204800
@@ -38,7 +39,16 @@ def diretorio():
 
 
 class Barramento:
-    """O lugar deste processo no barramento: recebe, responde e envia."""
+    """O lugar deste processo no barramento: recebe, responde e envia.
+
+    Quem tem um laço de eventos próprio (uma janela) dá mais três funções: observa(conexão, sim ou não), chamada quando
+    uma conexão começa e acaba; lugar(ordem, o que conservar), para o quadro que põe a janela no canto; respira(), chamada
+    umas cinco vezes por segundo enquanto um envio espera, para a janela se repintar.
+    """
+
+    observa = staticmethod(lambda conexao, sim: None)
+    lugar = staticmethod(lambda ordem, conserva: None)
+    respira = None
 
     def __init__(self, titulo, interno, trata):
         self.trata = trata  # trata(código, texto ou None, remetente) -> resultado
@@ -68,9 +78,9 @@ class Barramento:
         for fim in (".janelas", ".sock"):
             self.arquivo(fim, apaga=True)
 
-    def passo(self):
-        """Espera que algo chegue e guarda os quadros inteiros."""
-        for pronto in select.select([self.porta, *self.lidos], [], [])[0]:
+    def passo(self, segundos=None):
+        """Espera que algo chegue, sem limite ou só tanto tempo, e guarda os quadros inteiros."""
+        for pronto in select.select([self.porta, *self.lidos], [], [], segundos)[0]:
             if pronto is self.porta:
                 self.aceita(self.porta.accept()[0])
                 continue
@@ -86,12 +96,17 @@ class Barramento:
     def aceita(self, conexao):
         uid = struct.unpack("3i", conexao.getsockopt(socket.SOL_SOCKET, socket.SO_PEERCRED, 12))[1]
         if uid == os.getuid():
-            self.lidos[conexao] = b""
+            self.guarda(conexao)
         else:
             conexao.close()
 
+    def guarda(self, conexao):
+        self.lidos[conexao] = b""
+        self.observa(conexao, True)
+
     def fecha(self, conexao):
         del self.lidos[conexao]
+        self.observa(conexao, False)
         conexao.close()
 
     def separa(self, conexao):
@@ -100,7 +115,8 @@ class Barramento:
         while len(dados) >= 8:
             comprimento, tipo = struct.unpack_from("<II", dados)
             fim = comprimento + 4
-            certo = {ENVIO: CABECA.size <= fim <= CABECA.size + MAIOR, RESPOSTA: fim == VOLTA.size, LUGAR: fim == 28}
+            certo = {ENVIO: CABECA.size <= fim <= CABECA.size + MAIOR, RESPOSTA: fim == VOLTA.size,
+                     LUGAR: fim == POSICAO.size}
             if not certo.get(tipo, False):
                 return False
             if len(dados) < fim:
@@ -113,7 +129,9 @@ class Barramento:
                 if max(CABECA.unpack_from(dados)[4], 0) != fim - CABECA.size:
                     return False
                 self.quadros.append((conexao, dados[:fim]))
-            dados = dados[fim:]  # LUGAR: este filho não tem janela para mudar de lugar
+            elif POSICAO.unpack_from(dados)[5] == self.eu:  # a janela interna fica onde está
+                self.lugar(*POSICAO.unpack_from(dados)[3:5])
+            dados = dados[fim:]
         self.lidos[conexao] = dados
         return True
 
@@ -144,6 +162,9 @@ class Barramento:
             while self.resultados[numero] is None and conexao in self.lidos:
                 if self.quadros:
                     self.serve()
+                elif self.respira:
+                    self.passo(0.2)
+                    self.respira()
                 else:
                     self.passo()
         except OSError:
@@ -156,7 +177,7 @@ class Barramento:
             conexao = socket.socket(socket.AF_UNIX, socket.SOCK_STREAM)
             conexao.connect(self.arquivo(".sock", processo=processo))
             self.ligacoes[processo] = conexao
-            self.lidos[conexao] = b""
+            self.guarda(conexao)
         return conexao
 
     def escuta(self, processo):

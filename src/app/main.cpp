@@ -1,5 +1,6 @@
 #include "app/inicio.h"
 
+#include "app/mensagens_no_terminal.h"
 #include "app/programa.h"
 #include "app/screen_fit.h"
 #include "platform/aplicacao.h"
@@ -11,7 +12,9 @@ using namespace quorel;
 
 int main(int argc, char **argv)
 {
-    const QString linhaDeComando = rawCommandLine(argc, argv);
+    QString linhaDeComando = rawCommandLine(argc, argv);
+    if (takeMensagens(linhaDeComando))
+        mensagensNoTerminal();
     const int asked = askedZoom(linhaDeComando);
     Aplicacao app(argc, argv, asked != 0 ? asked : fittingZoom(freeScreenArea()));
     vesteAplicacao();

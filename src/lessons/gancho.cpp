@@ -2,6 +2,7 @@
 
 #include "lessons/andamento.h"
 #include "lessons/endereco_blocos.h"
+#include "lessons/espia.h"
 #include "lessons/mensagens.h"
 #include "platform/aplicacao.h"
 
@@ -35,8 +36,10 @@ void RemoveGancho()
 qintptr ProcJanela(Janela janela, quint32 mensagem, quintptr wParam, qintptr lParam)
 {
     try {
-        if (mensagem == kCopyData)
+        if (mensagem == kCopyData) {
+            tellChegada(wParam, lParam);
             RecebeMensagem(lParam);
+        }
         const WindowProc anterior = gProcAnterior;
         return callWindowProc(anterior, janela, mensagem, wParam, lParam);
     } catch (const std::exception &falha) {

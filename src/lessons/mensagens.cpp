@@ -1,6 +1,7 @@
 #include "lessons/mensagens.h"
 
 #include "lessons/andamento.h"
+#include "lessons/espia.h"
 #include "lessons/gancho.h"
 #include "platform/codec.h"
 #include "platform/erro.h"
@@ -17,7 +18,11 @@ bool EnviaTexto(Janela janela, Janela remetente, qint32 codigo, const QString &t
     if (bytes.size() > qsizetype(kMaxCopyData))
         return false;
     eventTurn();
-    return sendCopyData(janela, remetente, quint32(codigo), qint32(bytes.size()), bytes) != 0;
+    tellEnvio(janela, codigo, texto);
+    const bool taken = sendCopyData(janela, remetente, quint32(codigo), qint32(bytes.size()), bytes) != 0;
+    if (!taken)
+        tellRecusa(janela, codigo);
+    return taken;
 }
 
 void despedeFilhos()

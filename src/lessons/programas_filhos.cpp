@@ -1,6 +1,7 @@
 #include "lessons/programas_filhos.h"
 
 #include "lessons/andamento.h"
+#include "lessons/espia.h"
 #include "lessons/mensagens.h"
 #include "lessons/vista_blocos.h"
 #include "platform/eventos.h"
@@ -84,7 +85,10 @@ Janela findOrStart(const QString &titulo, const QString &comando)
     if (const Janela filho = procuraFilho(titulo))
         return filho;
     gTexto.Executa(comando, 1, true, QString());
-    return procuraFilho(titulo);
+    const Janela filho = procuraFilho(titulo);
+    if (filho == 0)
+        tellAusente(titulo, comando);
+    return filho;
 }
 
 } // namespace

@@ -11,4 +11,8 @@ void preparePlatform();
 /// For a program without windows: its console shows the texts that it writes, which are UTF-8, for as long as it runs.
 void prepareConsole();
 
+/// For a program with windows that has something to print: its standard output is the console that it was started from,
+/// unless it was led elsewhere.
+void prepareTerminal();
+
 } // namespace quorel

@@ -1,4 +1,5 @@
 #include "app/inicio.h"
+#include "app/mensagens_no_terminal.h"
 #include "app/programa.h"
 #include "app/screen_fit.h"
 
@@ -224,7 +225,7 @@ void TstPrograma::startsOnTheMainWindow_data()
     QTest::newRow("no argument: F1 without a name") << u""_s << u"F1"_s << u"Série: "_s << 9;
     QTest::newRow("a class, which does its work at the start")
         << u"/NIVEL:F1 /CLASSE:3"_s << u"F1"_s << u"Série: Fundamental I"_s << 9;
-    QTest::newRow("I1") << u"/NIVEL:I1"_s << u"I1"_s << u"Série: Infantil I"_s << 10;
+    QTest::newRow("I1, messages printed") << u"/NIVEL:I1 --mensagens"_s << u"I1"_s << u"Série: Infantil I"_s << 10;
 }
 
 void TstPrograma::startsOnTheMainWindow()
@@ -234,7 +235,8 @@ void TstPrograma::startsOnTheMainWindow()
     QFETCH(QString, titulo);
     QFETCH(int, bloco);
     escreve(windows(u"/QUOREL2001/RotSelec.cfg"_s), "12\r\n");
-    QVERIFY(starts(linha));
+    QCOMPARE(takeMensagens(linha), nivel == "I1"_L1);
+    QVERIFY(!linha.contains("--"_L1) && starts(linha));
     QVERIFY(mCaixas.isEmpty());
     QVERIFY(principal().isVisible() && painel().isVisible() && !blocos().isVisible());
     QCOMPARE(gNivel, nivel);

@@ -1,9 +1,12 @@
+#include "lessons/espia.h"
 #include "lessons/executa_aula.h"
 #include "lessons/programas_filhos.h"
 #include "platform/endereco.h"
 #include "support/sistema.h"
 
 #include "cenario.h"
+
+#include <QScopeGuard>
 
 using namespace quorel;
 using namespace quorel::teste;
@@ -144,15 +147,25 @@ void TstExecutaAula::aMessageInsideTheTurnOfAHandler()
 
 void TstExecutaAula::badChildren_data()
 {
-    const Table<QString> row("linha");
-    row("dies inside the message", "MORRE");
-    row("never answers", "MUDO");
-    row("can't be started", "");
+    const Table<QString, QStringList> row("linha", "vistas");
+    const QString refused = "!! Zeto  não recebeu 2060 MSG_AULA: foi embora, não respondeu a tempo ou respondeu 0";
+    row("dies inside the message", "MORRE",
+        {"-> Zeto  2060 MSG_AULA, tamanho 7: \"MORRE:\"", refused,
+            "<- o próprio gerenciador  2110 MSG_CLASSE, tamanho 2: \"7\""});
+    row("never answers", "MUDO:\t\x1b[2J", {"-> Zeto  2060 MSG_AULA, tamanho 12: \"MUDO:\\t\\x1b[2J:\"", refused});
+    row("can't be started", "",
+        {"!! nenhuma janela começa por \"Zeto - Quorel\". O arquivo não existe, não pode ser executado, terminou logo, "
+         "ou "
+         "não mostrou a janela a tempo: %1\\QUOREL2001\\exe\\Zeto.exe /cnf:\\cnf\\zeto_cnf.txt /Hook:"});
 }
 
 void TstExecutaAula::badChildren()
 {
     QFETCH(QString, linha);
+    QFETCH(QStringList, vistas);
+    QStringList seen;
+    setEspia([&seen](const Passagem &passagem) { seen << textoDaPassagem(passagem); });
+    const auto blind = qScopeGuard([] { setEspia({}); });
     setSendLimit(500);
     if (linha.isEmpty())
         gConfig.SetaCFG("");
@@ -163,7 +176,8 @@ void TstExecutaAula::badChildren()
     QCOMPARE(gRespostas, "A:");
     Cenario::receives(MSG_CLASSE, "7"); // the shell goes on
     QCOMPARE(gClasse, 7);
-    if (linha == "MUDO")
+    QCOMPARE(seen.first(vistas.size()), vistas.replaceInStrings("%1", barras(qEnvironmentVariable("QUOREL_WINDIR"))));
+    if (linha.startsWith("MUDO"))
         mataProcesso(mFilhos->process());
 }
 

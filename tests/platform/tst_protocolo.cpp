@@ -3,6 +3,8 @@
 
 #include "filho_em_teste.h"
 
+#include <QScopeGuard>
+
 using namespace quorel;
 using namespace quorel::teste;
 
@@ -38,6 +40,7 @@ private slots:
     void init() { failOnWarnings(); }
     void theExampleTakesThePlaceOf_data();
     void theExampleTakesThePlaceOf();
+    void theWindowedOneIsAnsweredByKeysAndMouse();
     void thePageNamesWhatTheExampleDoes();
 };
 
@@ -77,12 +80,54 @@ void TstProtocolo::theExampleTakesThePlaceOf()
     QCOMPARE(findWindow(title, true), Janela(0));
 }
 
+/// Does what a pupil does to the window of that title on the display named in DISPLAY.
+static bool doOn(const QString &title, const QStringList &what)
+{
+    QProcess hands;
+    const QStringList found{
+        "search", "--sync", "--onlyvisible", "--name", '^' + title + '$', "windowactivate", "--sync"};
+    hands.start("timeout", QStringList{"20", "xdotool"} + found + what);
+    return hands.waitForFinished() && hands.exitCode() == 0;
+}
+
+void TstProtocolo::theWindowedOneIsAnsweredByKeysAndMouse()
+{
+    const ScratchDir dir;
+    QVERIFY(QFile::copy(QUOREL_SOURCE "/docs/filho_tk.py", dir.native("/Zeto.exe")));
+    QVERIFY(QFile::copy(QUOREL_SOURCE "/docs/filho_exemplo.py", dir.native("/filho_exemplo.py")));
+    ChildProcess tela("sh", {"-c", "exec Xvfb -displayfd 1 -nolisten tcp 2>/dev/null"});
+    while (!tela.canReadLine() && tela.waitForReadyRead(kPatience)) { }
+    qputenv("DISPLAY", ":" + tela.readLine().trimmed());
+    ChildProcess gerente("openbox", {"--sm-disable"});
+    const auto unset = qScopeGuard([] { qunsetenv("DISPLAY"); });
+    const QByteArray lesson = "(1,1)7<SP\xc7>2<SP\xc7>1<SP\xc7><SP\xc7><SP\xc7><SP\xc7><SP\xc7>Conta<SP\xc7>Quanto?"
+                              "<SP\xc7><SP\xc7><SP\xc7><SP\xc7><P\xc7><VAA>(1)7<VOA>(2)1\t3\t0<OP>2\t4\t1<VCM><CM>";
+    Gerenciador shell;
+    shell.aulas = {lesson};
+    ChildProcess filho(dir.native("/Zeto.exe"), {"/cfg:x", "/Hook:"});
+    const QString title = "Zeto - Quorel";
+    QTRY_VERIFY_WITH_TIMEOUT(findWindow(title, true) != 0, kPatience);
+    const Janela janela = findWindow(title, true);
+    QCOMPARE(shell.envia(janela, MSG_AULA, lesson), 1);
+    placeWindow(janela, Ordem::Topmost, 0);
+    QVERIFY(doOn(title, {"key", "1", "key", "2", "key", "Right"})); // the first answer counts
+    QTRY_COMPARE_WITH_TIMEOUT(shell.came, QList<QByteArray>{"2069 E"}, kPatience);
+    // The next lesson came inside that send. The buttons to go back and on are the last row of the window.
+    QVERIFY(doOn(title, {"key", "2", "mousemove", "--window", "%1", "250", "174", "click", "1"}));
+    QTRY_COMPARE_WITH_TIMEOUT(shell.came, (QList<QByteArray>{"2069 E", "2069 A"}), kPatience);
+    QCOMPARE(shell.taken, 2);
+    QCOMPARE(shell.envia(janela, MSG_SAI, ""), 1);
+    QVERIFY(filho.waitForFinished());
+    QCOMPARE(filho.exitCode(), 0);
+    QCOMPARE(filho.readAllStandardError(), QByteArray());
+}
+
 void TstProtocolo::thePageNamesWhatTheExampleDoes()
 {
     const QByteArray page = le(QUOREL_SOURCE "/docs/protocolo.md");
-    for (const char *word :
-        {"(filho_exemplo.py)", "Gerenciador de Roteiros do Quorel", "Zeto - Quorel", "`ZETO`", "2060", "2071", "2122",
-            "2123", "2059", "2062", "2069", "2070", "2109", "2110", "2111", "204800", "/Hook:", "/cnf:"})
+    for (const char *word : {"(filho_exemplo.py)", "(filho_tk.py)", "(filho_windows.c)", "(filho_windows.py)",
+             "Gerenciador de Roteiros do Quorel", "Zeto - Quorel", "`ZETO`", "2060", "2071", "2122", "2123", "2059",
+             "2062", "2069", "2070", "2109", "2110", "2111", "204800", "/Hook:", "/cnf:"})
         QVERIFY2(page.contains(word), word);
 }
 

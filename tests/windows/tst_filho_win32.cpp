@@ -60,6 +60,8 @@ private slots:
     void cleanup();
     void answersFromInsideItsWindowProcedure_data();
     void answersFromInsideItsWindowProcedure();
+    void thePagesChildTakesThePlaceOf_data();
+    void thePagesChildTakesThePlaceOf();
     void getsItsNextLessonAfterWaitingForLong();
     void aChainWithoutEndIsCut();
     void getsItsCommandLineAsItStands();
@@ -138,6 +140,53 @@ void TstFilhoWin32::answersFromInsideItsWindowProcedure()
     mShell->handler = nullptr;
     QCOMPARE(mShell->envia(filho, MSG_SAI), 1);
     QTRY_COMPARE(findWindow(kFilho, false), Janela(0));
+}
+
+void TstFilhoWin32::thePagesChildTakesThePlaceOf_data()
+{
+    QTest::addColumn<QString>("name");
+    QTest::addColumn<QString>("title");
+    QTest::addColumn<QString>("inner");
+    QTest::newRow("Zeto") << u"Zeto.exe"_s << u"Zeto - Quorel"_s << u"ZETO"_s;
+    QTest::newRow("Desenho") << u"Desenho.exe"_s << u"Editor de Desenhos - Quorel"_s << QString();
+    QTest::newRow("Vrel") << u"Vrel.exe"_s << u"Histórias - Quorel"_s << QString();
+    QTest::newRow("Livros") << u"Livros.exe"_s << u"Livros - Quorel"_s << u"Livros"_s;
+    QTest::newRow("Calc") << u"Calc.exe"_s << u"Calculadora - Quorel"_s << QString();
+}
+
+/// docs/filho_windows.c, which knows nothing but the page.
+void TstFilhoWin32::thePagesChildTakesThePlaceOf()
+{
+    QFETCH(QString, name);
+    QFETCH(QString, title);
+    QFETCH(QString, inner);
+    start(name, QStringLiteral(QUOREL_BUILD "/tests/filho_pagina.exe"));
+    const Janela filho = findWindow(title, true);
+    QVERIFY(filho != 0);
+    if (!inner.isEmpty())
+        QVERIFY(findWindow(inner, true) != 0 && findWindow(inner, true) != filho);
+    placeWindow(filho, Ordem::Top, 0);
+    const auto size = [filho] {
+        RECT rectangle = {};
+        GetWindowRect(HWND(filho), &rectangle);
+        return QSize(rectangle.right - rectangle.left, rectangle.bottom - rectangle.top);
+    };
+    QTRY_COMPARE(size(), QSize(400, 300));
+    QList<QByteArray> lessons{"segunda", "terceira li\xe7\xe3o"};
+    QList<qintptr> nested;
+    mShell->handler = [&](Janela sender) {
+        nested.append(lessons.isEmpty() ? mShell->envia(sender, MSG_CONTROLE, "ESCONDE")
+                                        : mShell->envia(sender, MSG_AULA, lessons.takeFirst()));
+    };
+    QCOMPARE(mShell->envia(filho, MSG_AULA, "primeira"), 1);
+    QTRY_COMPARE(mShell->came, QList<QByteArray>(3, "2069 A"));
+    QCOMPARE(nested, QList<qintptr>(3, 1));
+    QTRY_VERIFY(!IsWindowVisible(HWND(filho)));
+    mShell->handler = nullptr;
+    PostMessageW(HWND(filho), WM_CLOSE, 0, 0); // the pupil leaves
+    QTRY_COMPARE(mShell->came.last(), "2071 ");
+    QCOMPARE(mShell->envia(filho, MSG_SAI), 1);
+    QTRY_COMPARE(findWindow(title, true), Janela(0));
 }
 
 void TstFilhoWin32::getsItsNextLessonAfterWaitingForLong()

@@ -45,4 +45,6 @@ void preparePlatform()
 
 void prepareConsole() { } // terminals show UTF-8
 
+void prepareTerminal() { } // it has it already
+
 } // namespace quorel

@@ -1,5 +1,6 @@
 #include "platform/preparo.h"
 
+#include <cstdio>
 #include <cstdlib>
 
 #include <qt_windows.h>
@@ -25,6 +26,16 @@ void prepareConsole()
     static const UINT before = GetConsoleOutputCP();
     SetConsoleOutputCP(CP_UTF8);
     std::atexit([] { SetConsoleOutputCP(before); }); // the console outlives the program
+}
+
+void prepareTerminal()
+{
+    const HANDLE given = GetStdHandle(STD_OUTPUT_HANDLE);
+    if (given == nullptr || given == INVALID_HANDLE_VALUE) {
+        if (!AttachConsole(ATTACH_PARENT_PROCESS) || !std::freopen("CONOUT$", "w", stdout))
+            return; // started from no console: nobody reads it
+    }
+    prepareConsole();
 }
 
 } // namespace quorel
