@@ -33,9 +33,16 @@ def diretorio():
     except FileExistsError:
         pass
     estado = os.lstat(caminho)
-    if not stat.S_ISDIR(estado.st_mode) or estado.st_uid != os.getuid() or estado.st_mode & 0o077:
-        sys.exit("o diretório das mensagens não é só seu: " + caminho)
+    if not stat.S_ISDIR(estado.st_mode) or estado.st_uid != os.getuid():
+        sys.exit("o diretório das mensagens não é seu: " + caminho)
+    if stat.S_IMODE(estado.st_mode) & 0o777 != 0o700:
+        os.chmod(caminho, 0o700)
     return caminho
+
+
+def e_meu(conexao):
+    """Se quem está do outro lado é do mesmo usuário; vale para quem se conecta e para quem escuta."""
+    return struct.unpack("3i", conexao.getsockopt(socket.SOL_SOCKET, socket.SO_PEERCRED, 12))[1] == os.getuid()
 
 
 class Barramento:
@@ -52,21 +59,34 @@ class Barramento:
 
     def __init__(self, titulo, interno, trata):
         self.trata = trata  # trata(código, texto ou None, remetente) -> resultado
-        self.dir = diretorio()
         self.eu = os.getpid() << 32 | 1
-        self.porta = socket.socket(socket.AF_UNIX, socket.SOCK_STREAM)
-        self.arquivo(".sock", apaga=True)
-        self.porta.bind(self.arquivo(".sock"))
-        self.porta.listen(16)
+        self.linhas = f"{self.eu} 0 {titulo}\n" + (f"{self.eu + 1} {self.eu} {interno}\n" if interno else "")
         self.lidos = {}  # conexão -> bytes que chegaram e ainda não formam um quadro
         self.ligacoes = {}  # processo -> conexão aberta por nós, usada de novo
         self.quadros = collections.deque()  # envios que esperam a sua vez
         self.resultados = {}  # número -> resultado; None enquanto não vem
         self.numero = 0
-        linhas = f"{self.eu} 0 {titulo}\n" + (f"{self.eu + 1} {self.eu} {interno}\n" if interno else "")
+        self.publica()
+
+    def publica(self):
+        """Escuta no diretório e escreve lá a lista das janelas."""
+        self.dir = diretorio()
+        self.porta = socket.socket(socket.AF_UNIX, socket.SOCK_STREAM)
+        self.arquivo(".sock", apaga=True)
+        self.porta.bind(self.arquivo(".sock"))
+        self.porta.listen(16)
         with open(self.arquivo(".novo"), "w", encoding="utf-8") as saida:
-            saida.write(linhas)
+            saida.write(self.linhas)
         os.rename(self.arquivo(".novo"), self.arquivo(".janelas"))  # inteiro ou nada
+
+    def processos(self):
+        """Os que têm uma lista no diretório. Antes disso publica de novo o que alguém apagou."""
+        if not all(os.path.lexists(self.arquivo(fim)) for fim in (".sock", ".janelas")):
+            self.observa(self.porta, False)
+            self.porta.close()
+            self.publica()
+            self.observa(self.porta, True)
+        return [int(nome[:-8]) for nome in os.listdir(self.dir) if nome.endswith(".janelas") and nome[:-8].isdigit()]
 
     def arquivo(self, fim, apaga=False, processo=None):
         nome = f"{self.dir}/{processo or os.getpid()}{fim}"
@@ -94,8 +114,7 @@ class Barramento:
                 self.fecha(pronto)
 
     def aceita(self, conexao):
-        uid = struct.unpack("3i", conexao.getsockopt(socket.SOL_SOCKET, socket.SO_PEERCRED, 12))[1]
-        if uid == os.getuid():
+        if e_meu(conexao):
             self.guarda(conexao)
         else:
             conexao.close()
@@ -176,6 +195,8 @@ class Barramento:
         if conexao not in self.lidos:
             conexao = socket.socket(socket.AF_UNIX, socket.SOCK_STREAM)
             conexao.connect(self.arquivo(".sock", processo=processo))
+            if not e_meu(conexao):
+                raise PermissionError(processo)
             self.ligacoes[processo] = conexao
             self.guarda(conexao)
         return conexao
@@ -190,6 +211,8 @@ class Barramento:
     def janela(self, processo, titulo):
         """A janela com esse título do processo dado, ou 0."""
         try:
+            if processo not in self.processos():
+                return 0
             with open(self.arquivo(".janelas", processo=processo), encoding="utf-8") as entrada:
                 for linha in entrada:
                     numero, acima, nome = linha.rstrip("\n").split(" ", 2)
@@ -201,10 +224,12 @@ class Barramento:
 
 
 class Filho:
-    def __init__(self, titulo, interno):
+    def __init__(self, titulo, interno, gancho):
+        self.gancho = gancho  # um gerenciador iniciou este programa
         self.pai = os.getppid()  # até a primeira mensagem; depois, o processo de quem a enviou
         self.conduzido = False  # veio alguma mensagem
         self.aulas = collections.deque()
+        self.em_aula = False
         self.fim = False
         self.bus = Barramento(titulo, interno, self.recebe)
 
@@ -214,6 +239,7 @@ class Filho:
         self.conduzido = True
         if codigo == MSG_AULA:
             self.aulas.append(texto or "")
+            self.em_aula = True
         elif codigo == MSG_CONTROLE and texto == "ESCONDE":
             print("(o roteiro terminou: escondido)", flush=True)
         elif codigo == MSG_CONTROLE:
@@ -225,8 +251,19 @@ class Filho:
     def mostra(self, linha):
         """Mostra a aula e responde que está certa. Um programa de verdade esperaria o aluno."""
         print("AULA", linha, flush=True)
-        gerenciador = self.bus.janela(self.pai, GERENCIADOR)  # procurado de novo a cada envio
-        self.bus.envia(gerenciador, MSG_PROXIMA, "A")
+        self.diz(MSG_PROXIMA, "A")
+        # Sem aula nova o roteiro acabou ou foi para outro programa; mas não se o gerenciador fecha no meio do envio.
+        self.em_aula = bool(self.aulas) or self.fim
+
+    def diz(self, codigo, texto):
+        self.bus.envia(self.bus.janela(self.pai, GERENCIADOR), codigo, texto)  # procurado de novo a cada envio
+
+    def acabou(self):
+        """Se o gerenciador morreu sem se despedir: o da última mensagem; antes da primeira, todos os que há."""
+        if self.conduzido:
+            return not self.bus.escuta(self.pai)
+        gerenciadores = (p for p in self.bus.processos() if self.bus.janela(p, GERENCIADOR))
+        return self.gancho and not any(self.bus.escuta(p) for p in gerenciadores)
 
     def corre(self):
         try:
@@ -235,10 +272,12 @@ class Filho:
                     self.mostra(self.aulas.popleft())
                 elif self.bus.quadros:
                     self.bus.serve()
-                elif self.conduzido and not self.bus.escuta(self.pai):
-                    break  # o gerenciador morreu sem se despedir
+                elif self.acabou():
+                    break
                 else:
                     self.bus.passo()
+            if self.fim and self.em_aula:
+                self.diz(MSG_SAI, "")  # com ela são gravadas as respostas das aulas anteriores
         finally:
             self.bus.sai()
 
@@ -253,4 +292,4 @@ def titulos(argumentos):
 
 if __name__ == "__main__":
     sys.stdout.reconfigure(encoding="utf-8")
-    Filho(*titulos(sys.argv)).corre()
+    Filho(*titulos(sys.argv), "/Hook:" in sys.argv).corre()

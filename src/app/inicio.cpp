@@ -8,6 +8,7 @@
 #include "lessons/andamento.h"
 #include "lessons/vista_blocos.h"
 #include "platform/costuras.h"
+#include "platform/endereco.h"
 #include "platform/eventos.h"
 #include "platform/fim.h"
 #include "platform/protocolo.h"
@@ -36,6 +37,13 @@ static void askFirstInstance()
         encerraPrograma();
 }
 
+/// Without a place to be reached at, the answers of the lessons would be lost without a word.
+static void tellUnreachable()
+{
+    if (const QString why = whyUnreachable(); !why.isEmpty())
+        caixa({.texto = why, .icone = Icone::Aviso});
+}
+
 static void openRegister()
 {
     criaBD();
@@ -60,6 +68,7 @@ void iniciaPrograma(const QString &linhaDeComando, Janelas &janelas)
     connectViews(janelas);
     MontaCatalogo();
     janelas.blocos().carrega();
+    tellUnreachable();
     leListaSelecionada();
     gAluno = kGenerico;
     gClasse = kGenerico; // Kept: /CLASSE: has done its work in the register's opening and ends here

@@ -38,7 +38,9 @@ int main(int argc, char **argv)
     const QString arquivoProprio = arguments.isEmpty() ? QString() : arguments.takeFirst();
     const QString arquivo = takeOption(arguments, u"--aula"_s);
     const QString nome = takeOption(arguments, u"--programa"_s);
-    const ParametrosRec parametros = leParametros(arguments.join(u' '));
+    const bool byHand = !arquivo.isEmpty() || !nome.isEmpty();
+    // As it came: what stands between the words belongs to a path.
+    const ParametrosRec parametros = leParametros(byHand ? arguments.join(u' ') : rawCommandLine(argc, argv));
     const Programa programa = programaDe(nome.isEmpty() ? arquivoProprio : nome);
 
     Aplicacao app(argc, argv, inheritedZoom());

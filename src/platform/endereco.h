@@ -5,6 +5,7 @@
 #include <QByteArrayView>
 #include <QString>
 
+#include <chrono>
 #include <functional>
 #include <memory>
 
@@ -76,8 +77,9 @@ private:
 /// the procedure.
 /// @param size  travels as it is, apart from the bytes; at most as many bytes as that are read from `bytes`
 /// @return the receiver's result; 0 when the handle is not (or no longer) an address, when the receiver dies, withdraws
-///         or is silent for 5 s (not counted while something comes from it or a procedure of ours runs), when the size
-///         is over kMaxCopyData, or at depth 500
+///         or is silent for 5 s (an answer or a whole send ends the silence, other bytes don't; the time of our
+///         procedures does not count; sends inside one another end after one such wait), when the size is over
+///         kMaxCopyData, or at depth 500
 qintptr sendCopyData(Janela destino, Janela remetente, quint32 code, qint32 size, QByteArrayView bytes);
 
 /// Withdraws all addresses of the process and closes its connections; part of the end of the program.
@@ -97,5 +99,26 @@ Janela publishedWindowOf(Janela janela, QStringView titulo);
 
 /// The published window with that title of the process that started this one, or 0.
 Janela publishedWindowOfParent(QStringView titulo);
+
+/// Why other programs can't reach this process, as a sentence for the user; empty when they can. On Windows they can.
+QString whyUnreachable();
+
+bool sameProcess(Janela a, Janela b); ///< whether both belong to one, the same
+
+/// What has become of an address of another process.
+enum class Presence {
+    Ended, ///< its process is gone, and all that it sent has been served
+    Withdrawn, ///< its process lives, the address is no longer one
+    Unseen, ///< no window of its process is on the screen, as far as the screen can be asked
+    Seen,
+};
+Presence presenceOf(Janela janela);
+
+/// Serves incoming sends, and nothing else, until the condition holds or the time is over; what has come by then is
+/// served still. The condition is looked at every few milliseconds. @return whether it holds
+bool serveSendsUntil(const std::function<bool()> &condition, std::chrono::milliseconds limit);
+
+/// Answers the sends that are being served with 1 now: for a procedure that will not return. On Windows the latest one.
+void releaseSenders();
 
 } // namespace quorel

@@ -12,6 +12,8 @@ using Janela = quintptr;
 /// Finds a window of the desktop by its title, with case, in four passes: exact top-level, exact inner, beginning
 /// top-level, beginning inner. So "Livros" finds the inner window and not "Livros - Quorel". The own process's windows
 /// come first in each pass. In a title of a program that is not ours a long dash counts as "-".
+/// On Linux the titles of the shell and of the lesson programs are looked for among published windows only: a page in a
+/// browser may bear any title.
 /// @param parcial  false stops after the two exact passes
 /// @return 0 when there is none
 Janela findWindow(QStringView titulo, bool parcial);

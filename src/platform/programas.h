@@ -10,8 +10,9 @@ namespace quorel {
 struct ProgramRequest
 {
     QString program; ///< native path of the file
-    QString arguments; ///< the rest of the command line as it stands (Linux: split at blanks); no interpreter sees it
-    bool waitUntilReady = false; ///< return only when it takes messages, has ended, or after 10 s (Windows: 30 s)
+    QString arguments; ///< the rest of the command line as it stands; no interpreter sees it. Linux: split at single
+                       ///< blanks, those beyond one in a row stay with the word behind
+    bool waitUntilReady = false; ///< return only when it takes messages, has ended, or after 30 s
 };
 
 /// Starts a program in a normal window; its output channels are forwarded. It outlives this process unless told to

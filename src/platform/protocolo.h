@@ -2,10 +2,16 @@
 
 #include <QtGlobal>
 
+#include <array>
+
 namespace quorel {
 
 /// Title under which the shell is found by everybody; the captions of its windows are another thing.
 inline constexpr char16_t kTituloGerenciador[] = u"Gerenciador de Roteiros do Quorel";
+
+/// Titles of the five lesson programs and of their inner windows.
+inline constexpr std::array<const char16_t *, 7> kTitulosDosFilhos{u"Zeto - Quorel", u"ZETO",
+    u"Editor de Desenhos - Quorel", u"Histórias - Quorel", u"Livros - Quorel", u"Livros", u"Calculadora - Quorel"};
 
 /// Message codes between shell and child programs; docs/protocolo.md tells what each does. 2071 and 2123 go both ways.
 enum CodigoMensagem : qint32 {

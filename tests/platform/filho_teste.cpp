@@ -77,6 +77,9 @@ static qintptr answer(Janela shell, const CopyData &data)
         return packed({gCorpo->pos(), gCorpo->size()});
     case kIsTopmost:
         return gCorpo->windowFlags().testFlag(Qt::WindowStaysOnTopHint) ? 2 : 1;
+    case kHide:
+        gCorpo->hide();
+        return 1;
     case kOpenDocument:
         return openDocumentNow({me, u"OPEN"_s, QString::fromUtf8(bytes), u"C:\\"_s}) ? 2 : 1;
     default:

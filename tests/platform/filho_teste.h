@@ -16,6 +16,7 @@ enum TestCode : quint32 {
     kSetTitle, ///< to the text
     kGeometry, ///< the body's, packed()
     kIsTopmost, ///< 2 when it is, else 1
+    kHide, ///< the body
     kOpenDocument, ///< whose path is the text; answers 2 when it could, else 1
 };
 inline constexpr int kExitCode = 7;

@@ -1,3 +1,4 @@
+#include "platform/costuras.h"
 #include "platform/eventos.h"
 #include "platform/linux/busdirectory.h"
 #include "platform/linux/frame.h"
@@ -5,14 +6,19 @@
 
 #include "filho_em_teste.h"
 
+#include <QThread>
 #include <QtEndian>
 
 #include <sys/fsuid.h>
 #include <sys/socket.h>
 #include <sys/stat.h>
+#include <sys/un.h>
 #include <unistd.h>
 
 #include <csignal>
+#include <cstring>
+#include <stop_token>
+#include <thread>
 
 using namespace quorel;
 using namespace quorel::teste;
@@ -35,14 +41,17 @@ private slots:
     void aSendEndsWith0_data();
     void aSendEndsWith0();
     void timeOfOurHandlersIsNotSilence();
+    void whatIsNoAnswerIsSilence_data();
+    void whatIsNoAnswerIsSilence();
+    void aChainEndsAfterOneSilence();
     void badFramesCloseTheirConnectionOnly_data();
     void badFramesCloseTheirConnectionOnly();
     void anOversizedSendIsDroppedAndAnswered();
     void aFloodIsServedOneByOne();
     void aPeerThatNeverReadsIsGivenUp();
+    void aConnectionThatSaysNothingMakesRoom();
     void whatAPeerSentBeforeItsEndIsStillServed();
     void anotherUserIsRefused();
-    void aDirectoryOpenToOthersIsNotUsed();
 };
 
 void TstBarramento::init()
@@ -196,10 +205,74 @@ static QByteArray answerFrame(qint64 result)
     return QByteArray(frame.data(), frame.size());
 }
 
+/// A process in name only: takes one connection and writes the same bytes to it again and again.
+class Tagarela
+{
+public:
+    explicit Tagarela(const QByteArray &bytes)
+    {
+        const QByteArray path = qgetenv("XDG_RUNTIME_DIR") + "/quorel/" + QByteArray::number(kNumber) + ".sock";
+        sockaddr_un address = {};
+        address.sun_family = AF_UNIX;
+        std::memcpy(
+            address.sun_path, path.constData(), std::min(std::size_t(path.size()), sizeof address.sun_path - 1));
+        ::unlink(path.constData());
+        if (::bind(mSocket.get(), reinterpret_cast<const sockaddr *>(&address), sizeof address) != 0
+            || ::listen(mSocket.get(), 1) != 0)
+            qFatal("no place on the bus");
+        mThread = std::jthread([this, bytes](const std::stop_token &stop) {
+            const bus::UnixFd peer(::accept(mSocket.get(), nullptr, nullptr));
+            while (!stop.stop_requested()
+                && ::send(peer.get(), bytes.constData(), std::size_t(bytes.size()), MSG_NOSIGNAL) >= 0)
+                QThread::msleep(kShortLimit / 10);
+        });
+    }
+    static constexpr pid_t kNumber = 5'000'000; ///< of no process
+    const Janela janela = bus::handleIn(kNumber, 1);
+
+private:
+    bus::UnixFd mSocket{::socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0)};
+    std::jthread mThread;
+};
+
 static QByteArray withLength(QByteArray frame, quint32 length)
 {
     qToLittleEndian(length, frame.data());
     return frame;
+}
+
+void TstBarramento::whatIsNoAnswerIsSilence_data()
+{
+    const Table<QByteArray> row("bytes");
+    const auto place = bus::encode(bus::Place{1, 0, 0});
+    row("zeros of a send of 16 MB", withLength(sendFrame(1, 0), bus::kLargestClaim - bus::kLengthBytes));
+    row("answers to nothing", answerFrame(1));
+    row("places", QByteArray(place.data(), place.size()));
+}
+
+void TstBarramento::whatIsNoAnswerIsSilence()
+{
+    QFETCH(QByteArray, bytes);
+    Casa casa;
+    const Tagarela tagarela(bytes);
+    setSendLimit(kShortLimit);
+    QCOMPARE(casa.send(tagarela.janela, 2060), 0); // it ends
+}
+
+/// Were each level to wait as long again, the test would be over first.
+void TstBarramento::aChainEndsAfterOneSilence()
+{
+    static constexpr int kDepth = 60;
+    Casa casa;
+    const Filho filho({"Eco"}), outro({"Outro"});
+    setSendLimit(3 * kShortLimit);
+    casa.handler = [&](Janela sender, quint32 code) {
+        casa.send(sender, casa.deepest < kDepth ? code : quint32(kHang));
+        return casa.send(sender, kSizePlus1000) + casa.send(outro.janela, kSizePlus1000);
+    };
+    QCOMPARE(casa.send(filho.janela, kBounce), 0);
+    QCOMPARE(casa.deepest, kDepth);
+    QCOMPARE(casa.send(outro.janela, kSizePlus1000), 1000);
 }
 
 void TstBarramento::badFramesCloseTheirConnectionOnly_data()
@@ -272,6 +345,37 @@ void TstBarramento::aPeerThatNeverReadsIsGivenUp()
     QCOMPARE(casa.send(filho.janela, kSizePlus1000), 1000);
 }
 
+void TstBarramento::aConnectionThatSaysNothingMakesRoom()
+{
+    Casa casa;
+    const QByteArray frame = sendFrame(casa.endereco.handle(), 0);
+    const Cru spoken;
+    spoken.write(frame);
+    QCOMPARE(spoken.read(), answerFrame(1));
+    const Cru headOnly; // of a send that never comes whole
+    headOnly.write(
+        withLength(sendFrame(1, kMaxCopyData + 1), bus::kSendHeadBytes - bus::kLengthBytes + kMaxCopyData + 1));
+    QCOMPARE(headOnly.read(), answerFrame(0));
+    std::vector<std::unique_ptr<Cru>> mute;
+    for (int i = 0; i < 254; ++i) { // with the two: as many as there is room for
+        mute.push_back(std::make_unique<Cru>());
+        QVERIFY(mute.back()->socket);
+        QCoreApplication::processEvents();
+    }
+    QCOMPARE(Cru().read(), "closed");
+    const auto later = QDateTime::currentDateTime().addSecs(31);
+    costuras().now = [later] { return later; };
+    const Cru late;
+    late.write(frame);
+    QCOMPARE(late.read(), answerFrame(1));
+    QCOMPARE(headOnly.read(), "closed"); // the oldest of the mute
+    spoken.write(frame);
+    QCOMPARE(spoken.read(), answerFrame(1));
+    reiniciaCosturas();
+    mute.clear();
+    QCoreApplication::processEvents(); // takes note of their ends
+}
+
 void TstBarramento::whatAPeerSentBeforeItsEndIsStillServed()
 {
     Casa casa;
@@ -306,21 +410,6 @@ void TstBarramento::anotherUserIsRefused()
     raw.write(sendFrame(casa.endereco.handle(), 0));
     QCOMPARE(raw.read(), "closed");
     QVERIFY(casa.came.isEmpty());
-}
-
-void TstBarramento::aDirectoryOpenToOthersIsNotUsed()
-{
-    const QByteArray before = qgetenv("XDG_RUNTIME_DIR");
-    const ScratchDir other;
-    const QByteArray directory = other.native("/quorel").toUtf8();
-    qputenv("XDG_RUNTIME_DIR", other.native().toUtf8());
-    QVERIFY(bus::BusDirectory().listen());
-    QCOMPARE(::chmod(directory.constData(), 0755), 0);
-    QVERIFY(!bus::BusDirectory().listen());
-    QVERIFY(QDir(directory).removeRecursively());
-    QCOMPARE(::symlink((before + "/quorel").constData(), directory.constData()), 0);
-    QVERIFY(!bus::BusDirectory().listen());
-    qputenv("XDG_RUNTIME_DIR", before);
 }
 
 QTEST_MAIN(TstBarramento)

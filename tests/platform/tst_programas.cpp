@@ -50,10 +50,12 @@ void TstProgramas::commandLineIsJoined()
 void TstProgramas::aProgramGetsItsArguments()
 {
     const Scripts scripts;
-    const QString program =
-        scripts.add("/Jogo Um.exe", "for a; do echo \"[$a]\"; done >\"$0.out\"; mv \"$0.out\" \"$0.txt\"\n");
+    const QString program = scripts.add("/Jogo Um.exe",
+        "echo \"$*\" >\"$0.out\"; for a; do echo \"[$a]\"; done >>\"$0.out\"; mv \"$0.out\" \"$0.txt\"\n");
     QVERIFY(startProgramNow({program, "/A  *.txt $HOME;ls \"a b\""}));
-    QTRY_COMPARE(le(program + ".txt"), "[/A]\n[*.txt]\n[$HOME;ls]\n[\"a]\n[b\"]\n"); // no interpreter sees them
+    QTRY_COMPARE(le(program + ".txt"),
+        "/A  *.txt $HOME;ls \"a b\"\n"
+        "[/A]\n[ *.txt]\n[$HOME;ls]\n[\"a]\n[b\"]\n"); // no interpreter sees them, and no blank is lost
 }
 
 void TstProgramas::whatCantBeStarted()

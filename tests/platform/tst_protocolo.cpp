@@ -5,8 +5,17 @@
 
 #include <QScopeGuard>
 
+#include <sys/socket.h>
+#include <sys/un.h>
+#include <unistd.h>
+
+#include <cstring>
+
 using namespace quorel;
 using namespace quorel::teste;
+
+static constexpr uid_t kNobody = 65534;
+static constexpr qint64 kOther = 5'000'000; ///< of no process
 
 /// A shell that answers each MSG_PROXIMA with the next of its lessons, from inside the handler, and at last "ESCONDE".
 struct Gerenciador
@@ -41,6 +50,7 @@ private slots:
     void theExampleTakesThePlaceOf_data();
     void theExampleTakesThePlaceOf();
     void theWindowedOneIsAnsweredByKeysAndMouse();
+    void theExampleRefusesAListenerOfAnotherUser();
     void thePageNamesWhatTheExampleDoes();
 };
 
@@ -120,6 +130,39 @@ void TstProtocolo::theWindowedOneIsAnsweredByKeysAndMouse()
     QVERIFY(filho.waitForFinished());
     QCOMPARE(filho.exitCode(), 0);
     QCOMPARE(filho.readAllStandardError(), QByteArray());
+}
+
+/// Somebody else's socket under the number of a shell, left there while the directory was open to others.
+void TstProtocolo::theExampleRefusesAListenerOfAnotherUser()
+{
+    if (::getuid() != 0) // nobody else can be played, and the kernel keeps this user from becoming somebody
+        QVERIFY(::seteuid(kNobody) != 0);
+    const QByteArray bus = qgetenv("XDG_RUNTIME_DIR") + "/quorel/", other = bus + QByteArray::number(kOther);
+    const Gerenciador shell;
+    const int listener = ::socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC | SOCK_NONBLOCK, 0);
+    sockaddr_un address = {};
+    address.sun_family = AF_UNIX;
+    std::strncpy(address.sun_path, (other + ".sock").constData(), sizeof address.sun_path - 1);
+    QCOMPARE(::bind(listener, reinterpret_cast<const sockaddr *>(&address), sizeof address), 0);
+    const bool played = ::getuid() == 0 && ::seteuid(kNobody) == 0;
+    QCOMPARE(::listen(listener, 1), 0);
+    QCOMPARE(::seteuid(::getuid()), 0);
+    escreve(other + ".janelas", QByteArray::number(kOther << 32 | 1) + " 0 Gerenciador de Roteiros do Quorel\n");
+    ChildProcess filho(QUOREL_SOURCE "/docs/filho_exemplo.py", {"--titulo", "Exemplo"});
+    QTRY_VERIFY_WITH_TIMEOUT(findWindow(u"Exemplo", true) != 0, kPatience);
+    const Janela janela = findWindow(u"Exemplo", true);
+    QCOMPARE(sendCopyData(janela, Janela(kOther << 32 | 1), MSG_AULA, 5, QByteArray("aula\0", 5)), 1);
+    int peer = -1;
+    QTRY_VERIFY_WITH_TIMEOUT(peer >= 0 || (peer = ::accept(listener, nullptr, nullptr)) >= 0, kPatience);
+    QByteArray got(64, '\0');
+    ssize_t n = -1;
+    const auto ended = [&] { return (n = ::recv(peer, got.data(), std::size_t(got.size()), MSG_DONTWAIT)) >= 0; };
+    QVERIFY(QTest::qWaitFor(ended, kPatience));
+    QCOMPARE(n > 0, !played); // the answer goes to who is of the same user
+    ::close(peer);
+    ::close(listener);
+    QFile::remove(other + ".sock");
+    QFile::remove(other + ".janelas");
 }
 
 void TstProtocolo::thePageNamesWhatTheExampleDoes()

@@ -1,9 +1,18 @@
+#include "platform/linux/busdirectory.h"
 #include "platform/preparo.h"
 
 #include "filho_em_teste.h"
 
+#include <sys/inotify.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <array>
+
 using namespace quorel;
 using namespace quorel::teste;
+
+static constexpr uid_t kNobody = 65534;
 
 /// How windows are found by their titles, and what becomes of them.
 class TstTitulos : public QObject
@@ -15,6 +24,9 @@ private slots:
     void titlesAreFoundInFourPasses();
     void equalTitlesOwnFirstThenLowestHandle();
     void aKilledProcessLeavesNoEntry();
+    void manyDeadEntriesAreReadOnce();
+    void aRemovedDirectoryIsPublishedAgain();
+    void theDirectoryIsOursAlone();
     void aChangedTitleIsFound();
     void placingReachesTheBody();
     void thePublishedWindowOfASender();
@@ -59,6 +71,65 @@ void TstTitulos::aKilledProcessLeavesNoEntry()
     filho.process.end();
     QCOMPARE(findWindow(u"Some", true), Janela(0));
     QCOMPARE(filho.files(), 0);
+}
+
+static QString busPath(const QString &rest = {})
+{
+    return qEnvironmentVariable("XDG_RUNTIME_DIR") + "/quorel" + rest;
+}
+
+void TstTitulos::manyDeadEntriesAreReadOnce()
+{
+    static constexpr int kDead = 60, kFirst = 5'000'000; // numbers of no process
+    for (int n = kFirst; n < kFirst + kDead; ++n)
+        escreve(busPath(QString("/%1.janelas").arg(n)), QByteArray::number(qint64(n) << 32 | 1) + " 0 Morto\n");
+    const int notes = ::inotify_init1(IN_NONBLOCK | IN_CLOEXEC);
+    QVERIFY(::inotify_add_watch(notes, QFile::encodeName(busPath()).constData(), IN_OPEN) >= 0);
+    QCOMPARE(findWindow(u"Morto", true), Janela(0));
+    qsizetype opened = 0;
+    std::array<char, 65536> events{};
+    for (ssize_t n = 0; (n = ::read(notes, events.data(), events.size())) > 0;)
+        opened += QByteArrayView(events.data(), n).count(".janelas");
+    ::close(notes);
+    QVERIFY2(opened >= kDead && opened < 3 * kDead, qPrintable(QString::number(opened)));
+    QVERIFY(QDir(busPath()).entryList({"5*.janelas"}).isEmpty());
+}
+
+void TstTitulos::aRemovedDirectoryIsPublishedAgain()
+{
+    Casa casa;
+    const Filho filho({"Resta"});
+    QDir(busPath()).removeRecursively(); // as far as it goes: the child may be quicker
+    QTRY_COMPARE_WITH_TIMEOUT(findWindow(u"Resta", false), filho.janela, kPatience);
+    QVERIFY(QFile::exists(busPath(QString("/%1.janelas").arg(QCoreApplication::applicationPid()))));
+    QCOMPARE(casa.send(filho.janela, kSendBack), 2);
+    const Filho novo({"Novo"}); // by a connection of its own
+    QCOMPARE(casa.send(novo.janela, kSendBack), 2);
+}
+
+void TstTitulos::theDirectoryIsOursAlone()
+{
+    const QByteArray before = qgetenv("XDG_RUNTIME_DIR");
+    const ScratchDir other;
+    const QByteArray directory = other.native("/quorel").toUtf8();
+    qputenv("XDG_RUNTIME_DIR", other.native().toUtf8());
+    bus::BusDirectory used;
+    QVERIFY(used.listen());
+    for (const mode_t wrong : {0755u, 0577u, 0u}) {
+        QCOMPARE(::chmod(directory.constData(), wrong), 0);
+        QVERIFY(used.listen() && bus::BusDirectory().listen());
+        struct stat st = {};
+        QCOMPARE(::stat(directory.constData(), &st), 0);
+        QCOMPARE(st.st_mode & 07777, 0700u);
+    }
+    if (::getuid() == 0) { // nobody else can give a directory away
+        QCOMPARE(::chown(directory.constData(), kNobody, kNobody), 0);
+        QVERIFY(!used.listen() && !bus::BusDirectory().listen());
+    }
+    QVERIFY(QDir(directory).removeRecursively());
+    QCOMPARE(::symlink((before + "/quorel").constData(), directory.constData()), 0);
+    QVERIFY(!used.listen() && !bus::BusDirectory().listen());
+    qputenv("XDG_RUNTIME_DIR", before);
 }
 
 void TstTitulos::aChangedTitleIsFound()

@@ -123,6 +123,8 @@ private slots:
     void cleanup() { qunsetenv("DISPLAY"); }
     void titles_data();
     void titles();
+    void whatIsOnTheScreen_data() { titles_data(); }
+    void whatIsOnTheScreen();
     void placing_data() { titles_data(); }
     void placing();
     void aManagerThatComesAndGoes();
@@ -152,10 +154,28 @@ void TstX11::titles()
     QCOMPARE(findWindow(u"Quadrinhos - Um", false), Janela(0));
     QCOMPARE(findWindow(u"QUADRINHOS", true), Janela(0));
     QVERIFY(all.contains(findWindow(u"Quad", true)));
+    // Pages whose titles begin like those of programs of ours.
+    const Estranho zeto("Zeto - Quorel — Navegador"), ajuda("Gerenciador de Roteiros do Quorel - Ajuda");
+    QCOMPARE(findWindow(u"Zeto - Quorel", true), Janela(0));
+    QCOMPARE(findWindow(u"Gerenciador de Roteiros do Quorel", true), Janela(0));
+    QCOMPARE(findWindow(u"Zeto - Quorel -", true), zeto.janela);
     dia.process.end();
     QTRY_COMPARE(findWindow(u"Quadrinhos - Um", true), Janela(0));
     placeWindow(dia.janela, Ordem::Topmost, kKeepPosition); // gone: passed over
     QCOMPARE(findWindow(u"Quadrinhos - O", true), outro.janela);
+}
+
+void TstX11::whatIsOnTheScreen()
+{
+    QFETCH(bool, comGerente);
+    const Tela tela(comGerente);
+    Filho filho({"Visto"}, {"-platform", "xcb"});
+    QTRY_COMPARE(presenceOf(filho.janela), Presence::Seen);
+    QCOMPARE(sendCopyData(filho.janela, 0, kHide, 0, {}), 1);
+    QTRY_COMPARE(presenceOf(filho.janela), Presence::Unseen);
+    QCOMPARE(presenceOf(filho.janela + 1), Presence::Withdrawn);
+    filho.process.end();
+    QTRY_COMPARE(presenceOf(filho.janela), Presence::Ended);
 }
 
 void TstX11::placing()

@@ -33,12 +33,49 @@ void Bus::startListening()
         return;
     mAccepts = std::make_unique<QSocketNotifier>(mListener.get(), QSocketNotifier::Read);
     QObject::connect(mAccepts.get(), &QSocketNotifier::activated, mAccepts.get(), [this] { acceptAll(); });
-    qAddPostRoutine([] { Bus::instance().leave(); }); // notifiers do not outlive the application
+    if (!mWatcher)
+        qAddPostRoutine([] { Bus::instance().leave(); }); // notifiers do not outlive the application
+    watchDirectory();
+}
+
+/// A child whose answer is due looks for us in the directory: what was removed there can't wait for our own next
+/// search.
+void Bus::watchDirectory()
+{
+    if (!mWatcher) {
+        mWatcher = std::make_unique<QFileSystemWatcher>();
+        QObject::connect(mWatcher.get(), &QFileSystemWatcher::directoryChanged, mWatcher.get(), [this] { renew(); });
+    }
+    if (mWatcher->directories().isEmpty()) // one that was removed is not watched any more
+        mWatcher->addPath(BusDirectory::path());
 }
 
 void Bus::writeEntries()
 {
-    mDirectory.publish(mWindows.entries());
+    mWritten = mDirectory.publish(mWindows.entries());
+}
+
+/// Publishes again what somebody has removed, or what could not be published so far.
+void Bus::renew()
+{
+    if (mWindows.entries().empty() || (mListener && mDirectory.holdsOwn()))
+        return;
+    mAccepts.reset();
+    mListener.reset(); // connections that stand go on
+    startListening();
+    writeEntries();
+}
+
+const std::vector<Entry> &Bus::entries()
+{
+    renew();
+    return mDirectory.entries();
+}
+
+bool Bus::isReachable()
+{
+    startListening();
+    return mListener && mWritten;
 }
 
 void Bus::setTitle(Janela handle, const QString &title)
@@ -71,6 +108,7 @@ void Bus::leave()
         drop(peer);
     }
     mAccepts.reset();
+    mWatcher.reset();
     mContext.reset();
     mQueued = false;
     if (mListener) {
@@ -109,19 +147,46 @@ qintptr Bus::sendAcross(SendHead head, QByteArrayView bytes)
     if (!peer)
         return 0;
     head.number = ++mNumber;
-    const auto pending = mPending.insert(mPending.end(), {head.number, peer, Clock::now()});
+    // Where its silence has ended a send of the chain, the message goes out, but there is no time left to wait in.
+    const bool silent = wasSilent(peer->peer());
+    const auto pending = mPending.insert(mPending.end(), {head.number, peer, quietNow(), silent});
     const auto forget = qScopeGuard([&] { mPending.erase(pending); });
     write(peer, encode(head), bytes);
-    while (!pending->done) {
+    while (!pending->done && !pending->silent) {
         std::chrono::milliseconds left{-1}; // for ever
         if (mSendLimit.count() > 0) {
-            left = std::chrono::ceil<std::chrono::milliseconds>(pending->lastSign + mSendLimit - Clock::now());
+            left = std::chrono::ceil<std::chrono::milliseconds>(pending->lastSign + mSendLimit - quietNow());
             if (left.count() <= 0)
-                break;
+                giveUp(peer->peer());
         }
-        step(left);
+        if (!pending->silent)
+            step(left);
     }
     return pending->result;
+}
+
+/// An answer, or a whole send, has come from a process: what else it writes is no sign of life.
+void Bus::heardFrom(pid_t process)
+{
+    for (Pending &pending : mPending) {
+        if (pending.connection->peer() == process) {
+            pending.lastSign = quietNow();
+            pending.silent = false;
+        }
+    }
+}
+
+bool Bus::wasSilent(pid_t process) const
+{
+    return std::ranges::any_of(
+        mPending, [&](const Pending &each) { return each.silent && each.connection->peer() == process; });
+}
+
+/// Ends all sends to a process that are waiting inside one another: each would otherwise wait as long again.
+void Bus::giveUp(pid_t process)
+{
+    for (Pending &pending : mPending)
+        pending.silent = pending.silent || pending.connection->peer() == process;
 }
 
 void Bus::place(const Place &place)
@@ -135,14 +200,28 @@ bool Bus::isAlive(pid_t process)
     return process == ::getpid() || connectionTo(process);
 }
 
+bool Bus::isDone(pid_t process)
+{
+    return !isAlive(process)
+        && std::ranges::none_of(mConnections, [&](const Peer &peer) { return peer->peer() == process; });
+}
+
+void Bus::releaseSenders()
+{
+    for (Incoming &incoming : mIncoming) {
+        if (!std::exchange(incoming.answered, true))
+            answer(incoming.connection, incoming.number, 1);
+    }
+}
+
 bool Bus::serveUntil(const std::function<bool()> &condition, std::chrono::milliseconds limit)
 {
     static constexpr std::chrono::milliseconds kLook{5};
     const auto end = Clock::now() + limit;
-    while (!condition()) {
-        if (Clock::now() >= end)
-            return false;
-        step(kLook);
+    for (bool last = false; !condition(); last = Clock::now() >= end) {
+        step(last ? std::chrono::milliseconds(0) : kLook);
+        if (last)
+            return condition();
     }
     return true;
 }

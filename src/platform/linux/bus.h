@@ -3,6 +3,7 @@
 #include "platform/linux/connection.h"
 #include "platform/linux/ownwindows.h"
 
+#include <QFileSystemWatcher>
 #include <QObject>
 
 #include <chrono>
@@ -20,7 +21,11 @@ public:
     static Bus &instance();
 
     OwnWindows &windows() { return mWindows; }
-    BusDirectory &directory() { return mDirectory; }
+
+    /// All published windows, as BusDirectory::entries(). Before that our own are published again where they were
+    /// removed.
+    const std::vector<Entry> &entries();
+    bool isReachable(); ///< whether others can reach this process; listens for them if need be
 
     void publish(std::vector<OwnWindow> windows); ///< at one stroke
     void setTitle(Janela handle, const QString &title);
@@ -36,11 +41,16 @@ public:
 
     /// Whether a process can be reached; cleans up after one that is gone.
     bool isAlive(pid_t process);
+    bool isDone(pid_t process); ///< whether it is gone and all that it sent has been served
+
+    /// Answers the sends that are being served with 1, before their handlers return.
+    void releaseSenders();
 
     /// Calls `gone` once, from the event loop, when a process can no longer be reached.
     void watch(pid_t process, std::function<void()> gone);
 
-    /// Serves incoming sends until the condition holds or the time is over; looks at it every few milliseconds.
+    /// Serves incoming sends until the condition holds or the time is over, and then what has come by then; looks at
+    /// the condition every few milliseconds. @return whether it holds
     bool serveUntil(const std::function<bool()> &condition, std::chrono::milliseconds limit);
 
 private:
@@ -52,7 +62,8 @@ private:
     {
         quint32 number = 0;
         Peer connection;
-        Clock::time_point lastSign; ///< of life from the receiver, or when a handler of ours ended
+        Clock::time_point lastSign; ///< of life from the receiver's process, by quietNow()
+        bool silent = false; ///< that process let the time of a send in the chain go by
         bool done = false;
         qintptr result = 0;
     };
@@ -78,10 +89,14 @@ private:
     qintptr call(const SendHead &head, const void *bytes);
     void startListening();
     void writeEntries();
+    void watchDirectory();
+    void renew();
 
     Peer connectionTo(pid_t process);
     Peer adopt(UnixFd socket, pid_t peer);
     void acceptAll();
+    bool makeRoom();
+    bool isWaitedFor(const Peer &peer) const;
     void drop(const Peer &peer);
     void endSendsOn(const Peer &peer);
     void write(const Peer &peer, QByteArrayView head, QByteArrayView body = {});
@@ -90,6 +105,10 @@ private:
     void writable(const Peer &peer);
     void serve(const Peer &peer);
     void dispatch(const Peer &peer);
+    Clock::time_point quietNow() const { return Clock::now() - mHandling; }
+    void heardFrom(pid_t process);
+    bool wasSilent(pid_t process) const;
+    void giveUp(pid_t process);
     void receiveReply(const Peer &peer, const Reply &reply);
     void answer(const Peer &peer, quint32 number, qintptr result);
     void applyPlace(const Place &place);
@@ -104,7 +123,9 @@ private:
     BusDirectory mDirectory;
     OwnWindows mWindows;
     UnixFd mListener;
+    bool mWritten = true; ///< the entries stand as they were last to be written
     std::unique_ptr<QSocketNotifier> mAccepts;
+    std::unique_ptr<QFileSystemWatcher> mWatcher; ///< of the directory
     std::vector<Peer> mConnections;
     std::list<Pending> mPending; // a list: the elements stay where they are
     std::list<Incoming> mIncoming;
@@ -112,6 +133,7 @@ private:
     quint32 mNumber = 0;
     int mDepth = 0; ///< of our own sends
     std::chrono::milliseconds mSendLimit{5000};
+    Clock::duration mHandling{}; ///< time of the handlers that have returned into the wait that runs
     std::unique_ptr<QObject> mContext; ///< of calls queued in the event loop
     bool mQueued = false;
 };

@@ -20,7 +20,7 @@ using namespace Qt::StringLiterals;
 
 static constexpr int kHandleShift = 32;
 static constexpr mode_t kPrivate = 0700;
-static constexpr mode_t kOthers = 077;
+static constexpr mode_t kPermissions = 0777;
 static constexpr int kBacklog = 128;
 static constexpr qsizetype kLargestEntryFile = qsizetype{64} * 1024;
 /// A directory's time moves in steps of the kernel's tick: a listing read within this time of the last change may have
@@ -58,19 +58,50 @@ static QByteArray directoryPath()
     return "/tmp/quorel-" + QByteArray::number(::getuid());
 }
 
+QString BusDirectory::path()
+{
+    return QFile::decodeName(directoryPath());
+}
+
+/// Makes the directory where it is missing, and closes it to others where it is ours. None for a link, or another
+/// user's.
+static UnixFd openPrivate(const QByteArray &path)
+{
+    ::mkdir(path.constData(), kPrivate);
+    const UnixFd place(::open(path.constData(), O_PATH | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC));
+    struct stat st = {};
+    if (!place || ::fstat(place.get(), &st) != 0 || st.st_uid != ::getuid())
+        return UnixFd();
+    const QByteArray same = "/proc/self/fd/" + QByteArray::number(place.get()); // whatever the path names by now
+    if ((st.st_mode & kPermissions) != kPrivate && ::chmod(same.constData(), kPrivate) != 0)
+        return UnixFd();
+    return UnixFd(::openat(place.get(), ".", O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+}
+
+bool BusDirectory::isInPlace() const
+{
+    struct stat used = {}, named = {};
+    return mDirectory && ::fstat(mDirectory.get(), &used) == 0 && ::lstat(directoryPath().constData(), &named) == 0
+        && used.st_ino == named.st_ino && used.st_dev == named.st_dev && named.st_uid == ::getuid()
+        && (named.st_mode & kPermissions) == kPrivate;
+}
+
 bool BusDirectory::open()
 {
-    struct stat st = {};
-    if (mDirectory && ::fstat(mDirectory.get(), &st) == 0 && st.st_nlink > 0)
+    if (isInPlace())
         return true;
-    const QByteArray path = directoryPath();
-    ::mkdir(path.constData(), kPrivate);
-    UnixFd directory(::open(path.constData(), O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC));
-    if (!directory || ::fstat(directory.get(), &st) != 0 || st.st_uid != ::getuid() || (st.st_mode & kOthers) != 0)
-        return false;
-    mDirectory = std::move(directory);
+    mDirectory = openPrivate(directoryPath());
     mModified = {};
-    return true;
+    return bool(mDirectory);
+}
+
+bool BusDirectory::holdsOwn()
+{
+    const auto stands = [this](const char *ending) {
+        struct stat st = {};
+        return ::fstatat(mDirectory.get(), fileOf(::getpid(), ending).constData(), &st, AT_SYMLINK_NOFOLLOW) == 0;
+    };
+    return open() && stands(kSocketEnding) && stands(kEntryEnding);
 }
 
 static qint64 nanoseconds(const timespec &t)
@@ -135,7 +166,9 @@ void BusDirectory::readFile(const char *name)
     const pid_t process = pid_t(QByteArray(name).chopped(qsizetype(sizeof kEntryEnding) - 1).toInt());
     const int fd = ::openat(mDirectory.get(), name, O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC);
     QFile file;
-    if (process <= 0 || fd < 0 || !file.open(fd, QIODevice::ReadOnly, QFileDevice::AutoCloseHandle))
+    struct stat st = {};
+    if (process <= 0 || fd < 0 || !file.open(fd, QIODevice::ReadOnly, QFileDevice::AutoCloseHandle)
+        || ::fstat(fd, &st) != 0 || st.st_uid != ::getuid()) // left there while others could enter
         return;
     const QByteArray text = file.read(kLargestEntryFile);
     for (const QByteArray &line : text.split('\n')) {

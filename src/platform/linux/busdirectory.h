@@ -28,10 +28,12 @@ struct Entry
 };
 
 /// The private directory in which the processes of one user find each other: for each a socket and a text file with
-/// its published windows. Only a directory that is ours, no link, and closed to others is used.
+/// its published windows. Only a directory that is ours, and no link, is used; it is closed to others where it was not.
 class BusDirectory final
 {
 public:
+    static QString path(); ///< native; the directory need not be there
+
     /// All published windows, in the order of their handles, those of dead processes not yet removed included. Read
     /// again only when the directory changed. Empty when there is no directory to trust. The reference is good until
     /// the next call.
@@ -53,8 +55,12 @@ public:
 
     void remove(pid_t process); ///< the files of a process that is gone
 
+    /// Whether the directory in use stands in its place, with the own process's socket and entries in it.
+    bool holdsOwn();
+
 private:
     bool open(); ///< makes sure that the directory is there
+    bool isInPlace() const; ///< whether the one in use is still what its path names
     bool changed(); ///< whether entries() has to read again
     void read();
     void readFile(const char *name);

@@ -1,5 +1,6 @@
 // What comes in: new connections, frames, and the handlers that they lead to. Any handler may send, and so come back
 // here before it returns.
+#include "platform/costuras.h"
 #include "platform/linux/bus.h"
 
 #include <QScopeGuard>
@@ -14,6 +15,8 @@ namespace quorel::bus {
 
 static constexpr std::size_t kMaxConnections = 256;
 static constexpr int kUsualConnections = 16;
+/// So long a connection may stand without a whole frame before it makes room for a new one.
+static constexpr std::chrono::seconds kMuteLimit{30};
 
 void Bus::acceptAll()
 {
@@ -22,9 +25,28 @@ void Bus::acceptAll()
         if (!socket)
             return;
         pid_t process = 0;
-        if (peerIsOurs(socket.get(), process) && mConnections.size() < kMaxConnections)
+        if (peerIsOurs(socket.get(), process) && makeRoom())
             adopt(std::move(socket), process);
     }
+}
+
+/// Where all places are taken, the oldest connection that never said anything gives up its own.
+bool Bus::makeRoom()
+{
+    if (mConnections.size() < kMaxConnections)
+        return true;
+    const auto mute = std::ranges::find_if(mConnections, [this, now = agora()](const Peer &peer) {
+        return !peer->wasHeard() && !isWaitedFor(peer) && peer->since().secsTo(now) >= kMuteLimit.count();
+    });
+    if (mute == mConnections.end())
+        return false;
+    drop(*mute);
+    return true;
+}
+
+bool Bus::isWaitedFor(const Peer &peer) const
+{
+    return std::ranges::count(mPending, peer, &Pending::connection) > 0;
 }
 
 void Bus::readable(const Peer &peer)
@@ -35,10 +57,6 @@ void Bus::readable(const Peer &peer)
         drop(peer);
         return;
     }
-    for (Pending &pending : mPending) {
-        if (pending.connection->peer() == peer->peer())
-            pending.lastSign = Clock::now();
-    }
     serve(peer);
 }
 
@@ -48,10 +66,6 @@ void Bus::writable(const Peer &peer)
         return;
     if (!peer->flush())
         endSendsOn(peer);
-    for (Pending &pending : mPending) {
-        if (pending.connection == peer)
-            pending.lastSign = Clock::now(); // it reads, so it lives
-    }
 }
 
 /// Whether a send of that process may be served now. Who sends is waiting for the answer: another send of the same
@@ -112,11 +126,13 @@ void Bus::dispatch(const Peer &peer)
     const SendHead head = decodeSend(peer->front());
     const char *bytes = peer->front().data() + kSendHeadBytes;
     const auto incoming = mIncoming.insert(mIncoming.end(), {head.number, peer, Janela(head.target), false});
+    heardFrom(peer->peer());
     {
-        const auto finished = qScopeGuard([&] {
+        const auto finished = qScopeGuard([&, start = Clock::now(), before = mHandling] {
             mIncoming.erase(incoming);
-            for (Pending &pending : mPending)
-                pending.lastSign = Clock::now(); // the time of our handlers does not count
+            mHandling = before + (Clock::now() - start); // the time of our handlers does not count
+            for (Pending &pending : mPending) // a sign that came inside one counts from its end
+                pending.lastSign = std::min(pending.lastSign, quietNow());
         });
         BufferPool::Buffer kept = peer->popKeeping();
         const qintptr result = call(head, bytes);
@@ -133,6 +149,7 @@ void Bus::receiveReply(const Peer &peer, const Reply &reply)
         if (pending.number == reply.number && pending.connection == peer) {
             pending.result = pending.done ? 0 : qintptr(reply.result);
             pending.done = true;
+            heardFrom(peer->peer());
         }
     } // one that nobody waits for any more is dropped
 }

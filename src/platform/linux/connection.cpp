@@ -1,5 +1,7 @@
 #include "platform/linux/connection.h"
 
+#include "platform/costuras.h"
+
 #include <poll.h>
 #include <sys/socket.h>
 #include <sys/uio.h>
@@ -30,7 +32,7 @@ void BufferPool::giveBack(Buffer buffer)
 }
 
 Connection::Connection(UnixFd socket, pid_t peer, BufferPool &pool)
-    : mSocket(std::move(socket)), mPeer(peer), mPool(pool), mBuffer(pool.take())
+    : mSocket(std::move(socket)), mPeer(peer), mPool(pool), mBuffer(pool.take()), mSince(agora())
 { }
 
 Connection::~Connection()
@@ -83,6 +85,7 @@ bool Connection::receive()
     const std::size_t skipped = std::min(mSkip, available());
     mSkip -= skipped;
     mBegin += skipped;
+    mHeard = mHeard || (skipped > 0 && mSkip == 0);
     return got > 0;
 }
 
@@ -119,6 +122,7 @@ void Connection::pop()
     const auto start = frameStart(QByteArrayView(mBuffer.get() + mBegin, qsizetype(available())));
     const std::size_t here = std::min(start->length, available());
     mSkip = start->length - here;
+    mHeard = mHeard || mSkip == 0;
     mBegin += here;
     if (mBegin == mEnd)
         mBegin = mEnd = 0;

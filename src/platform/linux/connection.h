@@ -3,6 +3,7 @@
 #include "platform/linux/frame.h"
 #include "platform/linux/unixfd.h"
 
+#include <QDateTime>
 #include <QSocketNotifier>
 
 #include <functional>
@@ -39,6 +40,8 @@ public:
     int fd() const { return mSocket.get(); }
     pid_t peer() const { return mPeer; }
     bool isOpen() const { return bool(mSocket); }
+    const QDateTime &since() const { return mSince; } ///< when it was made
+    bool wasHeard() const { return mHeard; } ///< whether a whole frame has come
     /// From now on the event loop calls these when something came, or when there is room to write again.
     void watch(const Ready &readable, const Ready &writable);
     void setReading(bool on); ///< whether the event loop, and the waits, look for what comes
@@ -78,6 +81,8 @@ private:
     std::size_t mSkip = 0; ///< bytes of an oversized send that are still to come
     std::vector<char> mWaiting; ///< what could not be written yet
     std::size_t mSent = 0; ///< of mWaiting
+    const QDateTime mSince;
+    bool mHeard = false;
     bool mReading = true;
     bool mWriteFailed = false;
     std::unique_ptr<QSocketNotifier> mReads;

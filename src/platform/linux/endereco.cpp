@@ -2,10 +2,14 @@
 
 #include "platform/eventos.h"
 #include "platform/linux/bus.h"
+#include "platform/linux/x11windows.h"
+
+#include <algorithm>
 
 namespace quorel {
 
 using bus::Bus;
+using namespace Qt::StringLiterals;
 
 struct Endereco::Dados
 {
@@ -117,7 +121,7 @@ static Janela publishedBy(pid_t process, QStringView titulo)
         return bus::processOf(entry.handle) == process && entry.parent == 0 && entry.title == titulo;
     };
     const auto own = Bus::instance().windows().entries();
-    const auto &all = process == ::getpid() ? own : Bus::instance().directory().entries();
+    const auto &all = process == ::getpid() ? own : Bus::instance().entries();
     const auto found = std::ranges::find_if(all, titled);
     const Janela janela = found == all.end() ? 0 : found->handle;
     return janela != 0 && Bus::instance().isAlive(process) ? janela : 0;
@@ -131,6 +135,45 @@ Janela publishedWindowOf(Janela janela, QStringView titulo)
 Janela publishedWindowOfParent(QStringView titulo)
 {
     return publishedBy(::getppid(), titulo);
+}
+
+QString whyUnreachable()
+{
+    if (Bus::instance().isReachable())
+        return QString();
+    return u"O Quorel e os programas de aula não conseguem falar um com o outro: o diretório %1 não pode ser usado. "
+           u"Ele "
+           u"precisa ser um diretório seu, em um disco com espaço livre. Peça ajuda a quem cuida desta máquina e abra "
+           u"o "
+           u"Quorel de novo."_s.arg(bus::BusDirectory::path());
+}
+
+bool sameProcess(Janela a, Janela b)
+{
+    return bus::processOf(a) != 0 && bus::processOf(a) == bus::processOf(b);
+}
+
+Presence presenceOf(Janela janela)
+{
+    const pid_t process = bus::processOf(janela);
+    if (process == ::getpid())
+        return Bus::instance().windows().contains(janela) ? Presence::Unseen : Presence::Withdrawn;
+    if (Bus::instance().isDone(process))
+        return Presence::Ended;
+    const auto &all = Bus::instance().entries();
+    if (std::ranges::find(all, janela, &bus::Entry::handle) == all.end())
+        return Presence::Withdrawn;
+    return x11::showsWindow(process) ? Presence::Seen : Presence::Unseen;
+}
+
+bool serveSendsUntil(const std::function<bool()> &condition, std::chrono::milliseconds limit)
+{
+    return Bus::instance().serveUntil(condition, limit);
+}
+
+void releaseSenders()
+{
+    Bus::instance().releaseSenders();
 }
 
 } // namespace quorel

@@ -2,6 +2,7 @@
 
 #include "platform/linux/bus.h"
 #include "platform/linux/x11windows.h"
+#include "platform/protocolo.h"
 
 #include <QApplication>
 #include <QWindow>
@@ -43,20 +44,22 @@ static std::vector<Entry> ownEntries()
 
 static Janela foundOnBus(QStringView titulo, Pass pass)
 {
-    // Those of one pass that are dead are removed, which changes the list: it is looked through again.
-    for (pid_t gone = 0;;) {
-        const std::vector<Entry> &all = Bus::instance().directory().entries();
-        const auto found = std::ranges::find_if(all, [&](const Entry &entry) {
-            const pid_t process = bus::processOf(entry.handle);
-            return process != ::getpid() && process > gone && matches(entry, titulo, pass);
-        });
-        if (found == all.end())
-            return 0;
-        const Janela janela = found->handle;
-        gone = bus::processOf(janela);
-        if (Bus::instance().isAlive(gone))
-            return janela;
+    // Those that are dead are removed meanwhile, which changes the list; read again for each, many would take long.
+    std::vector<Janela> found;
+    for (const Entry &entry : Bus::instance().entries()) {
+        if (bus::processOf(entry.handle) != ::getpid() && matches(entry, titulo, pass))
+            found.push_back(entry.handle);
     }
+    const auto alive =
+        std::ranges::find_if(found, [](Janela each) { return Bus::instance().isAlive(bus::processOf(each)); });
+    return alive == found.end() ? 0 : *alive;
+}
+
+/// A title that only a program on the bus bears.
+static bool isOfTheBus(QStringView titulo)
+{
+    return titulo == QStringView(kTituloGerenciador)
+        || std::ranges::any_of(kTitulosDosFilhos, [&](const char16_t *each) { return titulo == QStringView(each); });
 }
 
 Janela findWindow(QStringView titulo, bool parcial)
@@ -72,7 +75,7 @@ Janela findWindow(QStringView titulo, bool parcial)
         if (const Janela found = foundOnBus(titulo, kPasses[i]))
             return found;
     }
-    return x11::findWindow(titulo, parcial);
+    return isOfTheBus(titulo) ? 0 : x11::findWindow(titulo, parcial);
 }
 
 void placeWindow(Janela janela, Ordem ordem, unsigned flags)

@@ -11,7 +11,7 @@
 
 namespace quorel {
 
-static constexpr std::chrono::seconds kReadyLimit{10};
+static constexpr std::chrono::seconds kReadyLimit{30}; // as long as on Windows
 
 /// The programs started. A QProcess ends its program when it is destroyed, so these never are.
 static QObject &started()
@@ -31,11 +31,29 @@ static bool hasEnded(pid_t process)
 /// program that died and left its entry.
 static bool isOnBus(pid_t process)
 {
-    const auto &entries = bus::Bus::instance().directory().entries();
+    const auto &entries = bus::Bus::instance().entries();
     const auto its = [&](const bus::Entry &entry) {
         return bus::processOf(entry.handle) == process && entry.parent == 0;
     };
     return std::ranges::any_of(entries, its) && bus::Bus::instance().isAlive(process);
+}
+
+/// At blanks, of which more than one in a row may stand in a path: all but the first stay with the word behind them, so
+/// that who joins the words by one blank has the text again.
+static QStringList wordsOf(const QString &arguments)
+{
+    const QString text = arguments.trimmed();
+    QStringList words;
+    for (qsizetype from = 0; from < text.size();) {
+        qsizetype letter = from;
+        while (text[letter] == u' ')
+            ++letter; // ends: the text's last character is none
+        const qsizetype blank = text.indexOf(u' ', letter);
+        const qsizetype end = blank < 0 ? text.size() : blank;
+        words.append(text.sliced(from, end - from));
+        from = end + 1;
+    }
+    return words;
 }
 
 bool startProgramNow(const ProgramRequest &request)
@@ -43,7 +61,7 @@ bool startProgramNow(const ProgramRequest &request)
     auto *process = new QProcess(&started());
     process->setProcessChannelMode(QProcess::ForwardedChannels);
     process->setInputChannelMode(QProcess::ForwardedInputChannel);
-    process->start(request.program, request.arguments.split(u' ', Qt::SkipEmptyParts));
+    process->start(request.program, wordsOf(request.arguments));
     if (!process->waitForStarted()) {
         process->deleteLater();
         return false;

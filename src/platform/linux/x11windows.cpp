@@ -47,14 +47,15 @@ public:
     bool hasWindowManager();
     std::vector<xcb_window_t> topLevels();
     QString titleOf(xcb_window_t window);
+    quint32 processOf(xcb_window_t window); ///< as the window tells; 0 when it does not
     void placeByManager(xcb_window_t window, Ordem ordem, unsigned flags);
     void placeDirectly(xcb_window_t window, Ordem ordem, unsigned flags);
     void forgetErrors();
 
 private:
-    enum Name { ClientList, NetName, Utf8, Check, State, Above, Active, MoveResize, NameCount };
-    static constexpr std::array<const char *, NameCount> kNames{"_NET_CLIENT_LIST", "_NET_WM_NAME", "UTF8_STRING",
-        "_NET_SUPPORTING_WM_CHECK", "_NET_WM_STATE", "_NET_WM_STATE_ABOVE", "_NET_ACTIVE_WINDOW",
+    enum Name { ClientList, NetName, Process, Utf8, Check, State, Above, Active, MoveResize, NameCount };
+    static constexpr std::array<const char *, NameCount> kNames{"_NET_CLIENT_LIST", "_NET_WM_NAME", "_NET_WM_PID",
+        "UTF8_STRING", "_NET_SUPPORTING_WM_CHECK", "_NET_WM_STATE", "_NET_WM_STATE_ABOVE", "_NET_ACTIVE_WINDOW",
         "_NET_MOVERESIZE_WINDOW"};
 
     void intern();
@@ -194,6 +195,15 @@ QString Display::titleOf(xcb_window_t window)
     return withShortDashes(title);
 }
 
+quint32 Display::processOf(xcb_window_t window)
+{
+    quint32 process = 0;
+    const QByteArray bytes = property(window, mAtoms[Process], XCB_ATOM_CARDINAL);
+    if (std::size_t(bytes.size()) >= sizeof process)
+        std::memcpy(&process, bytes.constData(), sizeof process);
+    return process;
+}
+
 /// The upper left corner on the screen, without the frame.
 std::optional<std::array<quint32, 2>> Display::cornerOf(xcb_window_t window)
 {
@@ -309,6 +319,15 @@ Janela findWindow(QStringView titulo, bool parcial)
             beginning = window;
     }
     return beginning;
+}
+
+bool showsWindow(pid_t process)
+{
+    Display *screen = display();
+    if (!screen)
+        return false;
+    const auto all = screen->topLevels();
+    return std::ranges::any_of(all, [&](xcb_window_t window) { return pid_t(screen->processOf(window)) == process; });
 }
 
 void placeWindow(quint32 window, Ordem ordem, unsigned flags)

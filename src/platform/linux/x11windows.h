@@ -2,6 +2,8 @@
 
 #include "platform/janela.h"
 
+#include <sys/types.h>
+
 /// Windows of programs that are not on the bus, seen through the X server; where none answers there are none.
 namespace quorel::x11 {
 
@@ -10,5 +12,8 @@ Janela findWindow(QStringView titulo, bool parcial);
 
 /// As quorel::placeWindow(): through the window manager, or directly where there is none.
 void placeWindow(quint32 window, Ordem ordem, unsigned flags);
+
+/// Whether a window of that process is on the screen, minimised perhaps; false where that can't be seen.
+bool showsWindow(pid_t process);
 
 } // namespace quorel::x11

@@ -9,6 +9,7 @@
 #include <QWidget>
 #include <QWinEventNotifier>
 
+#include <array>
 #include <memory>
 #include <utility>
 #include <vector>
@@ -188,6 +189,29 @@ Janela publishedWindowOf(Janela janela, QStringView titulo)
 Janela publishedWindowOfParent(QStringView titulo)
 {
     return win::titledWindowOf(win::parentProcess(), titulo);
+}
+
+QString whyUnreachable()
+{
+    return QString();
+}
+
+bool sameProcess(Janela a, Janela b)
+{
+    const DWORD process = win::processOf(HWND(a));
+    return process != 0 && process == win::processOf(HWND(b));
+}
+
+Presence presenceOf(Janela janela)
+{
+    auto *window = HWND(janela);
+    const DWORD process = win::processOf(window);
+    if (process == 0) // what a process sent before its end has been served by the system
+        return Presence::Ended;
+    std::array<wchar_t, 2> title{};
+    if (InternalGetWindowText(window, title.data(), int(title.size())) == 0) // without asking its program
+        return Presence::Withdrawn;
+    return IsWindowVisible(window) ? Presence::Seen : Presence::Unseen;
 }
 
 } // namespace quorel

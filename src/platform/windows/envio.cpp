@@ -106,6 +106,25 @@ qintptr sendCopyData(Janela destino, Janela remetente, quint32 code, qint32 size
     return sendAcross(target, remetente, data);
 }
 
+bool serveSendsUntil(const std::function<bool()> &condition, std::chrono::milliseconds limit)
+{
+    constexpr DWORD kLook = 5; // ms between two looks at the condition
+    const auto end = std::chrono::steady_clock::now() + limit;
+    for (bool last = false; !condition(); last = std::chrono::steady_clock::now() >= end) {
+        if (!last)
+            MsgWaitForMultipleObjects(0, nullptr, FALSE, kLook, QS_SENDMESSAGE);
+        win::serveSends();
+        if (last)
+            return condition();
+    }
+    return true;
+}
+
+void releaseSenders()
+{
+    ReplyMessage(1);
+}
+
 void setSendLimit(int milliseconds)
 {
     sends().limit = milliseconds;
