@@ -49,6 +49,7 @@ class Janela:
         self.resposta = ""
         self.pai = os.getppid()  # até a primeira mensagem; depois, o processo de quem a enviou
         self.aula = Aula("", "", [])
+        self.em_aula = False
         self.bus = Barramento(titulo, interno, self.recebe)
         self.bus.observa = self.observa
         self.bus.lugar = self.lugar
@@ -74,13 +75,14 @@ class Janela:
         if codigo == MSG_AULA:
             self.mostra(le_aula(texto or ""))
         elif codigo == MSG_CONTROLE and texto == "ESCONDE":
+            self.em_aula = False
             self.raiz.withdraw()
         elif codigo == MSG_SAI:
-            self.raiz.after_idle(self.raiz.destroy)
+            self.raiz.after_idle(self.termina)
         return 1
 
     def mostra(self, aula):
-        self.aula, self.resposta = aula, ""
+        self.aula, self.resposta, self.em_aula = aula, "", True
         self.titulo["text"], self.texto["text"], self.retorno["text"] = aula.titulo, aula.texto, ""
         for velho in self.opcoes.winfo_children():
             velho.destroy()
@@ -100,11 +102,17 @@ class Janela:
     def envia(self, codigo, esconde=False):
         if esconde:
             self.raiz.withdraw()
-        resposta, self.resposta = self.resposta, ""
+        resposta, self.resposta, self.em_aula = self.resposta, "", False
         foi = self.bus.envia(self.bus.janela(self.pai, GERENCIADOR), codigo, resposta)
         self.raiz.after_idle(self.chegou)  # o que veio junto com a resposta não chama mais o laço
         if esconde and not foi:
             self.raiz.destroy()  # ninguém conduz este programa, ou já não: fechar é terminar
+
+    def termina(self):
+        """O gerenciador fecha: com MSG_SAI, vazio também, são gravadas as respostas desta aula e das anteriores."""
+        if self.em_aula:
+            self.envia(MSG_SAI)
+        self.raiz.destroy()
 
     def sozinha(self):
         """Uma conexão acabou: se o gerenciador morreu e a janela está escondida, ninguém mais a mostra."""

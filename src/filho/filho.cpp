@@ -42,6 +42,7 @@ qintptr Filho::procedure(Janela janela, quint32 message, quintptr wParam, qintpt
     mRemetente = wParam;
     if (code == MSG_AULA)
         ++mPendentes;
+    mEncerra = mEncerra || code == MSG_SAI;
     QMetaObject::invokeMethod(
         this, [this, code, texto = textOf(dados)] { deliver(code, texto); }, Qt::QueuedConnection);
     return 1;

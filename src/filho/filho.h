@@ -32,6 +32,7 @@ public:
 
     bool temGerenciador() const; ///< whether a send would find a shell now
     bool aulaPendente() const { return mPendentes > 0; } ///< a lesson has come that aula() hasn't told yet
+    bool encerraPendente() const { return mEncerra; } ///< the shell is closing: encerra() has told it, or is about to
 
     bool proxima(const QString &resposta); ///< on to the next lesson, with the answer of this one or empty
     bool anterior(const QString &resposta); ///< back to the previous one, likewise
@@ -62,6 +63,7 @@ private:
     Janela mRemetente = 0; ///< who sent the last message
     QList<Janela> mVigiados; ///< shells whose end is told
     int mPendentes = 0;
+    bool mEncerra = false;
 };
 
 } // namespace quorel

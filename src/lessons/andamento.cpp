@@ -1,5 +1,6 @@
 #include "lessons/andamento.h"
 
+#include "lessons/dismissal.h"
 #include "lessons/endereco_blocos.h"
 #include "lessons/vista_blocos.h"
 
@@ -21,6 +22,7 @@ void reiniciaLessons()
     gProcAnterior = {};
     gEnderecoBlocos.reset();
     setVistaBlocos(nullptr);
+    resetDismissal();
 }
 
 } // namespace quorel

@@ -1,6 +1,7 @@
 #include "lessons/gancho.h"
 
 #include "lessons/andamento.h"
+#include "lessons/dismissal.h"
 #include "lessons/endereco_blocos.h"
 #include "lessons/espia.h"
 #include "lessons/mensagens.h"
@@ -36,9 +37,13 @@ void RemoveGancho()
 qintptr ProcJanela(Janela janela, quint32 mensagem, quintptr wParam, qintptr lParam)
 {
     try {
-        if (mensagem == kCopyData) {
+        if (mensagem == kCopyData && lParam != 0) {
             tellChegada(wParam, lParam);
+            // The address comes as a number: that is what a window procedure is given.
+            const auto &dados = *reinterpret_cast<const CopyData *>(lParam); // NOLINT(performance-no-int-to-ptr)
+            const auto codigo = quint32(dados.code);
             RecebeMensagem(lParam);
+            noteDeparture(wParam, codigo);
         }
         const WindowProc anterior = gProcAnterior;
         return callWindowProc(anterior, janela, mensagem, wParam, lParam);

@@ -1,10 +1,8 @@
 #include "lessons/mensagens.h"
 
-#include "lessons/andamento.h"
 #include "lessons/espia.h"
-#include "lessons/gancho.h"
 #include "platform/codec.h"
-#include "platform/erro.h"
+#include "platform/endereco.h"
 #include "platform/eventos.h"
 
 namespace quorel {
@@ -23,12 +21,6 @@ bool EnviaTexto(Janela janela, Janela remetente, qint32 codigo, const QString &t
     if (!taken)
         tellRecusa(janela, codigo);
     return taken;
-}
-
-void despedeFilhos()
-{
-    for (const Janela *filho : {&gJanelaZeto, &gJanelaLivros, &gJanelaCalc, &gJanelaVrel, &gJanelaDesenho})
-        ignora([&] { EnviaTexto(*filho, janelaBlocos(), MSG_SAI, QString()); });
 }
 
 } // namespace quorel

@@ -18,8 +18,4 @@ bool EnviaTexto(Janela janela, Janela remetente, qint32 codigo, const QString &t
 /// @param lParam  address of a CopyData
 void RecebeMensagem(qintptr lParam);
 
-/// Sends MSG_SAI from fBlocos to the child programs known, in the order of the program's end: Zeto, Livros, Calc, Vrel,
-/// Desenho. Their last answers may come in meanwhile.
-void despedeFilhos();
-
 } // namespace quorel

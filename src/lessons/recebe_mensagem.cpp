@@ -1,5 +1,6 @@
 #include "catalogue/estado.h"
 #include "lessons/andamento.h"
+#include "lessons/dismissal.h"
 #include "lessons/executa_aula.h"
 #include "lessons/log_aulas.h"
 #include "lessons/mensagens.h"
@@ -79,7 +80,8 @@ void runAula()
 {
     recordAnswer();
     ignora(tomaRoteiro);
-    ignora(executaAulaAtual);
+    if (!childrenDismissed())
+        ignora(executaAulaAtual);
 }
 
 void proxima()
@@ -110,6 +112,8 @@ void anterior()
 
 void execCalc()
 {
+    if (childrenDismissed()) // the answers still to come belong to the Roteiro
+        return;
     gCodRoteiro = 0;
     gNomeRoteiro.clear();
     if (gMensagem.Texto.contains("EXEC"_L1)) {

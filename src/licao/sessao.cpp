@@ -21,8 +21,14 @@ Sessao::Sessao(Filho &filho, JanelaLicao &janela) : mFilho(filho), mJanela(janel
 
 void Sessao::espera()
 {
-    mComGerenciador = true;
-    mJanela.mostraAviso(u"Um momento…"_s, u"A lição já vem."_s, false);
+    const QString why = whyUnreachable();
+    mComGerenciador = why.isEmpty();
+    if (!mComGerenciador)
+        mJanela.mostraAviso(u"A lição não pode vir"_s, why, false);
+    else if (findWindow(kTituloGerenciador, false) == 0) // it died while this program started
+        semGerenciador();
+    else
+        mJanela.mostraAviso(u"Um momento…"_s, u"A lição já vem."_s, false);
 }
 
 void Sessao::aula(const QString &linha)
@@ -48,12 +54,22 @@ void Sessao::controle(const QString &palavra)
         hide();
 }
 
-/// An answer that no message has taken along yet goes with the last one.
+/// In a lesson also without an answer of its own: the shell writes down those of the lessons before.
 void Sessao::encerra()
 {
-    if (const QString resposta = takeAnswer(); !resposta.isEmpty())
+    const bool inLesson = mEmLicao;
+    if (const QString resposta = takeAnswer(); inLesson)
         mFilho.sai(resposta);
     emit fim();
+}
+
+/// Whether the shell began to close while it dealt with our step: it brings no lesson, and the Roteiro is not over.
+bool Sessao::closedMeanwhile()
+{
+    if (!mFilho.encerraPendente() || mFilho.aulaPendente())
+        return false;
+    mFilho.sai(QString());
+    return true;
 }
 
 QString Sessao::takeAnswer()
@@ -92,7 +108,7 @@ void Sessao::proxima()
 {
     if (!mFilho.proxima(takeAnswer()))
         semGerenciador();
-    else if (!mFilho.aulaPendente())
+    else if (!closedMeanwhile() && !mFilho.aulaPendente())
         hide();
 }
 
@@ -100,7 +116,7 @@ void Sessao::anterior()
 {
     if (!mFilho.anterior(takeAnswer()))
         semGerenciador();
-    else if (!mFilho.aulaPendente())
+    else if (!closedMeanwhile() && !mFilho.aulaPendente())
         mJanela.mostraAviso(u"Não há lição anterior aqui"_s,
             u"Se a lição anterior abriu em outra janela, continue nela.\n\nSe o roteiro começa aqui, clique em Próxima."_s,
             true);

@@ -23,6 +23,7 @@ signals:
 private:
     void controle(const QString &palavra);
     void encerra();
+    bool closedMeanwhile();
     void proxima();
     void anterior();
     void sai();

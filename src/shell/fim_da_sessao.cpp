@@ -1,5 +1,6 @@
 #include "shell/fim_da_sessao.h"
 
+#include "lessons/dismissal.h"
 #include "lessons/gancho.h"
 #include "lessons/mensagens.h"
 #include "platform/eventos.h"
@@ -18,7 +19,8 @@ void encerraSessao(Janelas &janelas)
     const Janela gerenciador = gSistema.ProcuraJanela(QString::fromUtf16(kTituloGerenciador), kModoBusca, true);
     EnviaTexto(gerenciador, handleOf(&janelas.principal()), MSG_FECHA_BLOCOS, QString());
     janelas.painel().desmarcaSelecao();
-    despedeFilhos(); // the hook still stands: what they answer is logged
+    despedeFilhos(); // the hook still stands: what they answer, at once or a little later, is logged
+    waitForChildren();
     RemoveGancho();
     janelas.blocos().setTmrRot(false);
     eventTurn();

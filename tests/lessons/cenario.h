@@ -14,6 +14,9 @@
 
 #include <QDir>
 
+#include <functional>
+#include <utility>
+
 namespace quorel::teste {
 
 inline constexpr int kPatience = 30000; ///< ms until something that has to come counts as missing
@@ -54,6 +57,8 @@ struct Cenario final : VistaBlocos
     {
         if (gRespostas.size() > largest.size())
             largest = gRespostas;
+        if (const auto next = std::exchange(atNextSend, {}))
+            next();
         return janelaBlocos();
     }
     Janela handleActive() override { return 0; }
@@ -61,6 +66,7 @@ struct Cenario final : VistaBlocos
     static void receives(qint32 code, const QString &text) { EnviaTexto(janelaBlocos(), janelaBlocos(), code, text); }
 
     bool hidden = false;
+    std::function<void()> atNextSend; ///< of a lesson or a control word, once
     QStringList calls;
     QString largest; ///< the most answers that stood there at a send
 };

@@ -25,6 +25,7 @@ static constexpr QSize kMenorCorpo{120, 80}, kMenorDentro{50, 40};
 static constexpr int kImpatience = 300; ///< ms
 
 static Endereco *gLugar = nullptr;
+static QString gSaida; ///< what it does when the shell closes, and the answer that goes with it
 static QWidget *gCorpo = nullptr; ///< with two children, of which the first one is the inner window
 
 static void note(const QString &line)
@@ -78,6 +79,26 @@ static void sendImpatiently(Janela sender, const QStringList &answers)
     setSendLimit(0);
 }
 
+/// Ms after the shell's MSG_SAI was acknowledged: a shell that does not wait has gone by then.
+static constexpr int kLate = 300;
+
+/// The end, as a lesson "SAI-…" has asked for it.
+static void leave(Janela sender)
+{
+    const QString answer = gSaida.section(u':', 1);
+    if (gSaida.startsWith("SAI-FECHADO"_L1)) {
+        gLugar->withdraw(); // and lives on
+        return;
+    }
+    if (gSaida.startsWith("SAI-ADIANTE"_L1)) {
+        sendAnswer(sender, MSG_PROXIMA, answer);
+        sendAnswer(sender, MSG_EXEC_CALC, u"1"_s);
+    }
+    if (!gSaida.isEmpty())
+        sendAnswer(sender, MSG_SAI, answer);
+    QCoreApplication::quit();
+}
+
 /// What a lesson makes the child do once it has taken it.
 static void afterLesson(Janela sender, const QString &word, const QString &answer)
 {
@@ -90,7 +111,7 @@ static void afterLesson(Janela sender, const QString &word, const QString &answe
             report(sender, 4711, "x", 2);
         report(sender, MSG_PROXIMA, QByteArray(300000, 'x'), 300000); // never gets there
     }
-    if (word == "ENXURRADA"_L1 || word == "FORA"_L1)
+    if (word == "ENXURRADA"_L1 || word == "FORA"_L1 || word == "SAI-DENTRO"_L1)
         sendAnswer(sender, MSG_PROXIMA, answer);
 }
 
@@ -98,6 +119,8 @@ static void runLesson(Janela sender, const QString &linha)
 {
     const QString word = linha.section(u':', 0, 0);
     const QString answer = linha.section(u':', 1);
+    if (word.startsWith("SAI-"_L1))
+        gSaida = linha;
     if (word == "MORRE"_L1)
         std::_Exit(3);
     while (word == "MUDO"_L1)
@@ -138,7 +161,7 @@ int main(int argc, char **argv)
             runLesson(sender, text);
         }
         if (data.code == MSG_SAI)
-            QTimer::singleShot(0, qApp, &QCoreApplication::quit);
+            QTimer::singleShot(gSaida.isEmpty() ? 0 : kLate, qApp, [sender] { leave(sender); });
         return 1;
     });
     note("inicio "_L1 + QString::number(app.applicationPid()) + u' ' + name + u' '

@@ -1,3 +1,4 @@
+#include "lessons/dismissal.h"
 #include "lessons/espia.h"
 #include "lessons/executa_aula.h"
 #include "lessons/programas_filhos.h"

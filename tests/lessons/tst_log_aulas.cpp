@@ -2,8 +2,12 @@
 
 #include "data/bd.h"
 #include "data/conexao.h"
+#include "lessons/dismissal.h"
+#include "lessons/executa_aula.h"
 #include "lessons/log_aulas.h"
 #include "lessons/programas_filhos.h"
+
+#include "support/sistema.h"
 
 #include "cenario.h"
 
@@ -23,6 +27,8 @@ private slots:
     void failedWriteLosesTheAnswers();
     void boxInAHandlerOutlastsTheChildsWait();
     void pupilChangesWhileABoxStands();
+    void theEndWaitsForLastAnswers_data();
+    void theEndWaitsForLastAnswers();
 
 private:
     static void receives(qint32 code, const QString &text = {}) { Cenario::receives(code, text); }
@@ -169,6 +175,41 @@ void TstLogAulas::pupilChangesWhileABoxStands()
     receives(MSG_SAI, "A");
     QCOMPARE(titles, QStringList{"1 - Registro reAtualizaRecordSet"});
     QCOMPARE(rows(), (QStringList{"9|3|NULL|NULL|NULL|dele", "9|3|" + kResto + "A:"}));
+}
+
+void TstLogAulas::theEndWaitsForLastAnswers_data()
+{
+    const Table<QString, QStringList> row("linha", "rows");
+    row("leaves a little after it has acknowledged", "SAI-TARDE:A", {kLinha + "E:A:"});
+    row("asks for lessons before: recorded, nothing started", "SAI-ADIANTE:A", {kLinha + "E:A:A:"});
+    row("the end comes inside the handler of its next", "SAI-DENTRO:A", {kLinha + "E:A:A:"});
+    row("closed without a word", "SAI-FECHADO:A", {});
+}
+
+void TstLogAulas::theEndWaitsForLastAnswers()
+{
+    QFETCH(QString, linha);
+    const Filhos filhos;
+    umRoteiro({linha, "dois"}, "Zeto");
+    gRespostas = "E:";
+    const auto end = [] {
+        despedeFilhos();
+        waitForChildren();
+        RemoveGancho();
+    };
+    const bool inside = linha.startsWith("SAI-DENTRO"); // before the second lesson is sent
+    if (inside)
+        mCenario->atNextSend = [&] { mCenario->atNextSend = end; };
+    iniciaRoteiro(1);
+    QVERIFY(gJanelaZeto != 0);
+    if (!inside)
+        end();
+    QTRY_COMPARE_WITH_TIMEOUT(gJanelaGancho, Janela(0), kPatience);
+    QTEST(rows(), "rows");
+    QTRY_COMPARE_WITH_TIMEOUT(findWindow(kTituloZeto, false), Janela(0), kPatience);
+    if (!inside)
+        QCOMPARE(filhos.lines().filter(QRegularExpression("^(inicio|2060) ")).size(), 2);
+    mataProcesso(filhos.process());
 }
 
 QTEST_MAIN(TstLogAulas)
