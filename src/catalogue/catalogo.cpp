@@ -96,13 +96,26 @@ static void readTexts(const QString &caminho, CabecaBloco &cabeca)
     cabeca.tema = textoEntre(bytes, "<TM>", "</TM>");
 }
 
-CabecaBloco leCabeca(const QString &nome, const QString &nivel, const QString &caminho)
+static CabecaBloco leNome(const QString &nome, const QString &nivel)
 {
     CabecaBloco cabeca;
     cabeca.grupo = grupoDoNome(nome);
     // Kept: the level counts as it was typed, against a name in upper case; "f1" finds no discipline.
     cabeca.disciplina = NomeDisciplina(gTexto.TextoAntes(upper1252(nome), nivel + u"."_s, true).right(2));
     cabeca.ano = anoDoNome(nome);
+    return cabeca;
+}
+
+CabecaBloco leCabeca(const QString &nome, const QString &nivel, const QString &caminho)
+{
+    CabecaBloco cabeca;
+    try {
+        cabeca = leNome(nome, nivel);
+    } catch (const ErroExecucao &erro) { // ends the program: whoever reads the box has to find the file
+        throw ErroExecucao(erro.numero(),
+            u"%1: o nome do arquivo de roteiros %2 não é da forma MMAADDNN.edb. Corrija o nome ou retire o arquivo."_s
+                .arg(erro.descricao(), nativePath(caminho)));
+    }
     readTexts(caminho, cabeca);
     return cabeca;
 }

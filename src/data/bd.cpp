@@ -5,10 +5,12 @@
 #include "data/errobd.h"
 #include "data/recordset.h"
 #include "data/textos.h"
+#include "platform/caminho.h"
 #include "platform/codec.h"
 #include "platform/costuras.h"
 #include "platform/eventos.h"
 #include "platform/fim.h"
+#include "startup/quorel_zeto.h"
 #include "startup/valor.h"
 
 using namespace Qt::StringLiterals;
@@ -80,11 +82,21 @@ void BD::SourceAtual(qint16 slot)
     mSourceAtual = slot == 1 ? slot : qint16(0);
 }
 
+/// Where the register was to be found: with a wrong /CFG: it is looked for in another place than the one meant.
+[[noreturn]] static void failWithoutConnection()
+{
+    const QString plain = ErroBD(kErroSemConexao).descricao();
+    const QString configuration = gConfig.ArquivoCnf.isEmpty() ? u"nenhuma"_s : nativePath(gConfig.ArquivoCnf);
+    throw ErroBD(kErroSemConexao,
+        u"%1 Cadastro: %2. Configuração: %3."_s.arg(
+            plain, nativePath(gConfig.Config(u"ZETO_CAD"_s) + u"\\Cadastros.mdb"_s), configuration));
+}
+
 Conexao &BD::connection() const
 {
     const std::shared_ptr<Conexao> &found = mConexoes[static_cast<size_t>(mSourceAtual)];
     if (!found)
-        throw ErroBD(kErroSemConexao);
+        failWithoutConnection();
     return *found;
 }
 

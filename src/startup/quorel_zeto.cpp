@@ -42,11 +42,12 @@ void Quorel_Zeto::Init(const QString &Caminho, const QString &NomeCadastro)
     QString directory = gTexto.DiretorioDe(ArquivoCnf);
     if (directory.endsWith(u'\\'))
         directory.chop(1);
-    const QString text = gTexto.LeArquivo(ArquivoCnf);
+    QString text = gTexto.LeArquivo(ArquivoCnf);
     if (text.isEmpty()) {
         tellFailure(u"Arquivo de configuração vazio ou Unidade não respondendo !"_s);
         return;
     }
+    text.replace(u"\r\n"_s, u"\n"_s).replace(u'\n', u"\r\n"_s); // other editors end lines by LF alone
     expandeMacros(text, directory);
     preparaCadastro(NomeCadastro);
 }

@@ -52,17 +52,33 @@ QString TextoUtil::ArquivoTemporario(const QString &Prefixo) const
     return file.open() ? backslashPath(file.fileName()) : QString();
 }
 
+static bool replaceContent(QFile &file, const QByteArray &bytes)
+{
+    return file.seek(0) && file.write(bytes) == bytes.size() && file.flush() && file.resize(bytes.size());
+}
+
+/// For a file that may be written in a directory that may not. It is never emptied first, and what can't be written
+/// whole is taken back.
+static void writeInPlace(const QString &native, const QByteArray &bytes)
+{
+    QFile file(native);
+    if (!file.open(QIODevice::ReadWrite | QIODevice::ExistingOnly))
+        return;
+    const QByteArray before = file.readAll();
+    if (!replaceContent(file, bytes))
+        replaceContent(file, before);
+}
+
 void TextoUtil::GravaArquivo(const QString &Caminho, const QString &Texto, int, int) const
 {
     const QString native = nativePath(Caminho);
     if (native.isEmpty())
         return;
-    QSaveFile file(native); // a file beside it that takes its name at the end
-    if (!file.open(QIODevice::WriteOnly))
-        return;
     const QByteArray bytes = encode1252(Texto);
-    if (file.write(bytes) == bytes.size())
-        file.commit();
+    QSaveFile file(native); // a file beside it that takes its name at the end
+    const bool written = file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size() && file.commit();
+    if (!written)
+        writeInPlace(native, bytes);
 }
 
 void TextoUtil::ApagaArquivo(const QString &Caminho) const

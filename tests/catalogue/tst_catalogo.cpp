@@ -104,10 +104,10 @@ void TstCatalogo::builds_data()
         {"kept: a level in lower case finds no discipline", "f1", {{"0105CIF1.edb", ""}}, "1 2005  " + one},
         {"another level in the name", "F1", {{"0105CIF2.edb", ""}}, "1 2005  " + one},
         {"a short name", "F1", {{"01.edb", ""}}, "1 20  " + one},
-        {"a name of letters", "F1", {{"abril.edb", ""}}, "fails 13"},
-        {"a name of one digit", "F1", {{"1.edb", ""}}, "fails 13"},
-        {"a semicolon cuts a name in two", "F1", {{"0105;x.edb", ""}}, "fails 13"},
-        {"a year beyond 16 bits", "F1", {{"01999999.edb", ""}}, "fails 6"},
+        {"a name of letters", "F1", {{"abril.edb", ""}}, "fails 13, names abril.edb"},
+        {"a name of one digit", "F1", {{"1.edb", ""}}, "fails 13, names 1.edb"},
+        {"a semicolon cuts a name in two", "F1", {{"0105;x.edb", ""}}, "fails 13, names x.edb"},
+        {"a year beyond 16 bits", "F1", {{"01999999.edb", ""}}, "fails 6, names 01999999.edb"},
     });
 }
 
@@ -126,7 +126,8 @@ void TstCatalogo::builds()
         }
         outcome += mVistas->calls();
     } catch (const ErroExecucao &falha) {
-        outcome = u"fails %1"_s.arg(falha.numero());
+        const QString named = QDir(falha.descricao().section(u"roteiros "_s, 1).section(u" não"_s, 0, 0)).dirName();
+        outcome = u"fails %1, names %2"_s.arg(QString::number(falha.numero()), named);
     }
     QCOMPARE(outcome, expected);
 }

@@ -78,6 +78,7 @@ void TstQuorelZeto::macros_data()
     const Table<QByteArray, QString> row("text", "expanded"); // W: the Windows directory
     const QString here = volumeOf(barras(QDir::tempPath()));
     row("none", "A=1\r\n", "A=1\r\n");
+    row("lines end in CR LF or in LF", "A=1\nB=2\r\nC=3", "A=1\r\nB=2\r\nC=3");
     row("# is the installation", "A=#\\exe", "A=W\\Quorel2001\\exe");
     // No optical drive on the machines that test: "" stands for it.
     row("$ is the optical drive, then @ the configuration's", "A=$\\x@", "A=\\x" + here);

@@ -163,6 +163,12 @@ void TstTexto::filesAreWrittenWhollyOrNotAtAll()
     QCOMPARE(QDir(mDir->native()).entryList(QDir::Files), QStringList{"RotSelec.cfg"});
     QCOMPARE(mDir->get("/RotSelec.cfg"), "");
 
+    const QString alone = '/' + QString(250, u'a'); // no name of a file beside it fits
+    mDir->put(alone, "a longer list");
+    gTexto.GravaArquivo(barras(mDir->native(alone)), "list", 0);
+    QCOMPARE(mDir->get(alone), "list");
+    QVERIFY(QFile::remove(mDir->native(alone)));
+
     QVERIFY(QDir(mDir->native()).mkdir("dir"));
     for (const QString &impossible : {u"\\dir"_s, u"\\none\\x"_s, u"\\RotSelec.cfg\\x"_s, u"\\a\0"_s})
         gTexto.GravaArquivo(at(impossible), "x", 0);
