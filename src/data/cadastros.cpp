@@ -20,6 +20,8 @@ namespace quorel {
 static const QString kClasses = u"RsClasses"_s;
 static const QString kAlunos = u"RsAlunos"_s;
 static const QString kLigacoes = u"rsClxAl"_s;
+static const QString kSemCadastro =
+    u"O programa segue sem o cadastro e não guarda respostas. Quando isto estiver resolvido, feche-o e abra-o de novo."_s;
 
 /// Opens the register where the configuration says. @return false when there is none, which was told in a box
 static bool opensRegister()
@@ -68,7 +70,7 @@ void AbreBDAlunos()
         opensPupils();
         AbreTabelasCadastro();
     } catch (const ErroExecucao &erro) {
-        caixa({.texto = QString::number(erro.numero()) + u' ' + erro.descricao(),
+        caixa({.texto = QString::number(erro.numero()) + u' ' + erro.descricao() + kFimLinha + kSemCadastro,
             .titulo = u"AbreBDAlunos"_s,
             .icone = Icone::Informacao});
     }

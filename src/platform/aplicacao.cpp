@@ -33,7 +33,9 @@ void encerraPorFalha(const std::exception &falha)
     const QScopedValueRollback keep(shown, true);
     if (!again) {
         const ErroExecucao known = asRunTimeFailure(falha);
-        caixa({.texto = QString::number(known.numero()) + u' ' + known.descricao(), .icone = Icone::Critico});
+        caixa({.texto = QString::number(known.numero()) + u' ' + known.descricao()
+                + u"\nO programa será fechado. Abra-o de novo."_s,
+            .icone = Icone::Critico});
     }
     encerraPrograma(1);
 }

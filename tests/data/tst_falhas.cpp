@@ -128,9 +128,9 @@ void TstFalhas::brokenOffAtAnyCall_data()
     }
 }
 
-static bool endsIn(const QStringList &ends, const QString &text)
+static bool tells(const QString &text, const QStringList &known)
 {
-    return std::ranges::any_of(ends, [&](const QString &end) { return text.endsWith(end); });
+    return std::ranges::any_of(known, [&](const QString &each) { return text.contains(each); });
 }
 
 void TstFalhas::brokenOffAtAnyCall()
@@ -163,12 +163,12 @@ void TstFalhas::brokenOffAtAnyCall()
                 || (save.absent.isEmpty()
                     && std::ranges::all_of(found, [&](auto &row) { return save.done.contains(row); })),
             where);
-        QVERIFY2(std::ranges::all_of(mTold, [](auto &text) { return endsIn(kKnown, text); }), where);
+        QVERIFY2(std::ranges::all_of(mTold, [](auto &text) { return tells(text, kKnown); }), where);
         QVERIFY2(found == save.done || !mTold.isEmpty(), where);
         QVERIFY2(failed || (found == save.done && mTold.isEmpty()), where);
         allTold += mTold;
     }
-    QVERIFY(std::ranges::any_of(allTold, [&](auto &text) { return text.endsWith(mode.told); }));
+    QVERIFY(std::ranges::any_of(allTold, [&](auto &text) { return text.contains(mode.told); }));
 }
 
 void TstFalhas::logRowTakesTheSyncsOfOneTransaction()

@@ -26,7 +26,10 @@ private slots:
     void badChildren_data();
     void badChildren();
     void unknownTypeSaysSo();
+    void codesAreLookedUpInTheLastRoteiro();
     void comicsAdvanceWhenTheirViewerCloses();
+    void comicsOfAConfiguredDirectory_data();
+    void comicsOfAConfiguredDirectory();
 
 private:
     static void executa(QString aula, QString tipo) { ExecutaAula(aula, tipo); }
@@ -228,6 +231,53 @@ void TstExecutaAula::comicsAdvanceWhenTheirViewerCloses()
     QVERIFY(got(MSG_AULA).contains("2060 FORA:"));
     executa("x", "Vrel");
     QCOMPARE(mFilhos->places(), "0,0 400x300 / 10,20 200x100"); // the viewer was to be above the programs
+}
+
+void TstExecutaAula::codesAreLookedUpInTheLastRoteiro()
+{
+    gRoteiros.dimension(2);
+    for (int rota = 1; rota <= 2; ++rota) {
+        gRoteiros.edit(rota).Aulas.dimension(3);
+        for (int aula = 1; aula <= 3; ++aula)
+            gRoteiros.edit(rota).Aulas.edit(aula) = {
+                aula == 1 ? "8" : " 007x", {}, QString("%1.%2").arg(rota).arg(aula), "Vrel", {}};
+    }
+    gRotAtual = 1;
+    QCOMPARE(BuscaAulaCalc("7"), "2.2<TIPO>Vrel"); // the first there of that number, whatever Roteiro runs
+    QCOMPARE(BuscaAulaCalc("9"), "");
+}
+
+void TstExecutaAula::comicsOfAConfiguredDirectory_data()
+{
+    const Table<bool, bool, QString, QList<int>> row("inWindows", "externo", "opened", "pauses");
+    row("DIRQUOREL leads to the page", true, false, "\\\\escola\\suite\\Arqs\\tira.htm", {1000, 5000, 1000});
+    row("a commanded one is not waited for", true, true, "\\\\escola\\suite\\Arqs\\tira.htm", {1000});
+    row("kept: without one in the Windows directory none is shown", false, false, "", {});
+}
+
+void TstExecutaAula::comicsOfAConfiguredDirectory()
+{
+    QFETCH(bool, inWindows);
+    QFETCH(bool, externo);
+    const QString page = qEnvironmentVariable("QUOREL_WINDIR") + "/QUOREL2001/Arqs/tira.htm";
+    QFile::remove(page);
+    if (inWindows)
+        escreve(page, "<html>");
+    gConfig.SetaCFG("DIRQUOREL=\\\\escola\\suite\r\n");
+    QString opened;
+    costuras().openDocument = [&](const DocumentRequest &request) {
+        opened = request.document;
+        return true;
+    };
+    QList<int> pauses;
+    costuras().pause = [&](int milliseconds) { pauses << milliseconds; };
+    umRoteiro({QString("<SPÇ>").repeated(8) + "tira.htm"}, "HTML");
+    gExecExterno = externo;
+    executa(gRoteiros[1].Aulas[1].Linha, "HTML");
+    QTEST(opened, "opened");
+    QTEST(pauses, "pauses");
+    QCOMPARE(gExecExterno, externo); // no branch but Livros' clears it
+    QCOMPARE(gAulaAtual, inWindows && !externo ? 2 : 1);
 }
 
 QTEST_MAIN(TstExecutaAula)

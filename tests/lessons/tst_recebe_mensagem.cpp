@@ -266,7 +266,8 @@ void TstRecebeMensagem::aFailureInTheHookIsShownOnceAndEndsTheProgram()
     };
     costuras().endProcess = [](int code) { throw FimDoPrograma{code}; };
     QVERIFY_EXCEPTION_THROWN(receives(MSG_CLASSE, "7"), FimDoPrograma);
-    const Caixa expected{.texto = "5 O foco não pode ir para esta janela", .icone = Icone::Critico};
+    const Caixa expected{.texto = "5 O foco não pode ir para esta janela\nO programa será fechado. Abra-o de novo.",
+        .icone = Icone::Critico};
     QCOMPARE(shown, QList<Caixa>{expected});
     QCOMPARE(gClasse, 8); // both were taken before the failure
     QVERIFY(!insideSend());

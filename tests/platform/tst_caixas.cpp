@@ -192,7 +192,8 @@ void TstCaixas::failuresAreShownOnceAndEndTheProgram()
     QVERIFY(child.waitForFinished());
     QCOMPARE(child.exitStatus(), QProcess::NormalExit);
     QCOMPARE(child.exitCode(), 1);
-    QTEST(linhas(child.readAllStandardOutput()), "shown");
+    QFETCH(QByteArray, shown);
+    QCOMPARE(linhas(child.readAllStandardOutput()), shown + "O programa será fechado. Abra-o de novo.\n");
 }
 
 void TstCaixas::failuresAreSkippedWhereTheyAreIgnored()
