@@ -5,6 +5,7 @@
 #include "startup/quorel_zeto.h"
 #include "startup/sistema_util.h"
 #include "startup/texto_util.h"
+#include "tools/blocos_fonte.h"
 #include "tools/blocos_lista.h"
 #include "tools/blocos_verifica.h"
 
@@ -23,10 +24,17 @@ const QString kAjuda = uR"(Uso:
       mostra o que o programa lê de um arquivo de bloco, ou o catálogo do diretório de um nível
   quorel-blocos verifica ARQUIVO|DIRETÓRIO... [--cfg ARQUIVO]
       mostra, um por linha, com arquivo e linha, o que o programa passaria por cima em silêncio
+  quorel-blocos faz FONTE|DIRETÓRIO ARQUIVO.edb|DIRETÓRIO [--json]
+      faz da fonte de um bloco o arquivo .edb, ou das fontes (*.txt) de um diretório os do diretório de um nível
+  quorel-blocos desfaz ARQUIVO.edb FONTE [--sobrescreve]
+      volta a fazer de um arquivo .edb a fonte dele
+  quorel-blocos novo FONTE [TIPO] [--sobrescreve]
+      grava uma fonte de exemplo, comentada, com cada tipo de exercício, ou só com aquele
   quorel-blocos --help
 
 Opções:
-  --json          lista em JSON
+  --json          lista em JSON; o que há para consertar, como os editores o leem (LSP Diagnostic)
+  --sobrescreve   grava por cima da fonte que já existe
   --cfg ARQUIVO   o zeto_cnf.txt com os diretórios de figuras, sons e aulas HTML; sem ela vale
                   <windir>\QUOREL2001\zeto_cnf.txt. <windir> é QUOREL_WINDIR, ou o diretório do sistema.
 
@@ -38,6 +46,7 @@ struct Pedido
     QString comando;
     QStringList caminhos;
     bool json = false;
+    bool overwrite = false;
     QString cfg;
 };
 
@@ -49,6 +58,8 @@ std::optional<Pedido> parse(const QStringList &argumentos)
         const QString &argumento = argumentos[n];
         if (argumento == "--json"_L1)
             pedido.json = true;
+        else if (argumento == "--sobrescreve"_L1)
+            pedido.overwrite = true;
         else if (argumento == "--cfg"_L1 && n + 1 < argumentos.size())
             pedido.cfg = argumentos[++n];
         else if (argumento.startsWith(u"--"))
@@ -58,6 +69,12 @@ std::optional<Pedido> parse(const QStringList &argumentos)
         else
             pedido.caminhos += argumento;
     }
+    const qsizetype count = pedido.caminhos.size();
+    const bool faz = pedido.comando == "faz"_L1 && count == 2 && !pedido.overwrite;
+    const bool desfaz = pedido.comando == "desfaz"_L1 && count == 2 && !pedido.json;
+    const bool novo = pedido.comando == "novo"_L1 && (count == 1 || count == 2) && !pedido.json;
+    if (faz || desfaz || novo)
+        return pedido;
     const bool lista = pedido.comando == "lista"_L1 && pedido.caminhos.size() == 1 && pedido.cfg.isEmpty();
     const bool verifica = pedido.comando == "verifica"_L1 && !pedido.caminhos.isEmpty() && !pedido.json;
     return lista || verifica ? std::optional(pedido) : std::nullopt;
@@ -147,6 +164,13 @@ int executa(const QStringList &argumentos, QTextStream &saida, QTextStream &erro
         erros << caixa.texto << Qt::endl;
         return caixa.botoes == Botoes::Ok ? Resposta::Ok : Resposta::Nao;
     };
+    const PedidoDeFonte fonte{pedido->caminhos, pedido->json, pedido->overwrite, !pedido->cfg.isEmpty()};
+    if (pedido->comando == "faz"_L1)
+        return faz(fonte, saida, erros);
+    if (pedido->comando == "desfaz"_L1)
+        return desfaz(fonte, saida, erros);
+    if (pedido->comando == "novo"_L1)
+        return novo(fonte, saida, erros);
     return pedido->comando == "lista"_L1 ? lista(*pedido, saida, erros) : verifica(*pedido, saida, erros);
 }
 
