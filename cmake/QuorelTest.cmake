@@ -1,8 +1,9 @@
-# quorel_test(name USES folders QT modules SOURCES files… [TIMEOUT seconds] [NEEDS targets…])
+# quorel_test(name USES folders QT modules SOURCES files… [INNER folders…] [TIMEOUT seconds] [NEEDS targets…])
 # One executable tests/<folder>/<name>.cpp, run under CTest without a display and with a home of its own.
+# It sees all headers of the folder that its own is named for, and of those behind INNER.
 # NEEDS: programs that the test starts; they lie in QUOREL_BIN and their names end in QUOREL_SUFFIX, both literals.
 function(quorel_test name)
-    cmake_parse_arguments(A "" "TIMEOUT" "USES;QT;SOURCES;NEEDS" ${ARGN})
+    cmake_parse_arguments(A "" "TIMEOUT" "USES;QT;SOURCES;INNER;NEEDS" ${ARGN})
     if(NOT A_SOURCES)
         set(A_SOURCES ${name}.cpp)
     endif()
@@ -17,6 +18,8 @@ function(quorel_test name)
         QUOREL_SOURCE="${PROJECT_SOURCE_DIR}" QUOREL_BUILD="${PROJECT_BINARY_DIR}" QUOREL_SUFFIX="${CMAKE_EXECUTABLE_SUFFIX}")
     target_link_libraries(${name} PRIVATE quorel_support ${A_USES} ${A_QT} Qt6::Test quorel_warnings)
     quorel_use_pch(${name} tests)
+    get_filename_component(folder ${CMAKE_CURRENT_SOURCE_DIR} NAME)
+    quorel_inner(${name} ${folder} ${A_INNER})
     if(A_NEEDS)
         add_dependencies(${name} ${A_NEEDS})
     endif()
