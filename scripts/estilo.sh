@@ -1,9 +1,11 @@
 #!/bin/bash
-# The house's rules that a machine can check: format, sizes, no system #if outside platform, no delete.
+# The house's rules that a machine can check: format, sizes, no system #if outside platform, no delete, the picture of the
+# folders.
 # scripts/estilo.sh                  every commit; seconds, and silent when all is well
 # scripts/estilo.sh --tidy           clang-tidy too, over all of src/, two files at a time: about ten minutes, so it is no
 #                                    part of the tests; needs build/debug built (cmake --preset debug, and its headers)
 # scripts/estilo.sh --tidy ARQUIVO…  the same over some files only
+# scripts/estilo.sh --tidy-ultimo    the same over what the last commit touched, at most 30 files
 set -euo pipefail
 cd "$(dirname "$0")/.."
 falhas=0
@@ -27,6 +29,14 @@ if grep -nE '\bdelete +[a-zA-Z_]|\bdelete\[\]' -- "${fontes[@]}" | grep -v '= de
     falha "delete"
 fi
 
+scripts/pastas.py --confere || falha "desenho das pastas"
+
+if [ "${1:-}" = --tidy-ultimo ]; then
+    mapfile -t ultimos < <(git show --first-parent --name-only --diff-filter=d --format= HEAD -- 'src/*.cpp' |
+        while read -r f; do if grep -q "/$f\"" build/debug/compile_commands.json; then echo "$f"; fi; done | sed 30q)
+    ((${#ultimos[@]})) || exit $falhas
+    set -- --tidy "${ultimos[@]}"
+fi
 if [ "${1:-}" = --tidy ]; then
     shift
     # clang can't read what g++ precompiled.
