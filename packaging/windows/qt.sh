@@ -5,7 +5,7 @@ set -euo pipefail
 aqui=$(cd "$(dirname "$0")" && pwd)
 . "$aqui/ambiente.sh"
 [ ! -f "$QUOREL_QT_WINDOWS/bin/Qt6Widgets.dll" ] || exit 0
-arquivo=${QUOREL_QT_ARQUIVO-$aqui/../../../shared/windows/qt-mingw.tar.zst}
+arquivo=$QUOREL_QT_ARQUIVO
 
 obra=$(mktemp -d)
 trap 'rm -rf "$obra"' EXIT
