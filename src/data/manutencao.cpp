@@ -159,7 +159,7 @@ std::vector<ContagemTabela> registerCounts(const QString &caminho)
     throw ErroBD(kErroArmazem, description, destino);
 }
 
-static void backup(sqlite3 *from, sqlite3 *to)
+static void backup(sqlite3 *from, sqlite3 *to, const QString &destino)
 {
     sqlite3_backup *work = sqlite3_backup_init(to, "main", from, "main");
     if (!work)
@@ -172,10 +172,12 @@ static void backup(sqlite3 *from, sqlite3 *to)
         sqlite3_sleep(10);
     }
     const int end = sqlite3_backup_finish(work);
-    if (code != SQLITE_DONE)
+    if (code == SQLITE_DONE)
+        code = end;
+    if (code == SQLITE_FULL)
+        refuseTarget(destino, sqliteError(to, code).descricao());
+    if (code != SQLITE_OK)
         throw sqliteError(to, code);
-    if (end != SQLITE_OK)
-        throw sqliteError(to, end);
 }
 
 /// Makes the file that takes the destination's name once it is whole.
@@ -193,7 +195,7 @@ static void writeChecked(const QString &origem, const QString &native, const QSt
     const BancoSqlite from = openForCare(origem);
     const BancoSqlite to = makeUnfinished(native, destino);
     execute(to.get(), u"PRAGMA synchronous=EXTRA"_s);
-    backup(from.get(), to.get());
+    backup(from.get(), to.get(), destino);
     QStringList damage;
     findDamage(to.get(), damage);
     if (!damage.isEmpty())

@@ -132,12 +132,15 @@ Importado importa(const QString &cadastro, const QString &lista)
 {
     if (!gTexto.ArquivoExiste(lista))
         throw ErroBD(kErroArmazem, u"A lista não foi encontrada."_s, lista);
+    const QString text = decodeForeign(gTexto.LeBytes(lista));
+    if (text.trimmed().isEmpty())
+        throw ErroBD(kErroArmazem, u"A lista está vazia ou não pôde ser lida."_s, lista);
     criaBD();
     gBD->Source(cadastro);
     CriaGenericos();
     gBD->TransacaoInicio();
     Importacao importacao;
-    const QString fault = importLines(importacao, decodeForeign(gTexto.LeBytes(lista)).split(u'\n'));
+    const QString fault = importLines(importacao, text.split(u'\n'));
     if (!fault.isEmpty()) {
         gBD->TransacaoCancela();
         throw ErroBD(kErroArmazem, fault, lista);

@@ -134,6 +134,7 @@ void TstQuorelCadastro::outcomes_data()
         {"a password that no window lets type", "", "classe\tA\tRui\t123456789\r\n", list,
             "2 / lista.txt: linha 1: a senha tem mais de 8 caracteres"},
         {"a line without tab", "", kGoodList + "aluno", list, "2 / lista.txt: linha 3: falta o nome"},
+        {"an empty list", "", "\r\n", list, "2 / lista.txt: A lista está vazia ou não pôde ser lida."},
         {"no list", "", "", "importa c.mdb nada.txt", "2 / nada.txt: A lista não foi encontrada."},
 
         {"all well", "", "", check, "0 / "},

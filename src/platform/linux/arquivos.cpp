@@ -8,11 +8,16 @@
 #include <QFile>
 
 #include <fcntl.h>
+#include <linux/magic.h>
 #include <sys/stat.h>
+#include <sys/statfs.h>
 #include <sys/statvfs.h>
 
+#include <algorithm>
+#include <array>
 #include <cerrno>
 #include <csignal>
+#include <utility>
 
 namespace quorel {
 
@@ -54,11 +59,21 @@ bool clearReadOnly(const QString &caminho)
     return ::chmod(native.constData(), (mode & kPermissions) | S_IWUSR) == 0 && !isReadOnly(caminho);
 }
 
+/// Whether a refused lease means an open file here: a share refuses it for reasons of its own.
+static bool knowsLeases(int file)
+{
+    constexpr std::array<long, 5> kLocal{
+        EXT4_SUPER_MAGIC, XFS_SUPER_MAGIC, BTRFS_SUPER_MAGIC, TMPFS_MAGIC, OVERLAYFS_SUPER_MAGIC};
+    struct statfs system;
+    return ::fstatfs(file, &system) == 0
+        && std::ranges::any_of(kLocal, [&](long magic) { return std::cmp_equal(magic, system.f_type); });
+}
+
 /// Asks for a lease, which its owner gets only while nobody else has the file open, whoever that is.
 static bool refusesLease(const QByteArray &native)
 {
     const bus::UnixFd file(::open(native.constData(), O_RDWR | O_CLOEXEC));
-    if (!file)
+    if (!file || !knowsLeases(file.get()))
         return false;
     ::fcntl(file.get(), F_SETSIG, SIGURG); // which is ignored, should somebody open the file before it is closed here
     return ::fcntl(file.get(), F_SETLEASE, F_WRLCK) != 0 && errno == EAGAIN;
