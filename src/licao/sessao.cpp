@@ -2,6 +2,8 @@
 
 #include "platform/som.h"
 
+#include <QWindow>
+
 #include <utility>
 
 using namespace Qt::StringLiterals;
@@ -83,7 +85,12 @@ void Sessao::hide()
 {
     mEmLicao = false;
     stopSound();
+    const QPoint place = mJanela.pos();
     mJanela.hide();
+    // Or a window manager looks for another place at each lesson. A move() to where the widget is would not tell it.
+    QWindow *const window = mJanela.windowHandle();
+    if (window && mJanela.windowState() == Qt::WindowNoState)
+        window->setFramePosition(place);
 }
 
 /// What the pupil sees stays: the next step says that there is no going on. Out of sight nobody would end the program.
