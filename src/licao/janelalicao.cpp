@@ -263,7 +263,7 @@ void JanelaLicao::keyPressEvent(QKeyEvent *event)
         check();
     else if (enter && !mProxima->isHidden() && mProxima->isEnabled())
         goOn();
-    else if (number < 1 || number > 9 || !mExercicio || !mExercicio->tecla(number))
+    else if (number < 1 || number > 9 || event->isAutoRepeat() || !mExercicio || !mExercicio->tecla(number))
         QWidget::keyPressEvent(event);
 }
 

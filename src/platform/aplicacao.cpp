@@ -4,6 +4,7 @@
 #include "platform/erro.h"
 #include "platform/fim.h"
 #include "platform/preparo.h"
+#include "platform/pressfilter.h"
 #include "platform/zoom.h"
 
 #include <QScopedValueRollback>
@@ -47,13 +48,18 @@ static int &prepared(int &argc, const ZoomedStart &)
     return argc;
 }
 
-Aplicacao::Aplicacao(int &argc, char **argv, int zoom) : QApplication(prepared(argc, ZoomedStart(zoom)), argv)
+Aplicacao::Aplicacao(int &argc, char **argv, int zoom)
+    : QApplication(prepared(argc, ZoomedStart(zoom)), argv), mPresses(std::make_unique<PressFilter>())
 {
     setQuitOnLastWindowClosed(false); // the end of the program has an order of its own
 }
 
+Aplicacao::~Aplicacao() = default;
+
 bool Aplicacao::notify(QObject *receiver, QEvent *event)
 {
+    if (mPresses->drops(*receiver, *event))
+        return true;
     try {
         return QApplication::notify(receiver, event);
     } catch (const std::exception &falha) {

@@ -3,8 +3,11 @@
 #include <QApplication>
 
 #include <exception>
+#include <memory>
 
 namespace quorel {
+
+class PressFilter;
 
 /// The command line as one text, without the program's name, quotes kept. On Linux the arguments joined by one blank,
 /// taken before Qt strips its own: call it before the QApplication is made.
@@ -18,7 +21,7 @@ QStringList commandLineWords(int argc, char **argv);
 [[noreturn]] void encerraPorFalha(const std::exception &falha);
 
 /// The application object: a run-time failure that nobody caught never crosses an event; it is shown once and ends the
-/// program, at whatever depth of loop.
+/// program, at whatever depth of loop. A press counts once, see PressFilter.
 class Aplicacao final : public QApplication
 {
     Q_OBJECT
@@ -27,7 +30,11 @@ public:
     /// set up for large messages), then Qt. Never sets a display name: that would append to every title.
     /// @param zoom  see ZoomedStart
     Aplicacao(int &argc, char **argv, int zoom = 0);
+    ~Aplicacao() override;
     bool notify(QObject *receiver, QEvent *event) override;
+
+private:
+    const std::unique_ptr<PressFilter> mPresses;
 };
 
 } // namespace quorel

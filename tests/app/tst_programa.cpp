@@ -56,6 +56,8 @@ private slots:
     void aNameWithoutDigitsIsFailure13();
     void aRunningShellIsAskedAbout_data();
     void aRunningShellIsAskedAbout();
+    void registerOnReadOnlyMediumIsCopied();
+    void aHeldKeyOpensADisciplineAndNoMore();
     void registerTakesThePanelsPlace();
     void pupilChangedDuringARoteiro();
     void classSavedOverTheSelectionEndsTheProgram();
@@ -255,6 +257,7 @@ void TstPrograma::startsOnTheMainWindow()
 void TstPrograma::aLevelWithoutBlocksEndsTheProgram()
 {
     QVERIFY(!starts(u"/NIVEL:F9"_s));
+    QCOMPARE(gAluno, 0); // no window was loaded, which would make it the generic one
     QCOMPARE(mCaixas.size(), 1);
     QVERIFY(mCaixas[0].texto.startsWith(u"Diretório não encontrado"));
     QVERIFY(!principal().isVisible());
@@ -266,6 +269,13 @@ void TstPrograma::aNameWithoutDigitsIsFailure13()
     escreveBloco(u"F1/LEIAME.edb"_s);
     QCOMPARE(failureOf([this] { starts(u"/NIVEL:F1"_s); }), int(kFalhaTipo));
 }
+
+static const QString kAjuda =
+    u"/NIVEL:<Identificação do nível do programa> Ex. F1..F4, I1,I2, \n"
+    "  Corresponde ao diretório que está em <windir>\\Quorel2001\\DBBlocos\n"
+    "/ESCOLA: ou /ESC: quando o sistema é multiusuário\n"
+    "/NOMECLASSE:<Nome da classe que está cadastrada no sistema \"Tobi e Nina seus colegas na escola  \">\n"
+    "  Utilizado para selecionar somente os alunos desta classe para o registro do desempenho (sistema multiusuário)"_s;
 
 void TstPrograma::aRunningShellIsAskedAbout_data()
 {
@@ -282,9 +292,37 @@ void TstPrograma::aRunningShellIsAskedAbout()
     Endereco running;
     running.publish(QString::fromUtf16(kTituloGerenciador));
     mRespostas = {resposta};
-    QCOMPARE(starts(u"/NIVEL:F1"_s), goesOn);
-    QCOMPARE(mCaixas, (QList<Caixa>{{mCaixas.value(0).texto, u"Atenção"_s, Icone::Informacao, Botoes::SimNao}}));
+    QCOMPARE(starts(u"/? /NIVEL:I1"_s), goesOn);
+    QList<Caixa> expected{{u"Este programa já está sendo executado.\r\nDeseja executá-lo mesmo assim"_s, u"Atenção"_s,
+        Icone::Informacao, Botoes::SimNao}};
+    if (goesOn) // only then is the command line read
+        expected << Caixa{kAjuda, u"PARÂMETROS DA LINHA DE COMANDO"_s, Icone::Informacao};
+    QCOMPARE(mCaixas, expected);
+    QCOMPARE(gNivel, goesOn ? u"I1"_s : QString());
     QCOMPARE(principal().isVisible(), goesOn);
+}
+
+void TstPrograma::registerOnReadOnlyMediumIsCopied()
+{
+    const QString configured = windows(u"/servidor"_s);
+    QDir().mkpath(configured);
+    makeRegister(configured + u"/Cadastros.mdb"_s);
+    QFile::remove(windows(u"/Cadastros.mdb"_s));
+    QFile::setPermissions(configured + u"/Cadastros.mdb"_s, QFile::ReadOwner | QFile::ReadUser);
+    escreve(windows(u"/cnf.txt"_s), "[zeto]\r\nZETO_CAD=" + barras(configured).toLatin1() + "\r\n");
+    QVERIFY(starts(u"/CFG:"_s + barras(windows(u"/cnf.txt"_s))));
+    QVERIFY(QFile::exists(windows(u"/CADASTROS.MDB"_s)));
+}
+
+void TstPrograma::aHeldKeyOpensADisciplineAndNoMore()
+{
+    QVERIFY(starts(u"/NIVEL:F1"_s));
+    for (int i = 0; i < 5; ++i) {
+        QWidget *target = QApplication::focusWidget() && i > 0 ? QApplication::focusWidget() : &principal().bloco(9);
+        QTest::simulateEvent(target, true, Qt::Key_Return, {}, u"\r"_s, i > 0);
+    }
+    QVERIFY(blocos().isVisible());
+    QVERIFY(!gEmRoteiro); // the picture that has got the focus was not pressed
 }
 
 void TstPrograma::registerTakesThePanelsPlace()

@@ -7,7 +7,9 @@
 #include <QInputDialog>
 #include <QLabel>
 #include <QLineEdit>
+#include <QListWidget>
 #include <QMessageBox>
+#include <QPlainTextEdit>
 #include <QPushButton>
 #include <QScreen>
 #include <QTimer>
@@ -36,6 +38,8 @@ private slots:
     void failuresAreShownOnceAndEndTheProgram_data();
     void failuresAreShownOnceAndEndTheProgram();
     void failuresAreSkippedWhereTheyAreIgnored();
+    void aKeyThatIsHeldPressesOnce();
+    void theSecondPressOfADoubleClickIsForTheFirstOnesTarget();
 };
 
 /// Does something with the box once it stands.
@@ -235,11 +239,83 @@ static int failInAnEvent(int argc, char **argv)
     return Aplicacao::exec();
 }
 
+static void hold(QWidget &target, Qt::Key key, const QString &text = {}, Qt::KeyboardModifiers modifiers = {})
+{
+    constexpr int kTimes = 4;
+    target.setFocus();
+    for (int i = 0; i < kTimes; ++i)
+        QTest::simulateEvent(&target, true, key, modifiers, text, i > 0);
+}
+
+void TstCaixas::aKeyThatIsHeldPressesOnce()
+{
+    QDialog dialog;
+    QPushButton button(&dialog);
+    QLineEdit line(&dialog);
+    QPlainTextEdit text(&dialog);
+    QListWidget list(&dialog);
+    list.addItems({"a", "b", "c", "d", "e"});
+    button.setShortcut(QKeySequence::Undo);
+    button.setDefault(true);
+    int presses = 0;
+    connect(&button, &QPushButton::clicked, &button, [&] { ++presses; });
+    dialog.show();
+    QVERIFY(QTest::qWaitForWindowActive(&dialog));
+    hold(button, Qt::Key_Return, "\r");
+    QCOMPARE(presses, 1);
+    hold(line, Qt::Key_Enter, "\r"); // the dialogue's button
+    QCOMPARE(presses, 2);
+    hold(line, Qt::Key_Z, {}, Qt::ControlModifier); // its shortcut; the line has nothing to undo
+    QCOMPARE(presses, 3);
+    hold(line, Qt::Key_Space, " ");
+    QCOMPARE(line.text(), "    ");
+    hold(text, Qt::Key_Return, "\r");
+    QCOMPARE(text.toPlainText(), "\n\n\n\n");
+    int time = 1000; // without the toolkit's mark, by the events' times: held, let go and pressed, held
+    for (const auto &[type, passed] : {std::pair{QEvent::KeyPress, 1}, {QEvent::KeyRelease, 600}, {QEvent::KeyPress, 0},
+             {QEvent::KeyRelease, 40}, {QEvent::KeyPress, 60}, {QEvent::KeyPress, 600}}) {
+        QKeyEvent event(type, Qt::Key_Return, Qt::NoModifier, "\r");
+        event.setTimestamp(quint64(time += passed));
+        button.setFocus();
+        QApplication::sendEvent(dialog.windowHandle(), &event);
+    }
+    QCOMPARE(presses, 5);
+    hold(list, Qt::Key_Down);
+    QCOMPARE(list.currentRow(), 4);
+}
+
+void TstCaixas::theSecondPressOfADoubleClickIsForTheFirstOnesTarget()
+{
+    QDialog dialog;
+    QPushButton below(&dialog), above(&dialog);
+    QString presses;
+    connect(&above, &QPushButton::clicked, &above, [&] {
+        presses += 'a';
+        above.hide();
+    });
+    connect(&below, &QPushButton::clicked, &below, [&] { presses += 'b'; });
+    dialog.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&dialog));
+    const QPoint at(5, 5);
+    const auto click = [&](int time) {
+        for (const auto type : {QEvent::MouseButtonPress, QEvent::MouseButtonRelease})
+            qt_handleMouseEvent(dialog.windowHandle(), at, dialog.mapToGlobal(at),
+                type == QEvent::MouseButtonPress ? Qt::LeftButton : Qt::NoButton, Qt::LeftButton, type, {}, time);
+        QApplication::processEvents();
+    };
+    for (const int time : {100000, 100200, 100500}) // ms; the third comes on the heels of the second
+        click(time);
+    QCOMPARE(presses, "a");
+    for (const int time : {101500, 101700})
+        click(time);
+    QCOMPARE(presses, "abb");
+}
+
 int main(int argc, char **argv)
 {
     if (argc > 1 && qstrcmp(argv[1], "--falha") == 0)
         return failInAnEvent(argc, argv);
-    QApplication app(argc, argv);
+    Aplicacao app(argc, argv);
     TstCaixas test;
     return QTest::qExec(&test, argc, argv);
 }
