@@ -177,20 +177,26 @@ static void addLines(std::vector<Trecho> &pieces, const QTextBlock &block, const
     }
 }
 
+/// From the highest to the lowest text of a row; upside down where it has none.
+static Trecho rowPiece(const QTextTable &table, int row, const QAbstractTextDocumentLayout &layout)
+{
+    Trecho piece{0, -1};
+    for (int column = 0; column < table.columns(); ++column) {
+        const QTextTableCell cell = table.cellAt(row, column);
+        if (!cell.isValid() || cell.row() != row)
+            continue;
+        const double top = layout.blockBoundingRect(cell.firstCursorPosition().block()).top();
+        const double bottom = layout.blockBoundingRect(cell.lastCursorPosition().block()).bottom();
+        piece = piece.bottom < piece.top ? Trecho{top, bottom}
+                                         : Trecho{std::min(piece.top, top), std::max(piece.bottom, bottom)};
+    }
+    return piece;
+}
+
 static void addRows(std::vector<Trecho> &pieces, const QTextTable &table, const QAbstractTextDocumentLayout &layout)
 {
     for (int row = 0; row < table.rows(); ++row) {
-        Trecho piece{0, -1};
-        for (int column = 0; column < table.columns(); ++column) {
-            const QTextTableCell cell = table.cellAt(row, column);
-            if (!cell.isValid() || cell.row() != row)
-                continue;
-            const double top = layout.blockBoundingRect(cell.firstCursorPosition().block()).top();
-            const double bottom = layout.blockBoundingRect(cell.lastCursorPosition().block()).bottom();
-            piece = piece.bottom < piece.top ? Trecho{top, bottom}
-                                             : Trecho{std::min(piece.top, top), std::max(piece.bottom, bottom)};
-        }
-        if (piece.bottom > piece.top)
+        if (const Trecho piece = rowPiece(table, row, layout); piece.bottom > piece.top)
             pieces.push_back(piece);
     }
 }
@@ -223,6 +229,36 @@ std::vector<double> DocumentoPagina::cortes() const
     }
     cuts.push_back(end);
     return cuts;
+}
+
+static bool isFull(const QTextTable &table, int row)
+{
+    for (int column = 0; column < table.columns(); ++column) {
+        const QTextTableCell cell = table.cellAt(row, column);
+        if (cell.columnSpan() != 1 || cell.firstPosition() == cell.lastPosition())
+            return false;
+    }
+    return true;
+}
+
+CabecaDePagina DocumentoPagina::cabeca(const std::vector<double> &cortes) const
+{
+    QTextTable *longest = nullptr;
+    for (QTextFrame *frame : rootFrame()->childFrames()) {
+        auto *table = qobject_cast<QTextTable *>(frame);
+        if (table && (!longest || table->rows() > longest->rows()))
+            longest = table;
+    }
+    int row = 0;
+    while (longest && row < longest->rows() && !isFull(*longest, row))
+        ++row;
+    if (!longest || row + 1 >= longest->rows())
+        return {};
+    const Trecho piece = rowPiece(*longest, row, *documentLayout());
+    const auto after = std::ranges::lower_bound(cortes, piece.bottom);
+    if (after == cortes.end() || after == cortes.begin())
+        return {};
+    return {*std::prev(after), *after, documentLayout()->frameBoundingRect(longest).bottom()};
 }
 
 } // namespace quorel

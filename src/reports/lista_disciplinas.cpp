@@ -73,7 +73,11 @@ void ListaDisciplinas::mouseReleaseEvent(QMouseEvent *event)
 void ListaDisciplinas::keyPressEvent(QKeyEvent *event)
 {
     const QString before = linhaEscolhida();
-    QListWidget::keyPressEvent(event);
+    const bool moves = event->key() == Qt::Key_Down || event->key() == Qt::Key_Up;
+    if (before.isEmpty() && moves && currentItem())
+        setCurrentItem(currentItem(), QItemSelectionModel::ClearAndSelect); // where the focus stands; none is skipped
+    else
+        QListWidget::keyPressEvent(event);
     const bool presses =
         event->key() == Qt::Key_Space || event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
     const QString now = linhaEscolhida();

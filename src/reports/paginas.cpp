@@ -1,6 +1,7 @@
 #include "reports/paginas.h"
 
 #include "data/bd.h"
+#include "platform/codec.h"
 #include "platform/erro.h"
 #include "reports/html.h"
 #include "startup/estado.h"
@@ -128,10 +129,30 @@ QString paginaDesempenho(const CabecalhoPagina &cabecalho, const std::vector<Lin
     return html.html();
 }
 
+/// The page with what its file's code page lacks (an emoji in a name) written as browsers read it.
+static QString withReferences(const QString &page)
+{
+    constexpr char16_t kLastOfOneByte = 0xff; // what comes before has one byte, if it has any
+    QString written;
+    written.reserve(page.size());
+    for (qsizetype i = 0; i < page.size(); ++i) {
+        const QStringView rest = QStringView(page).sliced(i);
+        const bool pair = rest.size() > 1 && rest[0].isHighSurrogate() && rest[1].isLowSurrogate();
+        if (pair)
+            written += u"&#%1;"_s.arg(QChar::surrogateToUcs4(rest[0], rest[1]));
+        else if (rest[0] > QChar(kLastOfOneByte) && encode1252(rest.first(1)) == "?")
+            written += u"&#%1;"_s.arg(rest[0].unicode());
+        else
+            written += rest[0];
+        i += pair;
+    }
+    return written;
+}
+
 QString gravaPagina(const QString &pagina)
 {
     QString arquivo = gTexto.ArquivoTemporario(u"TMP"_s).replace(u".TMP"_s, u".HTML"_s);
-    gTexto.GravaArquivo(arquivo, pagina, 0, 0);
+    gTexto.GravaArquivo(arquivo, withReferences(pagina), 0, 0);
     return arquivo;
 }
 

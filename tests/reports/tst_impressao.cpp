@@ -2,6 +2,7 @@
 
 #include "folha.h"
 #include "reports/impressao.h"
+#include "reports/paginas.h"
 #include "reports/visor.h"
 
 #include <QDir>
@@ -29,7 +30,7 @@ private slots:
     void paperHasTheSheet_data();
     void paperHasTheSheet();
     void paperHasTheChart();
-    void aLongPageLosesNoRowOnPaper();
+    void aLongPageHasItsHeadAndEveryRowOnPaper();
     void cancellingTheDialoguePrintsNothing();
     void aNameOfTagsLoadsNothing();
 };
@@ -214,19 +215,28 @@ void TstImpressao::paperHasTheChart()
     QVERIFY2(form.match(pictures).hasMatch(), qPrintable(pictures));
 }
 
-void TstImpressao::aLongPageLosesNoRowOnPaper()
+void TstImpressao::aLongPageHasItsHeadAndEveryRowOnPaper()
 {
     constexpr int kRows = 150;
     QPrinter printer(QPrinter::HighResolution);
     printer.setOutputFormat(QPrinter::PdfFormat);
     printer.setPageSize(QPageSize(QPageSize::A4));
     printer.setOutputFileName(temporary(u"longa.pdf"_s));
-    pintaPagina(QString::fromLatin1(sheetPage(kRows)), {}, printer);
+    std::vector<LinhaPlanilha> lines;
+    lines.push_back({u"Data"_s, u"Nome do Roteiro"_s, u"Acertos"_s, u"Erros"_s});
+    lines.push_back({u"Matemática"_s});
+    for (int row = 1; row <= kRows; ++row)
+        lines.push_back({u"24/11/26 10:00:00"_s, u"Roteiro nº %1"_s.arg(row), u"12"_s, u"3"_s});
+    lines.push_back({QString(), u"*** TOTAL ***"_s, u"1800"_s, u"450"_s});
+    pintaPagina(paginaDesempenho({}, lines), {}, printer);
     const QStringList sheets = sheetsOf(temporary(u"longa.pdf"_s));
     QVERIFY(sheets.size() > 2);
     int row = 0;
-    for (const QString &line : sheets.join(u'\n').split(u'\n', Qt::SkipEmptyParts))
-        QCOMPARE(line.simplified(), u"24/11/26 Roteiro nº %1 12 3"_s.arg(++row));
+    for (const QString &sheet : sheets) {
+        QCOMPARE(sheet.simplified().count(u"Data Nome do Roteiro Acertos Erros"_s), 1);
+        for (const QString &line : sheet.split(u'\n').filter(u"24/11/26"_s))
+            QCOMPARE(line.simplified(), u"24/11/26 Roteiro nº %1 12 3"_s.arg(++row));
+    }
     QCOMPARE(row, kRows);
 }
 

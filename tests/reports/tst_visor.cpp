@@ -183,20 +183,24 @@ void TstVisor::sheetsEndBetweenRows_data()
 {
     using Edges = std::vector<double>;
     QTest::addColumn<Edges>("cortes");
+    QTest::addColumn<double>("tabela"); // where the table ends whose head stands from 20 to 40
     QTest::addColumn<Edges>("expected");
-    QTest::newRow("one sheet") << Edges{10, 20} << Edges{0, 20};
-    QTest::newRow("just full") << Edges{50, 100} << Edges{0, 100};
-    QTest::newRow("a row goes to the next sheet whole") << Edges{60, 110} << Edges{0, 60, 110};
-    QTest::newRow("taller than a sheet") << Edges{10, 250, 260} << Edges{0, 10, 110, 210, 260};
-    QTest::newRow("nothing") << Edges{0} << Edges{0, 0};
+    QTest::newRow("one sheet") << Edges{10, 20} << 0.0 << Edges{0, 20};
+    QTest::newRow("just full") << Edges{50, 100} << 0.0 << Edges{0, 100};
+    QTest::newRow("a row goes to the next sheet whole") << Edges{60, 110} << 0.0 << Edges{0, 60, 110};
+    QTest::newRow("taller than a sheet") << Edges{10, 250, 260} << 0.0 << Edges{0, 10, 110, 210, 260};
+    QTest::newRow("nothing") << Edges{0} << 0.0 << Edges{0, 0};
+    QTest::newRow("a head of 20 takes its room on the sheets after it, as far as its table reaches")
+        << Edges{20, 40, 100, 180, 250, 299, 350, 399} << 299.0 << Edges{0, 100, 180, 250, 299, 399};
 }
 
 void TstVisor::sheetsEndBetweenRows()
 {
     using Edges = std::vector<double>;
     QFETCH(Edges, cortes);
+    QFETCH(double, tabela);
     QFETCH(Edges, expected);
-    QCOMPARE(folhas(cortes, 100), expected);
+    QCOMPARE(folhas(cortes, 100, {20, 40, tabela}), expected);
 }
 
 QTEST_MAIN(TstVisor)
