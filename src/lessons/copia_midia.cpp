@@ -6,10 +6,10 @@
 #include "platform/eventos.h"
 #include "platform/sistema.h"
 #include "startup/estado.h"
+#include "startup/lugares.h"
 #include "startup/quorel_zeto.h"
 #include "startup/sistema_util.h"
 #include "startup/texto_util.h"
-#include "startup/unidade_util.h"
 
 using namespace Qt::StringLiterals;
 
@@ -21,11 +21,6 @@ constexpr qsizetype kMaxEmpty = 2; // characters of a piece or an option that ho
 constexpr int kPecaFigura = 11; // fields of a piece and of an option, from 1
 constexpr int kPecaSom = 12;
 constexpr int kOpcaoFigura = 9;
-
-QString opticalRoot()
-{
-    return gTexto.TextoAntes(gUnidades.ListaUnidades(kOpticalDrive), QString(QChar(u'\0')), true);
-}
 
 /// Asks for a directory; shown and typed in the system's own form. Empty when the box was cancelled.
 QString askDirectory(const QString &texto, const QString &proposta)

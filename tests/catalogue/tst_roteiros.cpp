@@ -29,6 +29,7 @@ private slots:
     void aDamagedPictureEndsTheReading();
     void whatATurnOfEventsSees();
     void aNewerReadingStopsTheOlder();
+    void eventsRunBeforeAPictureToo();
     void loadsABlockFile();
     void aMissingBlockFileEndsTheProgram();
 
@@ -129,6 +130,14 @@ void TstRoteiros::aNewerReadingStopsTheOlder()
     LeRoteiros();
     QCOMPARE(gRoteiros, leBloco(newer).roteiros);
     QCOMPARE(mVistas->calls(), u"hideAll; load 1 MA1.GIF; hideAll; tag 1 novo - ; show 1"_s);
+}
+
+void TstRoteiros::eventsRunBeforeAPictureToo()
+{
+    QTimer::singleShot(0, qApp, [this] { mVistas->log << u"events"_s; });
+    gTextoDB = blocoCerto(1, 1, 10);
+    LeRoteiros();
+    QVERIFY(mVistas->calls().startsWith(u"hideAll; events; load 1 MA1.GIF"_s));
 }
 
 void TstRoteiros::loadsABlockFile()

@@ -46,6 +46,8 @@ private slots:
     void drawingToolTakesTheChildAfterItsSend();
     void calculatorRules_data();
     void calculatorRules();
+    void programsAreLookedForInTwoPlaces_data();
+    void programsAreLookedForInTwoPlaces();
     void secondHookIsIgnored();
     void aFailureInTheHookIsShownOnceAndEndsTheProgram();
 
@@ -237,6 +239,35 @@ void TstRecebeMensagem::calculatorRules()
     gAulaAtual = atual;
     ExecutaAula(aula, tipo);
     QTEST(mFilho->got, "got");
+}
+
+void TstRecebeMensagem::programsAreLookedForInTwoPlaces_data()
+{
+    const Table<QStringList, QStringList> row("there", "started");
+    row("lessons from the configured place, the calculator's own start from the installation",
+        {"cfg/Calc.exe", "QUOREL2001/exe/Calc.exe"}, {"QUOREL2001/exe", "cfg"});
+    row("else from the other one: the installation", {"QUOREL2001/exe/Calc.exe"}, {"QUOREL2001/exe", "QUOREL2001/exe"});
+    row("else from the other one: the configured place", {"cfg/Calc.exe"}, {"cfg", "cfg"});
+}
+
+void TstRecebeMensagem::programsAreLookedForInTwoPlaces()
+{
+    QFETCH(QStringList, there);
+    const QString windows = qEnvironmentVariable("QUOREL_WINDIR") + '/';
+    for (const char *directory : {"cfg", "QUOREL2001/exe"})
+        QDir(windows + directory).removeRecursively();
+    for (const QString &file : there)
+        escreve(windows + file, "x");
+    gConfig.SetaCFG("ZETO_EXE=" + barras(windows + "cfg"));
+    QStringList started;
+    costuras().startProgram = [&](const ProgramRequest &request) {
+        started << QDir(windows).relativeFilePath(QFileInfo(QDir::fromNativeSeparators(request.program)).path());
+        return false;
+    };
+    gAulaAtual = 3; // the last one: the calculator is told so before its lesson
+    QString aula = "lesson", tipo = "Calc";
+    ExecutaAula(aula, tipo);
+    QTEST(started, "started");
 }
 
 void TstRecebeMensagem::secondHookIsIgnored()
