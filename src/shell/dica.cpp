@@ -1,5 +1,6 @@
 #include "shell/dica.h"
 
+#include "platform/twips.h"
 #include "shell/geometria_dica.h"
 #include "visual/aparencia.h"
 
@@ -8,12 +9,16 @@
 #include <QPlainTextEdit>
 #include <QTextDocument>
 
+#include <algorithm>
+
 namespace quorel {
 
 using namespace Qt::StringLiterals;
 
 static constexpr double kPontos = 9.75;
 static constexpr int kBorda = 2; // pixels
+static constexpr int kRecuoEsquerdo = 10; // pixels from the frame to the text
+static constexpr int kRecuoDireito = 15; // likewise; 25 characters still find room in a line
 
 Dica::Dica(const Lugar &frame, const Lugar &box, QWidget *parent)
     : QFrame(parent), mLugar(frame), mLugarTexto(box), mCor(kAzulClaro)
@@ -25,9 +30,32 @@ Dica::Dica(const Lugar &frame, const Lugar &box, QWidget *parent)
     hide();
 }
 
+namespace {
+
+/// A text box whose text keeps away from the edges.
+class CaixaRecuada final : public QPlainTextEdit
+{
+public:
+    CaixaRecuada(int left, int right, QWidget *parent) : QPlainTextEdit(parent)
+    {
+        setViewportMargins(left, 0, right, 0);
+    }
+};
+
+} // namespace
+
+/// Pixels that are missing between an edge of the box and that of the frame.
+static int missing(int wanted, double twips)
+{
+    return std::max(wanted - pixels(twips), 0);
+}
+
 void Dica::buildTxtInf()
 {
-    mTxtInf = new QPlainTextEdit(this);
+    // The box ends at the frame's border, and the frame may end beyond the window's edge.
+    const double beside = mLugar.Width - mLugarTexto.Left - mLugarTexto.Width;
+    mTxtInf = new CaixaRecuada(missing(kRecuoEsquerdo, mLugarTexto.Left), missing(kRecuoDireito, beside), this);
+    mTxtInf->setContextMenuPolicy(Qt::NoContextMenu);
     mTxtInf->setObjectName(u"TxtInf"_s);
     mTxtInf->setAccessibleName(u"Texto da dica"_s);
     mTxtInf->setReadOnly(true);

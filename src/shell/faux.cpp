@@ -67,7 +67,7 @@ void fAux::connectEvents()
 void fAux::connectMonth(int indice)
 {
     connect(&opcao(indice), &QRadioButton::clicked, this, [this, indice] { monthClick(indice); });
-    connect(&opcao(indice), &OpcaoMes::focada, this, &fAux::CorrigeScroll);
+    connect(&opcao(indice), &OpcaoMes::focada, this, [this, indice] { CorrigeScroll(opcao(indice)); });
 }
 
 void fAux::load()
@@ -128,6 +128,7 @@ void fAux::mostra()
         mPedida = true;
         return;
     }
+    restaura();
     show();
     raise();
 }
@@ -214,16 +215,15 @@ void fAux::monthClick(int indice)
     if (mJanelas.principal().isVisible())
         return;
     mJanelas.blocos().setVisivel(false);
-    AbreDisciplina(inteiro16(valorNumerico(mTag)), gDisciplina);
+    mJanelas.abreDisciplina();
 }
 
-void fAux::CorrigeScroll()
+void fAux::CorrigeScroll(const OpcaoMes &focada)
 {
-    const auto *opcaoAtiva = qobject_cast<const OpcaoMes *>(QApplication::focusWidget());
-    if (!mScrVertical->isEnabled() || !opcaoAtiva)
+    if (!mScrVertical->isEnabled())
         return;
-    const auto valor = corrigeRolagem(
-        opcaoAtiva->lugar(), mAnterior, qint16(mScrVertical->minimum()), qint16(mScrVertical->maximum()));
+    const auto valor =
+        corrigeRolagem(focada.lugar(), mAnterior, qint16(mScrVertical->minimum()), qint16(mScrVertical->maximum()));
     if (valor)
         mScrVertical->setValue(*valor);
 }

@@ -60,7 +60,7 @@ private:
     void connectEvents();
     void connectMonth(int indice);
     void monthClick(int indice);
-    void CorrigeScroll();
+    void CorrigeScroll(const OpcaoMes &focada); ///< keeps the month that has received the focus in view
     void scrollChange(int value);
     void selecChange();
     void alunoClick();

@@ -69,8 +69,7 @@ protected:
         if (!hasFocus())
             return;
         QPainter painter(this);
-        painter.setPen(QPen(QColor(0x10, 0x3a, 0x8c), 2));
-        painter.drawRect(rect().adjusted(1, 1, -1, -1));
+        pintaFoco(painter, rect(), 0);
     }
 };
 
@@ -105,6 +104,9 @@ void fAux::buildMeses()
     mTxtSelecMes->setAccessibleName(u"Temas"_s);
     mTxtSelecMes->setReadOnly(true);
     mTxtSelecMes->setFocusPolicy(Qt::NoFocus);
+    mTxtSelecMes->setContextMenuPolicy(Qt::NoContextMenu); // a heading: there is nothing to copy
+    mTxtSelecMes->setCursor(Qt::ArrowCursor);
+    connect(mTxtSelecMes, &QLineEdit::selectionChanged, mTxtSelecMes, &QLineEdit::deselect);
     mTxtSelecMes->setAlignment(Qt::AlignCenter);
     mTxtSelecMes->setFont(fonte(Tipo::Arial, kPontosQuadro));
     QPalette paleta = mTxtSelecMes->palette();

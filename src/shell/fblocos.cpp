@@ -29,6 +29,7 @@
 #include <QMouseEvent>
 #include <QPushButton>
 
+#include <algorithm>
 #include <chrono>
 #include <optional>
 
@@ -40,7 +41,8 @@ static constexpr std::chrono::milliseconds kIntervalo{1000};
 static constexpr quint8 kPrimeiroRaio = 80; // pixels
 static constexpr quint8 kRaioDica = 40; // pixels
 
-fBlocos::fBlocos(Janelas &outras) : JanelaBase(outras.ativa(), u"fBlocos"_s, kCliente), mJanelas(outras)
+fBlocos::fBlocos(Janelas &outras)
+    : JanelaBase(outras.ativa(), u"fBlocos"_s, kCliente), mJanelas(outras), mTmrRot(new QTimer(this))
 {
     buildLayout();
     connectEvents();
@@ -54,15 +56,16 @@ void fBlocos::connectEvents()
         connect(&botao(i), &Imagem::deixada, this, &fBlocos::hideTip);
     }
     connect(mDica, &Dica::tocada, mDica, &QWidget::hide);
-    mTmrRot.setInterval(kIntervalo);
-    connect(&mTmrRot, &QTimer::timeout, this, &fBlocos::tickTmrRot);
+    mTmrRot->setObjectName(u"TmrRot"_s);
+    mTmrRot->setInterval(kIntervalo);
+    connect(mTmrRot, &QTimer::timeout, this, &fBlocos::tickTmrRot);
     for (int k = 0; k <= kNumJogos; ++k) {
         QPushButton *jogo = mJogos[std::size_t(k)];
         connect(jogo, &QPushButton::clicked, this, [jogo] { abreJogo(jogo->property("Tag").toString()); });
     }
     connect(mCmdManual, &QPushButton::clicked, this, &abreAjuda);
     connect(mCmdVoltar, &QPushButton::clicked, this, [this] {
-        mTmrRot.stop();
+        setTmrRot(false);
         descarrega();
     });
 }
@@ -78,7 +81,7 @@ void fBlocos::load()
 void fBlocos::activate()
 {
     if (!gEmRoteiro) {
-        mTmrRot.start();
+        setTmrRot(true);
         if (botao(1).isHidden())
             LeRoteiros();
         gImgApontada = -1;
@@ -97,14 +100,22 @@ void fBlocos::unload()
     mJanelas.principal().setVisivel(true);
     mJanelas.painel().garanteMes();
     hide();
+    mJanelas.apontaNaDeCima();
+}
+
+// The pictures stand elsewhere under the mouse than they did without the frame.
+void fBlocos::placeTold()
+{
+    if (isVisible())
+        mJanelas.apontaNaDeCima();
 }
 
 void fBlocos::setTmrRot(bool enabled)
 {
-    if (enabled)
-        mTmrRot.start();
-    else
-        mTmrRot.stop();
+    if (!enabled)
+        mTmrRot->stop();
+    else if (!mTmrRot->isActive())
+        mTmrRot->start();
 }
 
 Imagem &fBlocos::botao(int indice) const
@@ -133,7 +144,15 @@ void fBlocos::setTag(int n, const QString &titulo)
 
 void fBlocos::showButton(int n)
 {
+    const bool first = std::ranges::all_of(mBotoes, &Imagem::isHidden);
     botao(n).show();
+    if (first) // or the focus would stay where it fled to while there was no picture
+        botao(n).setFocus(Qt::OtherFocusReason);
+}
+
+qint16 fBlocos::figuraSobOMouse() const
+{
+    return quorel::figuraSobOMouse(mBotoes);
 }
 
 void fBlocos::hidePrincip()
@@ -200,7 +219,7 @@ void fBlocos::keyPressEvent(QKeyEvent *event)
         return;
     }
     event->accept();
-    AbreDisciplina(inteiro16(valorNumerico(mJanelas.painel().selectedMonth())), gDisciplina);
+    mJanelas.abreDisciplina();
 }
 
 void fBlocos::mouseMoveEvent(QMouseEvent *event)
@@ -218,6 +237,8 @@ void fBlocos::hideTip()
 // Run-time failures are passed over, statement by statement.
 void fBlocos::botaoClick(int indice)
 {
+    if (botao(indice).segundaPressao() && !gSelecionando)
+        return; // a double click starts a roteiro once; in a selection it lists it twice
     // Kept: set also by a selection, a refusal or a copy, so Activate leaves the window alone until a lesson ends.
     gEmRoteiro = true;
     std::optional<qint32> cod;

@@ -26,10 +26,12 @@ public:
 
     explicit fBlocos(Janelas &janelas);
 
-    void setTmrRot(bool enabled); ///< the timer of the tips
+    void setTmrRot(bool enabled); ///< the timer of the tips; one that runs keeps its beat
 
     /// A picture button. @throws ErroExecucao 340 for an index other than 1 to 16
     Imagem &botao(int indice) const;
+
+    qint16 figuraSobOMouse() const; ///< number of the picture under the mouse, or -1
 
     void hideAll() override;
     void loadPicture(int n, const QString &caminho) override;
@@ -52,6 +54,7 @@ protected:
     void load() override;
     void activate() override;
     void unload() override;
+    void placeTold() override;
     void keyPressEvent(QKeyEvent *event) override;
     void mouseMoveEvent(QMouseEvent *event) override;
 
@@ -73,7 +76,7 @@ private:
     QPushButton *mCmdManual = nullptr;
     QPushButton *mCmdVoltar = nullptr;
     Dica *mDica = nullptr;
-    QTimer mTmrRot;
+    QTimer *mTmrRot;
 };
 
 } // namespace quorel

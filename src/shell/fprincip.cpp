@@ -68,7 +68,8 @@ void fPrincip::activate()
 {
     ignora([&] {
         vaiPara(0, 0);
-        mTmrDisc.start();
+        if (!mTmrDisc.isActive()) // one that runs keeps its beat
+            mTmrDisc.start();
         mDica->hide();
         mJanelas.blocos().setTmrRot(false);
     });
@@ -108,8 +109,13 @@ void fPrincip::blocoClick(int indice)
 {
     gDisciplina = qint16(indice);
     gNomeDisciplina = NomeDisciplina(QString::number(indice));
-    AbreDisciplina(inteiro16(valorNumerico(mJanelas.painel().selectedMonth())), qint16(indice));
+    mJanelas.abreDisciplina();
     mTmrDisc.stop();
+}
+
+qint16 fPrincip::figuraSobOMouse() const
+{
+    return quorel::figuraSobOMouse(mBlocos);
 }
 
 void fPrincip::placeTold()
@@ -160,7 +166,7 @@ void fPrincip::showTip()
         mDica->setTexto(u"ROTEIROS NÃO DISPONÍVEIS. ESCOLHA OUTRO MÊS."_s);
     }
     AjustaDicaDisciplina(*mDica, alturaDaLinha());
-    // Kept: a number left by fBlocos, 13 to 16, has no block here; the red tip shows where the last one stood.
+    // A number without a block fails here, and the red tip shows where the last one stood.
     tenta(
         [&] { mDica->setLugar(lugarDaDica(bloco(gImgApontada).lugar(), mDica->lugar(), cliente(), kRecuoPrincipal)); });
     mDica->mostra();

@@ -33,6 +33,8 @@ public:
     /// A block. @throws ErroExecucao 340 for an index other than 1 to 12
     Imagem &bloco(int indice) const;
 
+    qint16 figuraSobOMouse() const; ///< index of the block under the mouse, or -1
+
 protected:
     void load() override;
     void activate() override;

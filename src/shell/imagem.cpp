@@ -2,12 +2,16 @@
 
 #include "platform/caminho.h"
 #include "platform/erro.h"
+#include "visual/aparencia.h"
 
+#include <QCursor>
 #include <QFocusEvent>
 #include <QImageReader>
 #include <QKeyEvent>
 #include <QPainter>
 #include <QPainterPath>
+
+#include <algorithm>
 
 namespace quorel {
 
@@ -30,6 +34,30 @@ void Imagem::setPicture(const QPixmap &picture)
     update();
 }
 
+/// A picture as it shows in a button of a size, in pixels of the screen: not larger than that, its corners cut off.
+static QPixmap rounded(const QImage &image, const QSizeF &button, double radius)
+{
+    const QSize room = button.toSize();
+    const bool large = image.width() > room.width() || image.height() > room.height();
+    QImage shown = large ? image.scaled(room, Qt::KeepAspectRatio, Qt::SmoothTransformation) : image;
+    shown = shown.convertToFormat(QImage::Format_ARGB32_Premultiplied);
+    shown.setDevicePixelRatio(1);
+    const double scale = std::max(shown.width() / button.width(), shown.height() / button.height());
+    QImage shape(shown.size(), QImage::Format_ARGB32_Premultiplied);
+    shape.fill(Qt::transparent);
+    QPainter cutter(&shape);
+    cutter.setRenderHint(QPainter::Antialiasing);
+    cutter.setPen(Qt::NoPen);
+    cutter.setBrush(Qt::black);
+    cutter.drawRoundedRect(shape.rect(), radius * scale, radius * scale);
+    cutter.end();
+    QPainter painter(&shown);
+    painter.setCompositionMode(QPainter::CompositionMode_DestinationIn);
+    painter.drawImage(0, 0, shape);
+    painter.end();
+    return QPixmap::fromImage(shown);
+}
+
 void Imagem::loadPicture(const QString &caminho)
 {
     if (caminho.isEmpty()) {
@@ -41,7 +69,12 @@ void Imagem::loadPicture(const QString &caminho)
     const QImage image = reader.read();
     if (image.isNull())
         throw ErroExecucao(kFalhaFigura);
-    setPicture(QPixmap::fromImage(image));
+    setPicture(rounded(image, size() * devicePixelRatioF(), kRaio * devicePixelRatioF()));
+}
+
+bool Imagem::sobOMouse() const
+{
+    return isVisible() && rect().contains(mapFromGlobal(QCursor::pos()));
 }
 
 // The picture fills the button, its proportions kept; one of the button's own size stays as it is.
@@ -70,7 +103,7 @@ void Imagem::paintEvent(QPaintEvent *)
         return;
     const QRectF frame = QRectF(rect()).adjusted(1, 1, -1, -1);
     painter.setBrush(isDown() ? QBrush(QColor(0, 0, 0, 50)) : QBrush(Qt::NoBrush));
-    painter.setPen(QPen(hasFocus() ? QColor(0x10, 0x3a, 0x8c) : QColor(0x6f, 0x9f, 0xd8), kMargem));
+    painter.setPen(QPen(hasFocus() ? QColor::fromRgb(kCorFoco) : QColor(0x6f, 0x9f, 0xd8), kMargem));
     painter.drawRoundedRect(frame, kRaio, kRaio);
 }
 
@@ -78,6 +111,24 @@ void Imagem::mouseMoveEvent(QMouseEvent *event)
 {
     emit apontada();
     QAbstractButton::mouseMoveEvent(event);
+}
+
+qint16 figuraSobOMouse(const std::vector<Imagem *> &imagens)
+{
+    const auto found = std::ranges::find_if(imagens, &Imagem::sobOMouse);
+    return found == imagens.end() ? qint16(-1) : qint16(found - imagens.begin() + 1);
+}
+
+void Imagem::mousePressEvent(QMouseEvent *event)
+{
+    mSegunda = event->type() == QEvent::MouseButtonDblClick;
+    QAbstractButton::mousePressEvent(event);
+}
+
+void Imagem::mouseReleaseEvent(QMouseEvent *event)
+{
+    QAbstractButton::mouseReleaseEvent(event);
+    mSegunda = false;
 }
 
 void Imagem::keyPressEvent(QKeyEvent *event)

@@ -5,6 +5,8 @@
 #include <QAbstractButton>
 #include <QPixmap>
 
+#include <vector>
+
 namespace quorel {
 
 /// A picture that can be pointed at and pressed, with mouse and keyboard: an element of ImgBloco or ImgBotao.
@@ -21,7 +23,13 @@ public:
 
     void setPicture(const QPixmap &picture); ///< a null one clears it
 
-    /// Takes the picture of a file, whatever its extension says. @param caminho  with backslashes; empty clears
+    bool sobOMouse() const; ///< and visible, whatever lies in front
+
+    /// Whether the click that is being told came from the second press of a double click.
+    bool segundaPressao() const { return mSegunda; }
+
+    /// Takes the picture of a file, whatever its extension says, with round corners. @param caminho  with backslashes;
+    /// empty clears
     /// @throws ErroExecucao 481 when there is no picture in it; the one shown stays
     void loadPicture(const QString &caminho);
 
@@ -32,6 +40,8 @@ signals:
 protected:
     void paintEvent(QPaintEvent *event) override;
     void mouseMoveEvent(QMouseEvent *event) override;
+    void mousePressEvent(QMouseEvent *event) override;
+    void mouseReleaseEvent(QMouseEvent *event) override;
     void keyPressEvent(QKeyEvent *event) override;
     void focusInEvent(QFocusEvent *event) override;
     void focusOutEvent(QFocusEvent *event) override;
@@ -42,6 +52,10 @@ private:
     Lugar mLugar;
     QString mTag;
     QPixmap mPicture;
+    bool mSegunda = false; ///< the button that is down is so for the second time of a double click
 };
+
+/// Number of the picture under the mouse, 1-based; -1 when there is none. @param imagens  from 0: picture 1 first
+qint16 figuraSobOMouse(const std::vector<Imagem *> &imagens);
 
 } // namespace quorel

@@ -1,9 +1,13 @@
 #include "shell/janelas.h"
 
+#include "catalogue/catalogo.h"
+#include "catalogue/estado.h"
+#include "shell/estado.h"
 #include "shell/faux.h"
 #include "shell/fblocos.h"
 #include "shell/fim_da_sessao.h"
 #include "shell/fprincip.h"
+#include "startup/valor.h"
 
 namespace quorel {
 
@@ -13,6 +17,17 @@ Janelas::Janelas(Aberturas aberturas)
 { }
 
 Janelas::~Janelas() = default;
+
+void Janelas::abreDisciplina()
+{
+    AbreDisciplina(inteiro16(valorNumerico(mPainel->selectedMonth())), gDisciplina);
+    apontaNaDeCima();
+}
+
+void Janelas::apontaNaDeCima()
+{
+    gImgApontada = mBlocos->isVisible() ? mBlocos->figuraSobOMouse() : mPrincipal->figuraSobOMouse();
+}
 
 void Janelas::encerra()
 {

@@ -34,6 +34,12 @@ public:
     JanelaAtiva &ativa() { return mAtiva; }
     const Aberturas &aberturas() const { return mAberturas; }
 
+    /// Fills and shows fBlocos: the roteiros of gDisciplina in the month of the panel.
+    void abreDisciplina();
+
+    /// Another window is on top: gImgApontada becomes the picture there that lies under the mouse, or -1.
+    void apontaNaDeCima();
+
     /// The ordered end of the program. Does not return the first time; while it runs, further calls return at once.
     void encerra();
 

@@ -6,6 +6,8 @@
 #include <QPainter>
 #include <QTextDocument>
 
+#include <utility>
+
 namespace quorel {
 
 using namespace Qt::StringLiterals;
@@ -60,18 +62,27 @@ void OpcaoMes::paintEvent(QPaintEvent *)
     painter.setPen(azul);
     painter.drawText(texto, Qt::AlignVCenter | Qt::AlignLeft | Qt::TextSingleLine | Qt::TextDontClip,
         fontMetrics().elidedText(text(), Qt::ElideRight, texto.width()));
-    if (hasFocus()) {
-        painter.setPen(QPen(QColor(0x10, 0x3a, 0x8c), 1, Qt::DotLine));
-        painter.setBrush(Qt::NoBrush);
-        painter.setRenderHint(QPainter::Antialiasing, false);
-        painter.drawRect(texto.adjusted(-3, 0, -1, -1));
-    }
+    if (hasFocus())
+        pintaFoco(painter, texto.adjusted(-4, 0, 0, 0));
 }
 
 void OpcaoMes::focusInEvent(QFocusEvent *event)
 {
     QRadioButton::focusInEvent(event);
-    emit focada();
+    // What moves away from under the pointer before the button is up would lose its click.
+    mFocoNaPressao = event->reason() == Qt::MouseFocusReason || isDown();
+    // A window or a box that gives the focus back gives it to nobody anew.
+    const bool anew = event->reason() != Qt::ActiveWindowFocusReason && event->reason() != Qt::PopupFocusReason;
+    if (anew && !mFocoNaPressao)
+        emit focada();
+}
+
+void OpcaoMes::mouseReleaseEvent(QMouseEvent *event)
+{
+    const bool focused = std::exchange(mFocoNaPressao, false);
+    QRadioButton::mouseReleaseEvent(event);
+    if (focused)
+        emit focada();
 }
 
 void OpcaoMes::keyPressEvent(QKeyEvent *event)

@@ -18,16 +18,18 @@ public:
     void setCaption(const QString &texto); ///< as plain text, ampersands included
 
 signals:
-    void focada(); ///< it has received the focus
+    void focada(); ///< it has received the focus; where a press gave it, the button is up again and its click has run
 
 protected:
     void paintEvent(QPaintEvent *event) override;
     void focusInEvent(QFocusEvent *event) override;
     void keyPressEvent(QKeyEvent *event) override;
+    void mouseReleaseEvent(QMouseEvent *event) override;
     bool hitButton(const QPoint &pos) const override;
 
 private:
     Lugar mLugar;
+    bool mFocoNaPressao = false; ///< the focus came while the button was down
 };
 
 } // namespace quorel

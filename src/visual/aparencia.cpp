@@ -3,8 +3,9 @@
 #include <QApplication>
 #include <QFontDatabase>
 #include <QLibraryInfo>
-#include <QStyle>
-#include <QStyleFactory>
+#include <QPainter>
+#include <QProxyStyle>
+#include <QStyleOption>
 #include <QTranslator>
 
 #include <algorithm>
@@ -77,6 +78,39 @@ QPalette paletaPropria()
     return paleta;
 }
 
+void pintaFoco(QPainter &painter, const QRectF &area, double raio)
+{
+    constexpr double kLargura = 2; // pixels
+    constexpr double kMeia = kLargura / 2;
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(QPen(QColor::fromRgb(kCorFoco), kLargura));
+    painter.setBrush(Qt::NoBrush);
+    painter.drawRoundedRect(area.adjusted(kMeia, kMeia, -kMeia, -kMeia), raio, raio);
+}
+
+namespace {
+
+/// Qt's own style with the windows' ring of focus in the place of its own.
+class Estilo final : public QProxyStyle
+{
+public:
+    Estilo() : QProxyStyle(u"Fusion"_s) { }
+
+    void drawPrimitive(
+        PrimitiveElement element, const QStyleOption *option, QPainter *painter, const QWidget *widget) const override
+    {
+        if (element != PE_FrameFocusRect) {
+            QProxyStyle::drawPrimitive(element, option, painter, widget);
+            return;
+        }
+        painter->save();
+        pintaFoco(*painter, option->rect);
+        painter->restore();
+    }
+};
+
+} // namespace
+
 // Qt's own texts (the print dialogue, the menus of text boxes) come from its own translations.
 static void translateQt()
 {
@@ -88,7 +122,7 @@ static void translateQt()
 void vesteAplicacao()
 {
     translateQt();
-    QApplication::setStyle(QStyleFactory::create(u"Fusion"_s));
+    QApplication::setStyle(new Estilo); // the application owns it
     QApplication::setPalette(paletaPropria());
     QApplication::setWindowIcon(iconeDoPrograma());
 }

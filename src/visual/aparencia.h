@@ -5,6 +5,9 @@
 #include <QImage>
 #include <QPalette>
 #include <QPixmap>
+#include <QRectF>
+
+class QPainter;
 
 namespace quorel {
 
@@ -16,6 +19,8 @@ inline constexpr QRgb kVermelho = 0xffc00000; ///< heading of the months
 inline constexpr QRgb kLaranjaPalido = 0xffffe0c0; ///< panel
 inline constexpr QRgb kFundoDica = 0xffffffe1; ///< tool tips
 
+inline constexpr QRgb kCorFoco = 0xff103a8c;
+
 /// The typefaces of the windows. Where one is missing, a free one of the same measures takes its place.
 enum class Tipo { Sistema, Arial, Verdana, CourierNew, TimesNewRoman };
 
@@ -24,6 +29,12 @@ QFont fonte(Tipo tipo, double pontos, bool negrito = false);
 
 /// The windows' own colours: the same on a dark desktop.
 QPalette paletaPropria();
+
+inline constexpr double kRaioFoco = 2; ///< pixels
+
+/// The ring of the control that has the focus, the same in all windows. @param area  what it runs round, in pixels; the
+/// line lies inside. @param raio  of its corners, pixels
+void pintaFoco(QPainter &painter, const QRectF &area, double raio = kRaioFoco);
 
 /// Gives the whole application those colours, a style that honours them, and Qt's own texts in Portuguese where its
 /// translations are installed.

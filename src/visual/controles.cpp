@@ -83,12 +83,8 @@ void CaixaMarca::paintEvent(QPaintEvent *)
     const QRect caption = rect().adjusted(kLado + kEspaco, 0, 0, 0);
     painter.setPen(palette().color(QPalette::WindowText));
     drawCaption(painter, caption);
-    if (hasFocus()) {
-        painter.setRenderHint(QPainter::Antialiasing, false);
-        painter.setPen(QPen(QColor(0x10, 0x3a, 0x8c), 1, Qt::DotLine));
-        painter.setBrush(Qt::NoBrush);
-        painter.drawRect(caption.adjusted(-3, 0, -1, -1));
-    }
+    if (hasFocus())
+        pintaFoco(painter, caption.adjusted(-4, 0, 0, 0));
 }
 
 bool CaixaMarca::hitButton(const QPoint &pos) const

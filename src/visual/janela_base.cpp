@@ -20,6 +20,7 @@ JanelaBase::JanelaBase(JanelaAtiva &ativa, const QString &nome, const Lugar &cli
     setPalette(paletaPropria());
     setFont(fonte(Tipo::Sistema, kPontosDoSistema));
     setMouseTracking(true);
+    setAttribute(Qt::WA_AlwaysShowToolTips); // two windows stand side by side, and only one of them is active
     setCliente(cliente);
 }
 
@@ -35,10 +36,16 @@ void JanelaBase::mostra()
 {
     carrega();
     mAtiva.pede(*this);
+    restaura();
     show();
     raise();
     activateWindow();
     activate();
+}
+
+void JanelaBase::restaura()
+{
+    setWindowState(windowState() & ~Qt::WindowMinimized);
 }
 
 void JanelaBase::setVisivel(bool visivel)

@@ -45,6 +45,7 @@ protected:
     virtual void unload() = 0;
     virtual void placeTold() { } ///< until the window stands, framed, where it was asked to: the desktop told of more
 
+    void restaura(); ///< to be shown is to be seen: a minimised window comes back
     void vaiPara(double left, double top); ///< moves the window, frame included; twips
     void setDescarregada() { mLoaded = false; } ///< unloaded: the next use runs the Load handler anew
     void setCliente(const Lugar &cliente);

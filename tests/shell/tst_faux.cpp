@@ -9,9 +9,13 @@
 #include "shell/opcao_mes.h"
 #include "startup/estado.h"
 
+#include <QContextMenuEvent>
+#include <QLineEdit>
 #include <QListView>
 #include <QScrollBar>
+#include <QToolTip>
 #include <QWheelEvent>
+#include <QWindow>
 
 using namespace quorel;
 using namespace quorel::teste;
@@ -26,9 +30,12 @@ private slots:
     void captionsArePlainAndElided();
     void scrollBarComesWithTheEleventh();
     void focusScrollsTheMonths();
+    void aPressScrollsOnceItsClickHasRun();
     void wheelScrollsTheMonths();
+    void theHeadingIsNoTextToCopy();
     void listIsAskedForAtTheEndOfSelection();
     void buttonsOpenTheOtherWindows();
+    void tipsShowBesideTheActiveWindow();
     void singleUserIsTheGenericPupil();
     void dormantPupilListTellsTheHook();
 };
@@ -92,6 +99,42 @@ void TstFAux::focusScrollsTheMonths()
     QCOMPARE(c.painel().opcao(1).lugar().Top, 30.0);
 }
 
+void TstFAux::aPressScrollsOnceItsClickHasRun()
+{
+    Cenario c(12);
+    c.painel().activateWindow();
+    QVERIFY(QTest::qWaitForWindowActive(&c.painel()));
+    QWindow *window = c.painel().windowHandle();
+    const QPoint nono = c.painel().opcao(9).mapTo(&c.painel(), QPoint(20, 7));
+    QTest::mousePress(window, Qt::LeftButton, {}, nono);
+    QCOMPARE(barra(c).value(), 675);
+    QTest::mouseRelease(window, Qt::LeftButton, {}, nono);
+    QCOMPARE(c.painel().selectedMonth(), u"9"_s);
+    QCOMPARE(barra(c).value(), 675 + 9 * 450 + 210 + 30 - 2760);
+    barra(c).setValue(675);
+    c.principal().activateWindow();
+    QVERIFY(QTest::qWaitForWindowActive(&c.principal()));
+    c.painel().activateWindow(); // has given the focus to nobody anew
+    QVERIFY(QTest::qWaitForWindowActive(&c.painel()));
+    QVERIFY(c.painel().opcao(9).hasFocus());
+    QCOMPARE(barra(c).value(), 675);
+    c.abreMatematica(); // the click then takes the activation away
+    QTest::mouseClick(window, Qt::LeftButton, {}, nono);
+    QCOMPARE(c.painel().selectedMonth(), u"9"_s);
+    QVERIFY(c.blocos().isVisible());
+}
+
+void TstFAux::theHeadingIsNoTextToCopy()
+{
+    Cenario c;
+    auto &temas = child<QLineEdit>(c.painel(), u"txtSelecMes"_s);
+    temas.selectAll();
+    QVERIFY(!temas.hasSelectedText());
+    QContextMenuEvent menu(QContextMenuEvent::Mouse, QPoint(90, 5), temas.mapToGlobal(QPoint(90, 5)));
+    QApplication::sendEvent(&temas, &menu);
+    QCOMPARE(QApplication::activePopupWidget(), nullptr);
+}
+
 // What the bar does not take comes back to the panel, which must not hand it on again.
 void TstFAux::wheelScrollsTheMonths()
 {
@@ -139,6 +182,16 @@ void TstFAux::buttonsOpenTheOtherWindows()
     c.clica(u"CmdAluno"_s);
     QCOMPARE(c.alunos, 1);
     QVERIFY(!c.painel().isVisible());
+}
+
+void TstFAux::tipsShowBesideTheActiveWindow()
+{
+    Cenario c;
+    QVERIFY(QTest::qWaitForWindowActive(&c.principal()));
+    QTest::mouseMove(&c.controle(u"CmdInternet"_s), QPoint(9, 9));
+    QTest::mouseMove(&c.controle(u"CmdInternet"_s), QPoint(12, 12));
+    QTRY_VERIFY(QToolTip::isVisible());
+    QCOMPARE(QApplication::activeWindow(), &c.principal());
 }
 
 void TstFAux::singleUserIsTheGenericPupil()

@@ -11,6 +11,7 @@
 
 #include <QDir>
 #include <QFileInfo>
+#include <QImage>
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QTimer>
@@ -35,6 +36,12 @@ private slots:
     void messageInTheMiddleOfAnOpening();
     void monthClickInTheMiddleOfAnOpening();
     void tipIsTheTagAtThePicture();
+    void focusBeginsOnTheFirstPicture();
+    void aDoubleClickRunsARoteiroOnceAndListsItTwice();
+    void theImagePointedAtIsTheOneOfTheWindowOnTop();
+    void aMonthBringsAMinimisedWindowBack();
+    void timersKeepTheirBeat();
+    void cornersOfAPictureLetThePageThrough();
 };
 
 void TstFBlocos::picturesOfTheDiscipline()
@@ -219,6 +226,97 @@ void TstFBlocos::tipIsTheTagAtThePicture()
     QTRY_COMPARE(texto.toPlainText(), QString());
     QVERIFY(!tip.isVisible());
     QCOMPARE(gImgApontada, qint16(12));
+}
+
+void TstFBlocos::focusBeginsOnTheFirstPicture()
+{
+    Cenario c;
+    for (int i = 0; i < 2; ++i) {
+        QTest::keyClick(&c.principal().bloco(9), Qt::Key_Return);
+        QVERIFY(QTest::qWaitForWindowActive(&c.blocos()));
+        QTRY_COMPARE(QApplication::focusWidget(), &c.blocos().botao(1));
+        QTest::keyClick(&c.blocos().botao(1), Qt::Key_F5);
+        QCOMPARE(QApplication::focusWidget(), &c.blocos().botao(1));
+        c.clica(u"cmdVoltar"_s); // the second time the window has had the focus elsewhere
+    }
+}
+
+void TstFBlocos::aDoubleClickRunsARoteiroOnceAndListsItTwice()
+{
+    Cenario c(2, {u"exe/Zeto.exe"_s});
+    int started = 0;
+    costuras().startProgram = [&](const ProgramRequest &) {
+        ++started;
+        return false;
+    };
+    c.abreMatematica();
+    const auto doubleClick = [&c] {
+        QTest::mouseClick(&c.blocos().botao(2), Qt::LeftButton);
+        QTest::mouseDClick(&c.blocos().botao(2), Qt::LeftButton);
+        QTest::mouseRelease(&c.blocos().botao(2), Qt::LeftButton);
+    };
+    doubleClick();
+    QCOMPARE(started, 1);
+    QTest::keyClick(&c.blocos().botao(2), Qt::Key_Space);
+    QCOMPARE(started, 2);
+    gSelecionando = true;
+    BoxScript boxes{Resposta::Ok, Resposta::Ok};
+    doubleClick();
+    QCOMPARE(gRotSelec, u"12610\r\n12610\r\n"_s);
+}
+
+void TstFBlocos::theImagePointedAtIsTheOneOfTheWindowOnTop()
+{
+    Cenario c;
+    const auto point = [](const Imagem &at) { QCursor::setPos(at.mapToGlobal(at.rect().center())); };
+    point(c.blocos().botao(1)); // where fPrincip has block 9
+    QTest::keyClick(&c.principal().bloco(10), Qt::Key_Space);
+    QCOMPARE(gImgApontada, qint16(1));
+    gImgApontada = 2; // as the keyboard leaves it
+    QTest::keyClick(&c.controle(u"cmdVoltar"_s), Qt::Key_Space);
+    QCOMPARE(gImgApontada, qint16(9));
+    point(c.blocos().botao(4)); // block 2, which this month hides
+    QTest::keyClick(&c.principal().bloco(10), Qt::Key_Space);
+    QCOMPARE(gImgApontada, qint16(-1)); // there is one roteiro
+    gImgApontada = 2;
+    c.blocos().close();
+    QCOMPARE(gImgApontada, qint16(-1));
+}
+
+void TstFBlocos::aMonthBringsAMinimisedWindowBack()
+{
+    Cenario c;
+    c.abreMatematica();
+    c.blocos().showMinimized();
+    QTRY_VERIFY(c.blocos().isMinimized());
+    c.clica(u"OptMeses(1)"_s);
+    QVERIFY(c.blocos().isVisible() && !c.blocos().isMinimized());
+}
+
+// However often the windows are activated meanwhile.
+void TstFBlocos::timersKeepTheirBeat()
+{
+    Cenario c;
+    for (JanelaBase *janela : std::initializer_list<JanelaBase *>{&c.principal(), &c.blocos()}) {
+        QVERIFY(QTest::qWaitFor([&] {
+            janela->mostra();
+            gImgApontada = 9; // the first tick with one makes the text box
+            return janela->findChild<QWidget *>(u"TxtInf"_s) != nullptr;
+        }));
+        gTextoDB = textoBloco(u"T"_s, u"O"_s, {1, 2, 3, 4, 5, 6, 7, 8, 9});
+    }
+}
+
+void TstFBlocos::cornersOfAPictureLetThePageThrough()
+{
+    Cenario c;
+    QImage branca(81, 81, QImage::Format_RGB32);
+    branca.fill(Qt::white);
+    QVERIFY(branca.save(noWindows(u"branca.png"_s)));
+    c.blocos().loadPicture(1, barras(noWindows(u"branca.png"_s)));
+    const QPixmap shown = c.blocos().botao(1).grab();
+    for (const QPoint corner : {QPoint(3, 3), QPoint(81, 81)})
+        QVERIFY(shown.toImage().pixelColor(corner * shown.devicePixelRatio()) != QColor(Qt::white));
 }
 
 QTEST_MAIN(TstFBlocos)

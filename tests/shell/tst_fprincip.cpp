@@ -12,6 +12,8 @@
 #include "startup/sistema_util.h"
 
 #include <QPlainTextEdit>
+#include <QTextCursor>
+#include <QTimer>
 
 using namespace quorel;
 using namespace quorel::teste;
@@ -26,6 +28,7 @@ private slots:
     void pointingShowsTheTip();
     void tips_data();
     void tips();
+    void textOfTheTipIsSeenWhole();
     void theMouseHidesTheTip();
     void opensTheDiscipline_data();
     void opensTheDiscipline();
@@ -88,8 +91,7 @@ void TstFPrincip::tips_data()
     QTest::newRow("discipline and objective") << qint16(9) << u"Matemática - Contar até 10"_s << azul;
     QTest::newRow("without an objective") << qint16(10) << u"Português - "_s << azul;
     QTest::newRow("not in this month") << qint16(2) << nenhum << vermelho;
-    QTest::newRow("a number left by the other window fails the tick, and stands nowhere")
-        << qint16(14) << nenhum << vermelho;
+    QTest::newRow("a number without a block fails the tick, and stands nowhere") << qint16(14) << nenhum << vermelho;
 }
 
 void TstFPrincip::tips()
@@ -106,6 +108,22 @@ void TstFPrincip::tips()
     QCOMPARE(tipText(c)->palette().color(QPalette::Text), cor);
     QTRY_COMPARE(gImgApontada, bloco ? apontada : qint16(-1));
     QCOMPARE(tip(c).pos() != antes, bloco);
+}
+
+// The frame of a block in the middle ends beyond the window.
+void TstFPrincip::textOfTheTipIsSeenWhole()
+{
+    Cenario c;
+    gImgApontada = 7;
+    QTRY_VERIFY(tip(c).isVisible());
+    QVERIFY(tip(c).geometry().right() > c.principal().width());
+    QTextCursor cursor(tipText(c)->document());
+    for (; !cursor.atEnd(); cursor.movePosition(QTextCursor::NextCharacter)) {
+        const int x = tipText(c)->viewport()->mapTo(&c.principal(), tipText(c)->cursorRect(cursor).topLeft()).x();
+        QVERIFY(x > tip(c).x() + 4 && x + 8 < c.principal().width()); // border; a letter's width
+    }
+    const int letters = 25 * tipText(c)->fontMetrics().horizontalAdvance(u'M'); // for which the height is made
+    QVERIFY(tipText(c)->viewport()->width() >= letters);
 }
 
 void TstFPrincip::theMouseHidesTheTip()
@@ -180,14 +198,20 @@ void TstFPrincip::orderOfTheEnd()
     Cenario c;
     QStringList ordem;
     endsTheProcess(ordem);
+    const auto &timer = *c.blocos().findChild<QTimer *>(u"TmrRot"_s);
     std::vector<std::unique_ptr<Endereco>> filhos;
     const auto filho = [&](const QString &nome) {
         filhos.push_back(std::make_unique<Endereco>());
         filhos.back()->publish(nome);
-        filhos.back()->replaceProc([&ordem, nome](Janela, quint32, quintptr remetente, qintptr dados) -> qintptr {
+        filhos.back()->replaceProc([&, nome](Janela, quint32, quintptr remetente, qintptr dados) -> qintptr {
             const auto *mensagem = reinterpret_cast<const CopyData *>(dados);
             const bool doGerenciador = remetente == janelaBlocos() && gJanelaGancho != 0;
             ordem << u"%1 %2%3"_s.arg(nome).arg(mensagem->code).arg(doGerenciador ? u""_s : u" sem gancho"_s);
+            if (nome == u"Desenho"_s) {
+                c.blocos().setTmrRot(true);
+                QTimer::singleShot(0, &c.blocos(),
+                    [&] { ordem << (gJanelaGancho == 0 && !timer.isActive() ? u"eventos"_s : u"eventos cedo"_s); });
+            }
             return 1;
         });
         return filhos.back()->handle();
@@ -195,6 +219,7 @@ void TstFPrincip::orderOfTheEnd()
     gJanelaDesenho = filho(u"Desenho"_s);
     gJanelaVrel = filho(u"Vrel"_s);
     gJanelaCalc = filho(u"Calc"_s);
+    gJanelaLivros = filho(u"Livros"_s);
     gJanelaZeto = filho(u"Zeto"_s);
     c.clica(u"chkSelec"_s);
     c.abreMatematica();
@@ -203,8 +228,8 @@ void TstFPrincip::orderOfTheEnd()
         return Resposta::Nao;
     };
     QVERIFY_EXCEPTION_THROWN(c.painel().close(), FimDoPrograma); // the panel takes the main window along
-    const QStringList esperada{
-        u"Exclusão da Lista"_s, u"Zeto 2071"_s, u"Calc 2071"_s, u"Vrel 2071"_s, u"Desenho 2071"_s, u"fim"_s};
+    const QStringList esperada{u"Exclusão da Lista"_s, u"Zeto 2071"_s, u"Livros 2071"_s, u"Calc 2071"_s, u"Vrel 2071"_s,
+        u"Desenho 2071"_s, u"eventos"_s, u"fim"_s};
     QCOMPARE(ordem, esperada);
     QCOMPARE(gJanelaGancho, Janela(0));
     QCOMPARE(gSistema.ProcuraJanela(QString::fromUtf16(kTituloGerenciador), 2, true), Janela(0));
