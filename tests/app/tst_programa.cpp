@@ -5,6 +5,7 @@
 
 #include "apoio.h"
 #include "catalogue/estado.h"
+#include "cenario.h"
 #include "data/bd.h"
 #include "lessons/andamento.h"
 #include "lessons/gancho.h"
@@ -30,11 +31,9 @@
 #include <QCheckBox>
 #include <QComboBox>
 #include <QDir>
-#include <QDirIterator>
 #include <QImage>
 #include <QLineEdit>
 #include <QPushButton>
-#include <QStandardPaths>
 
 using namespace quorel;
 using namespace quorel::teste;
@@ -123,18 +122,6 @@ void TstPrograma::onlyOurProgramsAreZoomed()
     QCOMPARE(inheritedZoom(), 150);
     qputenv("QUOREL_ZOOM", "5000");
     QCOMPARE(inheritedZoom(), 0);
-}
-
-static QString windows(const QString &resto)
-{
-    return qEnvironmentVariable("QUOREL_WINDIR") + resto;
-}
-
-static void escreveBloco(const QString &nome)
-{
-    escreve(windows(u"/QUOREL2001/DBBLOCOS/"_s + nome),
-        "<OBJ>Contar at\xe9 dez</OBJ>\r\n<TM>Minha escola</TM>\r\n[ROT<1>]\r\nNomeRot =Contar\r\nCODROT:12\r\n"
-        "FIG:figura\r\n[<1>1]\r\nNome =Um\r\nLinha =(1,1)7\r\n\tTipo = Zeto\t\r\n");
 }
 
 void TstPrograma::init()
@@ -270,13 +257,6 @@ void TstPrograma::aNameWithoutDigitsIsFailure13()
     QCOMPARE(failureOf([this] { starts(u"/NIVEL:F1"_s); }), int(kFalhaTipo));
 }
 
-static const QString kAjuda =
-    u"/NIVEL:<Identificação do nível do programa> Ex. F1..F4, I1,I2, \n"
-    "  Corresponde ao diretório que está em <windir>\\Quorel2001\\DBBlocos\n"
-    "/ESCOLA: ou /ESC: quando o sistema é multiusuário\n"
-    "/NOMECLASSE:<Nome da classe que está cadastrada no sistema \"Tobi e Nina seus colegas na escola  \">\n"
-    "  Utilizado para selecionar somente os alunos desta classe para o registro do desempenho (sistema multiusuário)"_s;
-
 void TstPrograma::aRunningShellIsAskedAbout_data()
 {
     QTest::addColumn<Resposta>("resposta");
@@ -379,24 +359,6 @@ void TstPrograma::classSavedOverTheSelectionEndsTheProgram()
     const QString texto = mCaixas[0].texto;
     QVERIFY2(texto.contains(u"3265"_s) || texto.contains(u"3001"_s), qPrintable(texto));
     QCOMPARE(sql(u"SELECT CL_Senha FROM CL_Classes WHERE CL_Cod = 2"_s), QStringList{u"pera"_s});
-}
-
-// Every file that the program has written but the register itself, as text of either kind.
-static QStringList filesThatHold(const QString &segredo)
-{
-    QStringList found;
-    for (const QString &raiz : {windows({}), QDir::tempPath(), QDir::homePath(),
-             QStandardPaths::writableLocation(QStandardPaths::RuntimeLocation)}) {
-        QDirIterator files(raiz, QDir::Files | QDir::Hidden, QDirIterator::Subdirectories);
-        while (files.hasNext()) {
-            const QString file = files.next();
-            const QByteArray bytes = le(file).toLower();
-            const QByteArray wide(reinterpret_cast<const char *>(segredo.utf16()), segredo.size() * 2);
-            if (!file.endsWith(u"/Cadastros.mdb"_s) && (bytes.contains(segredo.toLatin1()) || bytes.contains(wide)))
-                found << file;
-        }
-    }
-    return found;
 }
 
 void TstPrograma::passwordStaysInTheRegister()
