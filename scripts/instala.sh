@@ -5,13 +5,13 @@
 set -euo pipefail
 
 compila="build-essential cmake ninja-build ccache pkg-config python3
-    qt6-base-dev qt6-base-dev-tools libsqlite3-dev libxcb1-dev libxcb-randr0-dev"
+    qt6-base-dev qt6-base-dev-tools libsqlite3-dev libxcb1-dev libminizip-dev libxcb-randr0-dev"
 fontes="fonts-liberation fonts-dejavu-core"
 mostra="$fontes qt6-translations-l10n xvfb xauth openbox xdotool x11-utils imagemagick procps"
 testa="$mostra git clang-format poppler-utils python3-tk"
 mede="libbenchmark-dev libqt6sql6-sqlite"
 fuzz="clang libclang-rt-dev"
-janelas="cmake ninja-build ccache python3 g++-mingw-w64-x86-64-posix g++-mingw-w64-i686-posix mingw-w64-tools
+janelas="cmake ninja-build ccache python3 g++-mingw-w64-x86-64-posix g++-mingw-w64-i686-posix mingw-w64-tools libz-mingw-w64-dev
     qt6-base-dev qt6-base-dev-tools wine wine64 nsis tcl zstd zip dpkg-dev qt6-translations-l10n"
 testa_janelas="xvfb xauth xdotool imagemagick procps $fontes fonts-wine"
 

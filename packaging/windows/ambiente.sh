@@ -3,6 +3,7 @@ QUOREL_CACHE=${QUOREL_CACHE:-${XDG_CACHE_HOME:-$HOME/.cache}/quorel}
 export QUOREL_CACHE
 export QUOREL_QT_WINDOWS=$QUOREL_CACHE/qt-mingw
 export QUOREL_SQLITE_WINDOWS=$QUOREL_CACHE/sqlite-mingw
+export QUOREL_MINIZIP_WINDOWS=$QUOREL_CACHE/minizip-mingw
 # An archive of that Qt, which saves building it; empty for none.
 QUOREL_QT_ARQUIVO=${QUOREL_QT_ARQUIVO-$(dirname "${BASH_SOURCE[0]}")/../../../shared/windows/qt-mingw.tar.zst}
 export QUOREL_ALVO=x86_64-w64-mingw32

@@ -11,6 +11,7 @@ aqui=packaging/windows
 scripts/instala.sh janelas
 "$aqui/qt.sh"
 "$aqui/sqlite.sh"
+"$aqui/minizip.sh"
 cmake --preset windows >/dev/null
 obra=$PWD/build/windows
 rm -rf "$obra/instalacao" "$obra/exemplo/exemplo.pronto" # whatever was played there stays out of the package
@@ -63,10 +64,11 @@ for nivel in F1 F2 F3 F4 I1 I2; do
 done
 
 mkdir -p "$pasta/licencas"
-for pacote in qt6-base-dev qt6-translations-l10n gcc-mingw-w64-base mingw-w64-common nsis; do
+for pacote in qt6-base-dev qt6-translations-l10n gcc-mingw-w64-base libz-mingw-w64-dev mingw-w64-common nsis; do
     cp "/usr/share/doc/$pacote/copyright" "$pasta/licencas/$pacote.txt"
 done
 cp "$QUOREL_SQLITE_WINDOWS/copyright" "$pasta/licencas/sqlite3.txt"
+cp "$QUOREL_MINIZIP_WINDOWS/copyright" "$pasta/licencas/minizip.txt"
 # The texts that these name, of which Debian has one copy for all.
 grep -oh 'common-licenses/[A-Z][A-Za-z0-9.-]*[A-Za-z0-9]' "$pasta"/licencas/*.txt | sort -u | sed 's|^|/usr/share/|' |
     xargs cp -t "$pasta/licencas"

@@ -162,7 +162,8 @@ void JanelaLicao::showPage()
     focusFirst();
     if (mPagina > mOuvida) {
         mOuvida = mPagina;
-        mFolha->toca();
+        if (mSomSozinho)
+            mFolha->toca();
     }
 }
 

@@ -44,6 +44,9 @@ public:
     /// "A" when the first answer to the lesson was right, "E" when it was wrong, empty while nothing was answered.
     QString resposta() const { return mResposta; }
 
+    /// Whether a page's sound is played as the page comes, and not only by its button. Yes at first.
+    void setSomSozinho(bool sozinho) { mSomSozinho = sozinho; }
+
     QWidget *interna() const { return mMiolo; } ///< the inner window
 
 signals:
@@ -87,6 +90,7 @@ private:
     LugarRec mLugar;
     int mPagina = 0; // 0-based
     int mOuvida = -1; // last page whose sound was played by itself
+    bool mSomSozinho = true;
     QString mResposta;
     bool mSuja = false; // the answer changed since it was checked
 

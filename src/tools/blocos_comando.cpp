@@ -7,6 +7,7 @@
 #include "startup/texto_util.h"
 #include "tools/blocos_fonte.h"
 #include "tools/blocos_lista.h"
+#include "tools/blocos_oficina.h"
 #include "tools/blocos_verifica.h"
 
 #include <QJsonDocument>
@@ -30,7 +31,7 @@ const QString kAjuda = uR"(Uso:
       volta a fazer de um arquivo .edb a fonte dele
   quorel-blocos novo FONTE [TIPO] [--sobrescreve]
       grava uma fonte de exemplo, comentada, com cada tipo de exercício, ou só com aquele
-  quorel-blocos --help
+%1  quorel-blocos --help
 
 Opções:
   --json          lista em JSON; o que há para consertar, como os editores o leem (LSP Diagnostic)
@@ -151,19 +152,21 @@ int verifica(const Pedido &pedido, QTextStream &saida, QTextStream &erros)
 int executa(const QStringList &argumentos, QTextStream &saida, QTextStream &erros)
 {
     if (argumentos.contains("--help"_L1)) {
-        saida << kAjuda;
+        saida << kAjuda.arg(ajudaDaOficina());
         return kBem;
-    }
-    const std::optional<Pedido> pedido = parse(argumentos);
-    if (!pedido) {
-        erros << kAjuda;
-        return kNaoRodou;
     }
     // The libraries' boxes have no window here.
     costuras().box = [&erros](const Caixa &caixa) {
         erros << caixa.texto << Qt::endl;
         return caixa.botoes == Botoes::Ok ? Resposta::Ok : Resposta::Nao;
     };
+    if (const std::optional<int> code = executaOficina(argumentos, saida, erros))
+        return *code;
+    const std::optional<Pedido> pedido = parse(argumentos);
+    if (!pedido) {
+        erros << kAjuda.arg(ajudaDaOficina());
+        return kNaoRodou;
+    }
     const PedidoDeFonte fonte{pedido->caminhos, pedido->json, pedido->overwrite, !pedido->cfg.isEmpty()};
     if (pedido->comando == "faz"_L1)
         return faz(fonte, saida, erros);
