@@ -306,9 +306,7 @@ void BD::Relata_Erro(const QVariant &Alias, qint32 &Numero, QString &Descricao, 
         Caixa box = boxOf(Numero, Descricao, pending.descricao());
         box.titulo = variantText(Alias) + u" - "_s + Origem;
         caixa(box);
-        const auto set = setOf(slot);
-        if (set->EditMode() >= kEdicaoEmCurso)
-            set->CancelUpdate();
+        setOf(slot)->dropChanges();
     });
 }
 

@@ -69,6 +69,7 @@ public:
     void UpdateBatch(); ///< these, and the changes that a Resync kept
     void CancelUpdate();
     void CancelBatch();
+    void dropChanges(); ///< all that is pending, in any row and also what a Resync kept
     void Delete(qint32 afeta);
     void Resync(); ///< of the current record; see EditMode
     void Requery();

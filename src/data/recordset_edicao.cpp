@@ -114,6 +114,12 @@ void RecordSet::CancelBatch()
         mEdicoes.erase(rowAt(mPonto));
 }
 
+void RecordSet::dropChanges()
+{
+    CancelUpdate();
+    mEdicoes.clear();
+}
+
 qint64 RecordSet::keyOf(qsizetype row) const
 {
     return storedValue(row, mChave).toLongLong();

@@ -22,6 +22,8 @@ public:
 private slots:
     void ends_data();
     void ends();
+    void failedWrites_data();
+    void failedWrites();
     void beginningTouchesNoFile();
     void writesAreSeenAtTheEndOnly();
     void failedCommitUndoesItAndRaises();
@@ -68,6 +70,33 @@ void TstTransacoes::ends()
 {
     const auto [expected, number] = row<QString, int>();
     QCOMPARE(failureOf([&] { playTransactions(rowName()); }), number);
+    gBD.reset();
+    QCOMPARE(names(), expected);
+}
+
+void TstTransacoes::failedWrites_data()
+{
+    const QString rule = u"O valor repete uma chave ou fere uma regra da tabela; nada foi gravado."_s;
+    const QString undone = u"A transação foi desfeita por uma falha anterior; nada foi gravado."_s;
+    rows<QString, QStringList>({
+        {"(bxc)", "a b c", QStringList{rule}}, // undoes itself alone; the rest is committed
+        {"(b(xc))", "a b c", QStringList{rule}},
+        {"(byc)d", "a d", QStringList{rule, undone}}, // the store gives the whole up; the commit is silent
+    });
+}
+
+/// The table refuses a class x; with a class y the store undoes the transaction as well.
+void TstTransacoes::failedWrites()
+{
+    const auto [expected, texts] = row<QString, QStringList>();
+    for (const auto &[name, action] : {std::pair(u"x"_s, u"ABORT"_s), std::pair(u"y"_s, u"ROLLBACK"_s)})
+        mRegistro->sql(u"CREATE TRIGGER %1 BEFORE INSERT ON CL_Classes WHEN NEW.CL_Nome = '%1' "
+                       "BEGIN SELECT RAISE(%2, 'no'); END"_s.arg(name, action));
+    QCOMPARE(failureOf([&] { playTransactions(rowName()); }), 0);
+    QStringList boxes;
+    for (const QString &text : texts)
+        boxes << u"i RS - Registro Atualiza: "_s + text;
+    QCOMPARE(told(), boxes.join(u'\n'));
     gBD.reset();
     QCOMPARE(names(), expected);
 }
