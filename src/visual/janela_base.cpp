@@ -6,6 +6,7 @@
 
 #include <QCloseEvent>
 #include <QPainter>
+#include <QScopeGuard>
 #include <QWindow>
 
 namespace quorel {
@@ -28,12 +29,16 @@ void JanelaBase::carrega()
 {
     if (mLoaded)
         return;
-    mLoaded = true; // a handler that asks for this window again finds it loading
+    mLoaded = true;
+    mLoading = true; // a handler that asks for this window again finds it loading
+    const auto done = qScopeGuard([this] { mLoading = false; });
     load();
 }
 
 void JanelaBase::mostra()
 {
+    if (mLoading)
+        return;
     carrega();
     mAtiva.pede(*this);
     restaura();

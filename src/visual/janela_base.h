@@ -18,7 +18,8 @@ public:
     /// Runs the Load handler the first time; what every use of a window by another begins with.
     void carrega();
 
-    /// Loads, shows, raises and activates the window and runs its Activate handler before it returns.
+    /// Loads, shows, raises and activates the window and runs its Activate handler before it returns. Does nothing
+    /// while the window is loading: who began that shows it.
     virtual void mostra();
 
     /// Visible or not. Making a visible one visible does nothing.
@@ -65,6 +66,7 @@ private:
     Lugar mCliente;
     Fundo mFundo;
     bool mLoaded = false;
+    bool mLoading = false;
     QMargins mFrame; ///< frame, as far as it is known
     QPoint mAsked; ///< place asked for, the frame's corner
     bool mMoved = false; ///< the desktop has told of a place

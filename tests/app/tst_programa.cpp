@@ -19,6 +19,7 @@
 #include "register/estado.h"
 #include "register/falunos.h"
 #include "register/login.h"
+#include "reports/fgraficos.h"
 #include "shell/estado.h"
 #include "shell/faux.h"
 #include "shell/fblocos.h"
@@ -28,12 +29,15 @@
 #include "support/suporte.h"
 #include "support/table.h"
 
+#include <QApplication>
 #include <QCheckBox>
 #include <QComboBox>
 #include <QDir>
 #include <QImage>
 #include <QLineEdit>
+#include <QListWidget>
 #include <QPushButton>
+#include <QTimer>
 
 using namespace quorel;
 using namespace quorel::teste;
@@ -59,7 +63,7 @@ private slots:
     void aHeldKeyOpensADisciplineAndNoMore();
     void registerTakesThePanelsPlace();
     void pupilChangedDuringARoteiro();
-    void classSavedOverTheSelectionEndsTheProgram();
+    void performanceAskedForTwiceIsShownOnce();
     void passwordStaysInTheRegister();
 
 private:
@@ -346,19 +350,25 @@ void TstPrograma::pupilChangedDuringARoteiro()
         (QStringList{"9999|9999|<disc>Contar<rot>A:", "9999|1|<disc>Contar<rot>B:", "1|1|<disc>Contar<rot>C:"}));
 }
 
-void TstPrograma::classSavedOverTheSelectionEndsTheProgram()
+// Its opening reads rows, which lets the second click of a double one in.
+void TstPrograma::performanceAskedForTwiceIsShownOnce()
 {
     comProfessora();
-    gClasse = 1;
-    gSenhaOK = true;
-    for (const QString &botao : {u"CmdAluno(3)"_s, u"cmdCadClasses"_s, u"CmdAluno(2)"_s, u"CmdProfUlt"_s})
-        aperta(botao);
-    digita(u"TxtProfSenh"_s, u"pera"_s);
-    QVERIFY_EXCEPTION_THROWN(aperta(u"CmdProfSalvar"_s), FimDoPrograma); // by now the rows have no class to filter by
-    QCOMPARE(mCaixas.size(), 1);
-    const QString texto = mCaixas[0].texto;
-    QVERIFY2(texto.contains(u"3265"_s) || texto.contains(u"3001"_s), qPrintable(texto));
-    QCOMPARE(sql(u"SELECT CL_Senha FROM CL_Classes WHERE CL_Cod = 2"_s), QStringList{u"pera"_s});
+    int shown = 0;
+    QTimer closes;
+    connect(&closes, &QTimer::timeout, this, [&] {
+        for (QWidget *janela : QApplication::topLevelWidgets()) {
+            if (!qobject_cast<FGraficos *>(janela) || !janela->isVisible())
+                continue;
+            ++shown;
+            QCOMPARE(child<QListWidget>(*janela, u"LstDisciplinas"_s).count(), 4);
+            child<QPushButton>(*janela, u"CmdFecha"_s).click();
+        }
+    });
+    closes.start();
+    QTimer::singleShot(0, this, [this] { aperta(u"CmdAluno(4)"_s); });
+    aperta(u"CmdAluno(4)"_s);
+    QCOMPARE(shown, 1);
 }
 
 void TstPrograma::passwordStaysInTheRegister()
