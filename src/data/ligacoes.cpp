@@ -142,10 +142,12 @@ void LigacaoCombo::renew(bool porTexto, const std::function<void()> &fill)
     const QSignalBlocker quietEdit(mCombo.lineEdit());
     const QVariant chosen = porTexto ? noBookmark() : selectedItem();
     mTexto = mCombo.currentText();
+    const int place = mCombo.lineEdit()->cursorPosition();
     fill();
     mEscolhido = mModelo->rowOf(chosen) >= 0 ? chosen : mModelo->bookmarkOf(mTexto);
     mCombo.setCurrentIndex(mModelo->rowOf(mEscolhido));
     mCombo.setEditText(mTexto);
+    mCombo.lineEdit()->setCursorPosition(place);
     mIndice = mCombo.currentIndex();
 }
 

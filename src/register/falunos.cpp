@@ -39,6 +39,8 @@ void fAlunos::connectEvents()
     connect(mCmdFecha, &QPushButton::clicked, this, &fAlunos::descarrega);
     connect(mFrmCadAluno, &FrmCadAluno::pedeClasses, mFrmClasses, &FrmClasses::abreOuFecha);
     connect(mFrmCadAluno, &FrmCadAluno::alunoNovo, mFrmSel, &FrmSel::limpaClasse);
+    connect(mFrmClasses, &FrmClasses::aboutToWrite, this, &fAlunos::classWriteBegins);
+    connect(mFrmClasses, &FrmClasses::written, this, &fAlunos::classWriteEnds);
 }
 
 void fAlunos::load()
@@ -90,7 +92,8 @@ void fAlunos::pedeSenha(qint16 indice)
 void fAlunos::selecao()
 {
     gSenhaOK = false;
-    mFrmSel->prepara();
+    if (!mFrmSel->prepara())
+        return; // another mode, chosen meanwhile
     mFrmCadAluno->hide();
     mFrmSel->show();
 }
@@ -98,11 +101,10 @@ void fAlunos::selecao()
 void fAlunos::cadastro()
 {
     mFrmSel->hide();
-    mFrmCadAluno->show();
-    gBD->Records_Set(consultas::ligacoes(), u"RSCLxAL"_s); // the selection's rows have no class
+    mFrmCadAluno->abre();
+    if (!opensLigacoes())
+        return;
     mFrmCadAluno->ligaClasses();
-    if (gClasse != 0 && gClasse != kGenerico)
-        gBD->Filtro(u"CL_Cod = "_s + QString::number(gClasse), u"RSCLxAL"_s);
     if (gBD->NumeroTotalDeRegistros(u"rsClasses"_s) < 1) {
         mFrmClasses->abreOuFecha();
         return;
@@ -115,6 +117,27 @@ void fAlunos::cadastro()
     gBD->MoveParaComecoDeArquivo(u"RsCLxAL"_s);
     mFrmClasses->Atualiza_Classe();
     Atualiza_Aluno();
+}
+
+bool fAlunos::opensLigacoes()
+{
+    return mAbertura.abre([] {
+        gBD->Records_Set(consultas::ligacoes(), u"RSCLxAL"_s); // the selection's rows have no class
+        if (gClasse != 0 && gClasse != kGenerico)
+            gBD->Filtro(u"CL_Cod = "_s + QString::number(gClasse), u"RSCLxAL"_s);
+    });
+}
+
+// The classes' frame may lie over the selection, whose rows have no class.
+void fAlunos::classWriteBegins()
+{
+    while (!mFrmSel->isHidden() && !opensLigacoes()) { }
+}
+
+void fAlunos::classWriteEnds()
+{
+    if (!mFrmSel->isHidden())
+        mFrmSel->mostraClasse();
 }
 
 void fAlunos::desempenho()

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "register/abertura.h"
 #include "register/arredores.h"
 #include "visual/janela_base.h"
 
@@ -46,9 +47,13 @@ private:
     void pedeSenha(qint16 indice);
     void selecao();
     void cadastro();
+    bool opensLigacoes(); ///< see Abertura::abre
+    void classWriteBegins();
+    void classWriteEnds();
     void desempenho();
 
     const Arredores mArredores;
+    Abertura mAbertura;
     std::vector<QPushButton *> mCmdAluno; ///< from 0: button 1 first
     QPushButton *mCmdFecha = nullptr;
     FrmSel *mFrmSel = nullptr;

@@ -52,7 +52,7 @@ void fAlunos::buildLayout()
     setFundo(u"fundo_cadastro"_s);
     setWindowTitle(u"Cadastros"_s);
     buildOpcoes();
-    mFrmSel = new FrmSel(mArredores, this);
+    mFrmSel = new FrmSel(mArredores, mAbertura, this);
     mFrmCadAluno = new FrmCadAluno(this);
     mFrmClasses = new FrmClasses(*mFrmCadAluno, this);
 }

@@ -32,16 +32,25 @@ void FrmCadAluno::connectEvents()
     clicked(mCmdCadClasses, &FrmCadAluno::pedeClasses);
 }
 
-// Kept: without a row to show, both searches have no value and leave the first pupil and the first class current. A
-// save that follows goes into those.
+// Kept: without a row to show, both searches have no value and leave the first pupil and the first class current.
+// What is on display is remembered for the writes, which must not go there.
 void FrmCadAluno::Atualiza_Aluno()
 {
+    mLigacao = variantText(gBD->Campo(u"CLxAL_Id"_s, kLigacoes));
     const QString aluno = variantText(gBD->Campo(u"AL_Cod"_s, kLigacoes));
     const QString nome = procura(u"AL_Cod= "_s + aluno, u"RsAlunos"_s, u"AL_Nome"_s);
+    mAluno = gBD->FimDeArquivo(u"RsAlunos"_s) ? QString() : aluno;
     const QString classe = variantText(gBD->Campo(u"CL_Cod"_s, kLigacoes));
     escolhe(*mCmbAluClasses, procura(u"CL_Cod= "_s + classe, u"rsClasses"_s, u"CL_Nome"_s));
-    mTxtAluno->setText(nome);
+    showText(*mTxtAluno, nome);
     mBarra.posicao->setText(textoPosicao(kLigacoes));
+    mBarra.setAdicionando(isAdding(u"rsAlunos"_s));
+}
+
+void FrmCadAluno::abre()
+{
+    mBarra.setAdicionando(isAdding(u"rsAlunos"_s));
+    show();
 }
 
 void FrmCadAluno::ligaClasses()
@@ -54,7 +63,8 @@ void FrmCadAluno::esvazia()
     gBD->Combo_Zera(*mCmbAluClasses);
     mTxtAluno->clear();
     mBarra.posicao->clear();
-    mBarra.setAdicionando(false);
+    mAluno.clear();
+    mLigacao.clear();
     hide();
 }
 
@@ -89,6 +99,8 @@ void FrmCadAluno::nova()
     gBD->RegistroAdiciona(u"rsAlunos"_s);
     mTxtAluno->setFocus();
     mBarra.setAdicionando(true);
+    mAluno.clear();
+    mLigacao.clear();
     mTxtAluno->clear();
     emit alunoNovo(); // this frame's own class box keeps the class last shown: the new pupil goes there
     mBarra.posicao->setText(u"Novo"_s);
@@ -97,9 +109,9 @@ void FrmCadAluno::nova()
 
 void FrmCadAluno::cancela()
 {
+    mTxtAluno->setFocus(); // the button that has it goes
     gBD->CancelaAdicao(u"RsAlunos"_s);
     Atualiza_Aluno();
-    mBarra.setAdicionando(false);
 }
 
 void FrmCadAluno::grava()
@@ -109,20 +121,37 @@ void FrmCadAluno::grava()
         return;
     }
     mBarra.setAdicionando(false);
+    // A pupil who was begun comes first, then the one on display; with nobody there a new one is meant.
+    if (!isAdding(u"rsAlunos"_s) && !goTo(u"AL_Cod"_s, mAluno, u"rsAlunos"_s) && mAluno.isEmpty())
+        gBD->RegistroAdiciona(u"rsAlunos"_s);
+    const bool novo = isAdding(u"rsAlunos"_s);
     gravaNome();
     // Kept: a pupil is found by name, so of two of one name the first gets the membership.
     const QString aluno = procura(u"AL_Nome='"_s + mTxtAluno->text() + u'\'', u"rsAlunos"_s, u"AL_Cod"_s);
-    const double numero = valorNumerico(aluno);
-    // Kept: only the rows that the filter lets through are looked at; a pupil of another class gets a second row.
-    const bool naClasse = !procura(u"AL_Cod= "_s + textoDecimal(numero), kLigacoes, 0).isEmpty();
+    if (!aluno.isEmpty()) // the name may not have been written
+        gravaClasse(aluno, novo);
+    Atualiza_Aluno();
+}
+
+void FrmCadAluno::gravaClasse(const QString &aluno, bool novo)
+{
+    const bool naClasse = findLigacao(aluno, novo);
     const bool comClasse = !mCmbAluClasses->currentText().isEmpty();
     if (naClasse && comClasse)
         gravaLigacao();
     else if (naClasse)
-        tiraDaClasse(aluno);
+        tiraDaClasse();
     else if (comClasse)
-        juntaAClasse(numero);
-    Atualiza_Aluno();
+        juntaAClasse(valorNumerico(aluno));
+}
+
+// Kept: only the rows that the filter lets through are looked at; a pupil of another class gets a second row.
+bool FrmCadAluno::findLigacao(const QString &aluno, bool novo)
+{
+    const bool onDisplay = !novo && aluno == mAluno;
+    if (onDisplay && goTo(u"CLxAL_Id"_s, mLigacao, kLigacoes)) // of a pupil's rows the one that shows
+        return true;
+    return !procura(u"AL_Cod= "_s + aluno, kLigacoes, 0).isEmpty();
 }
 
 void FrmCadAluno::gravaNome()
@@ -152,10 +181,8 @@ void FrmCadAluno::gravaLigacao()
     gBD->ReAtualizaRecordSet(kLigacoes);
 }
 
-void FrmCadAluno::tiraDaClasse(const QString &aluno)
+void FrmCadAluno::tiraDaClasse()
 {
-    if (procura(u"AL_Cod= "_s + aluno, kLigacoes, 0).isEmpty())
-        return;
     gBD->RegistroApaga(kLigacoes, kAfetaAtual, false);
     gBD->ReAtualizaRecordSet(kLigacoes);
 }
@@ -167,10 +194,11 @@ void FrmCadAluno::apaga()
     if (caixa({.texto = u"Deseja Apagar o Aluno ? "_s, .botoes = Botoes::SimNao}) == Resposta::Nao)
         return;
     gBD->TransacaoInicio();
+    const bool onDisplay = goTo(u"CLxAL_Id"_s, mLigacao, kLigacoes); // else the deletion tells that there is no row
     gBD->RegistroApaga(kLigacoes, kAfetaAtual, false);
     gBD->ReAtualizaRecordSet(kLigacoes);
     gBD->TransacaoFim();
-    if (!procura(u"AL_Nome= '"_s + mTxtAluno->text() + u'\'', u"RSAlunos"_s, 0).isEmpty())
+    if (onDisplay && !procura(u"AL_Nome= '"_s + mTxtAluno->text() + u'\'', u"RSAlunos"_s, 0).isEmpty())
         gBD->RegistroApaga(u"RsAlunos"_s, kAfetaAtual, false);
     gBD->ReAtualizaRecordSet(u"RsAlunos"_s);
     Atualiza_Aluno();

@@ -19,6 +19,7 @@ public:
 
     void Atualiza_Aluno(); ///< shows the pupil of the current row; moves rsAlunos and rsClasses to what it shows
     void ligaClasses(); ///< offers the classes as they are now
+    void abre(); ///< shows the frame
     void esvazia(); ///< as at first
 
 signals:
@@ -36,8 +37,10 @@ private:
     void cancela();
     void grava();
     void gravaNome();
+    void gravaClasse(const QString &aluno, bool novo); ///< membership of the pupil with that code
+    bool findLigacao(const QString &aluno, bool novo); ///< makes the pupil's row current
     void juntaAClasse(double aluno);
-    void tiraDaClasse(const QString &aluno);
+    void tiraDaClasse();
     void gravaLigacao(); ///< class and date of the current membership row
     void apaga();
 
@@ -45,6 +48,8 @@ private:
     QComboBox *mCmbAluClasses = nullptr;
     QPushButton *mCmdCadClasses = nullptr;
     Barra mBarra;
+    QString mAluno; ///< AL_Cod of the pupil on display; empty when there is none, as for a new one
+    QString mLigacao; ///< CLxAL_Id of the row on display; likewise
 };
 
 } // namespace quorel

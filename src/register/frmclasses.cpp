@@ -10,6 +10,7 @@
 
 #include <QLineEdit>
 #include <QPushButton>
+#include <QScopeGuard>
 
 namespace quorel {
 
@@ -34,10 +35,12 @@ void FrmClasses::connectEvents()
 
 void FrmClasses::Atualiza_Classe()
 {
-    mTxtNomeClasse->setText(variantText(gBD->Campo(u"CL_Nome"_s, kClasses)));
-    mTxtNomeProf->setText(variantText(gBD->Campo(u"CL_Prof"_s, kClasses)));
-    mTxtProfSenh->setText(variantText(gBD->Campo(u"CL_Senha"_s, kClasses)));
+    showText(*mTxtNomeClasse, variantText(gBD->Campo(u"CL_Nome"_s, kClasses)));
+    showText(*mTxtNomeProf, variantText(gBD->Campo(u"CL_Prof"_s, kClasses)));
+    showText(*mTxtProfSenh, variantText(gBD->Campo(u"CL_Senha"_s, kClasses)));
     mBarra.posicao->setText(textoPosicao());
+    mMostrada = variantText(gBD->Campo(u"CL_Cod"_s, kClasses));
+    mBarra.setAdicionando(isAdding(kClasses));
 }
 
 void FrmClasses::abreOuFecha()
@@ -52,7 +55,7 @@ void FrmClasses::esvazia()
 {
     for (QLineEdit *campo : {mTxtNomeClasse, mTxtNomeProf, mTxtProfSenh, mBarra.posicao})
         campo->clear();
-    mBarra.setAdicionando(false);
+    mMostrada.clear();
     hide();
 }
 
@@ -83,6 +86,7 @@ void FrmClasses::ant()
 void FrmClasses::novo()
 {
     gBD->RegistroAdiciona(kClasses);
+    mMostrada.clear();
     mTxtNomeClasse->clear();
     mTxtNomeClasse->setFocus();
     mTxtNomeProf->clear();
@@ -93,9 +97,9 @@ void FrmClasses::novo()
 
 void FrmClasses::cancela()
 {
+    mTxtNomeClasse->setFocus(); // the button that has it goes
     gBD->CancelaAdicao(kClasses);
     Atualiza_Classe();
-    mBarra.setAdicionando(false);
 }
 
 void FrmClasses::salvar()
@@ -104,26 +108,40 @@ void FrmClasses::salvar()
         caixa({.texto = u"Digite o nome da classe!"_s, .titulo = u"Cadastro de Classes"_s, .icone = Icone::Informacao});
         return;
     }
+    emit aboutToWrite();
     mBarra.setAdicionando(false);
-    gravaClasse();
+    const QString gravada = gravaClasse();
     mAlunos.ligaClasses();
     // Kept: the class just saved is found by its teacher, so a teacher of two classes lands on the first; a name with
     // an apostrophe is no criterion, which the search reports.
-    procura(u"CL_Prof='"_s + mTxtNomeProf->text() + u'\'', kClasses, 0);
+    if (procura(u"CL_Prof='"_s + mTxtNomeProf->text() + u'\'', kClasses, 0).isEmpty())
+        goTo(u"CL_Cod"_s, gravada.isEmpty() ? QString::number(gClasse) : gravada, kClasses);
     mAlunos.ligaClasses();
     Atualiza_Classe();
     tornaCorrente();
+    emit written();
 }
 
-void FrmClasses::gravaClasse()
+QString FrmClasses::gravaClasse()
 {
+    if (!isAdding(kClasses) && !goTo(u"CL_Cod"_s, mMostrada, kClasses) && mMostrada.isEmpty())
+        gBD->RegistroAdiciona(kClasses);
+    const bool nova = isAdding(kClasses);
+    const qint32 total = gBD->NumeroTotalDeRegistros(kClasses);
     gBD->TransacaoInicio();
     gBD->RegistroTroca(u"CL_Prof"_s, mTxtNomeProf->text(), kClasses, kTrocaTexto);
     gBD->RegistroTroca(u"CL_Nome"_s, mTxtNomeClasse->text(), kClasses, kTrocaTexto);
     gBD->RegistroTroca(u"CL_Senha"_s, mTxtProfSenh->text(), kClasses, kTrocaTexto);
     gBD->RegistroAtualiza(kClasses);
+    QString gravada = mMostrada;
+    if (nova) {
+        gBD->MoveParaFimDeArquivo(kClasses); // where a class just added stands; one that failed counts no more
+        const bool added = gBD->NumeroTotalDeRegistros(kClasses) == total;
+        gravada = added ? variantText(gBD->Campo(u"CL_Cod"_s, kClasses)) : QString();
+    }
     gBD->TransacaoFim();
     gBD->ReAtualizaRecordSet(kClasses);
+    return gravada;
 }
 
 void FrmClasses::tornaCorrente()
@@ -132,17 +150,32 @@ void FrmClasses::tornaCorrente()
     gBD->Filtro(QString(), ligacoes);
     gClasse = codigo(gBD->Campo(u"CL_COD"_s, kClasses));
     gBD->Filtro(u"CL_Cod = "_s + QString::number(gClasse), ligacoes);
-    // Kept: for a class without pupils this leaves the first class current while the saved one stays on display, and a
-    // second save writes over the first class.
-    mAlunos.Atualiza_Aluno();
+    mAlunos.Atualiza_Aluno(); // Kept: for a class without pupils this leaves the first class current
 }
 
-// Kept: what goes is the first class of the teacher on display, and only pupils that the filter lets through hold it.
+// Kept: what goes is the first class of the teacher on display. With no class on display there is nobody to find, and
+// the deletion tells so; a name that no search takes means the class on display.
+QString FrmClasses::findDoomed(QString &professor)
+{
+    if (mMostrada.isEmpty()) {
+        goTo(u"CL_Cod"_s, {}, kClasses);
+        return {};
+    }
+    const QString classe = procura(u"CL_Prof= '"_s + professor + u'\'', kClasses, 0);
+    const bool refused = classe.isEmpty() && !gBD->FimDeArquivo(kClasses);
+    if (!refused || !goTo(u"CL_Cod"_s, mMostrada, kClasses))
+        return classe;
+    professor = variantText(gBD->Campo(u"CL_Prof"_s, kClasses));
+    return mMostrada;
+}
+
+// Kept: only pupils that the filter lets through hold the class.
 void FrmClasses::excluir()
 {
-    const QString professor = mTxtNomeProf->text();
-    const QString classe = procura(u"CL_Prof= '"_s + professor + u'\'', kClasses, 0);
-    const qint32 numero = parteInteira(valorNumerico(classe));
+    emit aboutToWrite();
+    const auto done = qScopeGuard([this] { emit written(); });
+    QString professor = mTxtNomeProf->text();
+    const qint32 numero = parteInteira(valorNumerico(findDoomed(professor)));
     if (!procura(u"CL_Cod= "_s + QString::number(numero), u"RSCLXAL"_s, 0).isEmpty()) {
         caixa({.texto = u"Exclua primeiro os alunos relacionados a esse professor."_s, .icone = Icone::Informacao});
         return;

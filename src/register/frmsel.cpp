@@ -13,7 +13,6 @@
 
 #include <QComboBox>
 #include <QLineEdit>
-#include <QMouseEvent>
 #include <QPushButton>
 #include <QScopeGuard>
 #include <QSignalBlocker>
@@ -28,27 +27,25 @@ void FrmSel::connectEvents()
     mCmbClasse->installEventFilter(this);
     mCmbClasse->lineEdit()->installEventFilter(this);
     connect(mCmdSelecionar, &QPushButton::clicked, this, &FrmSel::seleciona);
+    watchAluno();
 }
 
-// A click on the box comes before the choice that it may lead to; a class without pupils then shuts the pupils' box.
-bool FrmSel::eventFilter(QObject *alvo, QEvent *event)
-{
-    if (event->type() == QEvent::MouseButtonPress && static_cast<QMouseEvent *>(event)->button() == Qt::LeftButton)
-        classeClick();
-    return Quadro::eventFilter(alvo, event);
-}
-
-void FrmSel::prepara()
+bool FrmSel::prepara()
 {
     const QString aluno = procura(u"AL_Cod="_s + QString::number(gAluno), u"RsAlunos"_s, u"AL_Nome"_s);
     mCmbAluno->setEditText(aluno); // Kept: the change of the class below empties it again
+    mCmbClasse->setEnabled(true);
+    return mostraClasse();
+}
+
+bool FrmSel::mostraClasse()
+{
     {
         const QSignalBlocker quiet(mCmbClasse);
         ligaClasses(*mCmbClasse, u"RsClasses"_s);
         escolhe(*mCmbClasse, procura(u"CL_Cod="_s + QString::number(gClasse), u"RsClasses"_s, u"CL_Nome"_s));
     }
-    classeChange(); // also for the same text as before: the pupils' rows may be another frame's by now
-    mCmbClasse->setEnabled(true);
+    return classeChange(); // also for the same text as before: the pupils' rows may be another frame's by now
 }
 
 void FrmSel::limpaClasse()
@@ -75,17 +72,21 @@ void FrmSel::holdPainting(bool hold)
 }
 
 // Kept: merely choosing a class, or typing in its box, makes it the current one.
-void FrmSel::classeChange()
+bool FrmSel::classeChange()
 {
     holdPainting(true); // reading the rows lets events through: the boxes are painted once, with the list that is read
     const auto paint = qScopeGuard([this] { holdPainting(false); });
     mCmbAluno->clearEditText();
     gBD->Combo_Zera(*mCmbAluno);
     gClasse = codigo(gBD->Combo_Cod(*mCmbClasse, u"RSClasses"_s));
-    gBD->Records_Set(consultas::alunosDaClasse(gClasse), u"RSCLxAL"_s, QString(), kCursorKeyset);
+    if (!mAbertura.abre(
+            [] { gBD->Records_Set(consultas::alunosDaClasse(gClasse), u"RSCLxAL"_s, QString(), kCursorKeyset); }))
+        return false;
     QString campo = u"AL_Nome"_s;
     gBD->Combo_Set(*mCmbAluno, u"RSCLxAL"_s, campo);
-    mCmbAluno->setEnabled(gBD->NumeroTotalDeRegistros() >= 1);
+    const qint32 alunos = gBD->NumeroTotalDeRegistros();
+    mCmbAluno->setEnabled(alunos >= 1);
+    return true;
 }
 
 void FrmSel::classeClick()
@@ -98,6 +99,8 @@ void FrmSel::classeClick()
 
 void FrmSel::seleciona()
 {
+    if (!settleAluno())
+        return;
     // Kept: a text that names no class gives the one that is current in the register.
     gClasse = codigo(gBD->Combo_Cod(*mCmbClasse, u"RsClasses"_s));
     if (!mCmbClasse->currentText().isEmpty() && gClasse >= 1) {

@@ -1,9 +1,11 @@
 #pragma once
 
+#include "register/abertura.h"
 #include "register/arredores.h"
 #include "register/quadro.h"
 
 class QComboBox;
+class QMouseEvent;
 class QPushButton;
 
 namespace quorel {
@@ -13,10 +15,11 @@ class FrmSel final : public Quadro
 {
     Q_OBJECT
 public:
-    /// @param arredores  outlives the frame
-    FrmSel(const Arredores &arredores, QWidget *parent);
+    /// @param arredores,abertura  outlive the frame
+    FrmSel(const Arredores &arredores, Abertura &abertura, QWidget *parent);
 
-    void prepara(); ///< shows the current class, and lists its pupils
+    bool prepara(); ///< shows the current class, and lists its pupils; see Abertura::abre
+    bool mostraClasse(); ///< the same, the pupil's name aside
     void limpaClasse(); ///< empties the class box; nothing is chosen by that
     void esvazia(); ///< as at first
 
@@ -26,17 +29,24 @@ protected:
 private:
     void buildLayout();
     void connectEvents();
-    void classeChange();
+    bool classeChange();
     void holdPainting(bool hold);
     void classeClick();
+    void watchAluno();
+    void alunoLeft(Qt::FocusReason reason);
+    bool pressBesideList(QWidget &lista, const QMouseEvent &event); ///< whether the press was taken
+    /// Keeps no text in the pupils' box that is no row. @return false when it was emptied, which has been told
+    bool settleAluno();
     void seleciona();
     void chooseAluno();
     void report();
 
     const Arredores &mArredores;
+    Abertura &mAbertura;
     QComboBox *mCmbClasse = nullptr;
     QComboBox *mCmbAluno = nullptr;
     QPushButton *mCmdSelecionar = nullptr;
+    bool mWaitsRelease = false; ///< a press left the pupils' box, and its button is still down
 };
 
 } // namespace quorel

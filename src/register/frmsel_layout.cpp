@@ -15,8 +15,8 @@ static constexpr LinhaLayout kLabel1{u"Label1", {180, 1410, 4290, 285}};
 static constexpr LinhaLayout kCmbAluno{u"CmbAluno", {180, 1710, 4290, 420}};
 static constexpr LinhaLayout kCmdSelecionar{u"CmdSelecionar", {2520, 2460, 1950, 540}};
 
-FrmSel::FrmSel(const Arredores &arredores, QWidget *parent)
-    : Quadro(kFrmSel, u"Selecionar Aluno"_s, parent), mArredores(arredores)
+FrmSel::FrmSel(const Arredores &arredores, Abertura &abertura, QWidget *parent)
+    : Quadro(kFrmSel, u"Selecionar Aluno"_s, parent), mArredores(arredores), mAbertura(abertura)
 {
     buildLayout();
     connectEvents();

@@ -75,7 +75,14 @@ QLineEdit *novoCampo(const LinhaLayout &linha, const QString &nome, QWidget *par
 {
     auto *campo = new QLineEdit(parent);
     names(*campo, linha, nome);
+    QObject::connect(campo, &QLineEdit::editingFinished, campo, [campo] { campo->setCursorPosition(0); });
     return campo;
+}
+
+void showText(QLineEdit &campo, const QString &texto)
+{
+    campo.setText(texto);
+    campo.setCursorPosition(0);
 }
 
 QComboBox *novoCombo(const LinhaLayout &linha, const QString &nome, QWidget *parent)
@@ -84,6 +91,9 @@ QComboBox *novoCombo(const LinhaLayout &linha, const QString &nome, QWidget *par
     names(*combo, linha, nome);
     combo->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon); // never measures all its rows
     LigacaoCombo::of(*combo); // before anybody hears of its changes
+    const auto home = [combo] { combo->lineEdit()->setCursorPosition(0); };
+    QObject::connect(combo, &QComboBox::activated, combo, home);
+    QObject::connect(combo->lineEdit(), &QLineEdit::editingFinished, combo, home);
     QPalette paleta;
     paleta.setColor(QPalette::AlternateBase, QColor::fromRgb(kCartao)); // the style draws the frame from Window
     combo->setPalette(paleta);

@@ -38,6 +38,8 @@ protected:
 QLabel *novoRotulo(const LinhaLayout &linha, const QString &texto, QWidget *dono, QWidget *parent);
 /// @param nome  for screen readers
 QLineEdit *novoCampo(const LinhaLayout &linha, const QString &nome, QWidget *parent);
+/// Puts a text into a field; one too long for it shows its beginning.
+void showText(QLineEdit &campo, const QString &texto);
 /// A combo that BD can bind, empty.
 QComboBox *novoCombo(const LinhaLayout &linha, const QString &nome, QWidget *parent);
 QPushButton *novoBotaoDeTexto(const LinhaLayout &linha, const QString &texto, QWidget *parent);

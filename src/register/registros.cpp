@@ -2,9 +2,11 @@
 
 #include "data/bd.h"
 #include "data/campos.h"
+#include "data/recordset.h"
 #include "startup/valor.h"
 
 #include <QComboBox>
+#include <QLineEdit>
 
 namespace quorel {
 
@@ -13,6 +15,20 @@ using namespace Qt::StringLiterals;
 QString procura(QString criterio, const QString &alias, const QVariant &campo)
 {
     return gBD->Pesquisa(criterio, alias, campo);
+}
+
+bool goTo(const QString &coluna, const QString &chave, const QString &alias)
+{
+    if (!chave.isEmpty() && !procura(coluna + u"= "_s + chave, alias, coluna).isEmpty())
+        return true;
+    gBD->MoveParaFimDeArquivo(alias);
+    gBD->MoveProximoRegistro(alias);
+    return false;
+}
+
+bool isAdding(const QString &alias)
+{
+    return gBD->GetRecordSet(alias)->EditMode() == kEdicaoInclusao;
 }
 
 qint32 codigo(const QVariant &valor)
@@ -30,6 +46,7 @@ void escolhe(QComboBox &combo, const QString &texto)
 {
     combo.clearEditText();
     combo.setEditText(texto);
+    combo.lineEdit()->setCursorPosition(0);
 }
 
 void avanca(const QString &alias)

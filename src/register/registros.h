@@ -14,6 +14,12 @@ namespace quorel {
 /// @return the field's text; empty for a miss, and for a criterion without a value (the first record is then current)
 QString procura(QString criterio, const QString &alias, const QVariant &campo);
 
+/// Makes the row with that key current; without a key, or when it is gone, no row. @return whether it is there
+bool goTo(const QString &coluna, const QString &chave, const QString &alias);
+
+/// Whether a record of the alias has been begun and neither saved nor cancelled.
+bool isAdding(const QString &alias);
+
 /// The code that a field or a combo gave; 0 for no value at all.
 qint32 codigo(const QVariant &valor);
 

@@ -115,15 +115,27 @@ void TstFrmCadAluno::saving_data()
             .passos = "CmdAulaFrente; CmdAulaInicio; CmbAluClasses:Down; CmbAluClasses?Turma B; CmdAulaGrava",
             .ligacoes = "1|2*, 2|1, 3|1, 4|2"});
     story("cancelled, the new pupil is dropped",
-        {.passos = "CmdAulaFrente; CmdAulaNova; TxtAluno=Eva; CmdAulaCancela; aluno?Bia, 2 / 3; CmdAulaCancela?não;"
-                   " CmdAulaApaga?sim; TxtAluno=Bianca; CmdAulaGrava",
+        {.passos = "CmdAulaFrente; CmdAulaNova; TxtAluno=Eva; CmdAulaCancela; aluno?Bia, 2 / 3; foco?TxtAluno;"
+                   " CmdAulaCancela?não; CmdAulaApaga?sim; TxtAluno=Bianca; CmdAulaGrava",
             .alunos = "1|Ari, 2|Bianca, 3|Caio, 4|Dora",
             .ligacoes = "1|1, 2|1*, 3|1, 4|2"});
-    story("in an empty class, without New, the first pupil is renamed",
-        {.classe = 3,
-            .passos = "TxtAluno=Zeca; CmdAulaGrava",
-            .alunos = "1|Zeca, 2|Bia, 3|Caio, 4|Dora",
-            .ligacoes = kLigacoes});
+    story("in an empty class a save begins a new pupil",
+        {.classe = 3, .passos = "TxtAluno=Zeca; CmdAulaGrava; aluno?, 0 / 0", .alunos = kAlunos + ", 10000|Zeca"});
+    story("with nobody on display, in a class with pupils, likewise",
+        {.passos = "CmdAulaNova; TxtAluno=Eva; CmbAluClasses=; CmdAulaGrava; aluno?, 0 / 3; TxtAluno=Zeca;"
+                   " CmbAluClasses=Turma A; CmdAulaGrava",
+            .alunos = kAlunos + ", 10000|Eva, 10001|Zeca",
+            .ligacoes = kLigacoes + ", 10001|1*"});
+    story("a link without a pupil begins a new one",
+        {.antes = "DELETE FROM AL_Alunos WHERE AL_Cod=2",
+            .passos = "CmdAulaFrente; aluno?, 2 / 3; TxtAluno=Zeca; CmdAulaGrava",
+            .alunos = "1|Ari, 3|Caio, 4|Dora, 10000|Zeca",
+            .ligacoes = kLigacoes + ", 10000|1*"});
+    story("of a pupil's two rows the one on display is changed",
+        {.antes = "INSERT INTO CLxAL (AL_Cod, CL_Cod) VALUES (1, 3)",
+            .classe = 9999,
+            .passos = "CmdAulaUltimo; CmdAulaVolta; aluno?Ari, 5 / 6; CmbAluClasses?Turma C; CmdAulaGrava",
+            .ligacoes = kLigacoes + ", 1|3*"});
 }
 
 void TstFrmCadAluno::deleting_data()
@@ -142,6 +154,19 @@ void TstFrmCadAluno::deleting_data()
             .alunos = "2|Bia, 3|Ari, 4|Dora",
             .ligacoes = "1|1, 2|1, 4|2",
             .caixas = pergunta});
+    story("with nobody on display nobody goes by the name in the box",
+        {.classe = 3,
+            .passos = "TxtAluno=Ari; CmdAulaApaga",
+            .caixas = {pergunta.front(), relato("RSCLxAL - RegistroApaga")}});
+    story("a guard that looked at another row leaves the one on display",
+        {.classe = 9999,
+            .passos = "CmdAulaUltimo; CmdAulaVolta; aluno?Dora, 4 / 5; cmdCadClasses; CmdProfProx; CmdProfExcluir;"
+                      " CmdAulaApaga",
+            .alunos = "1|Ari, 2|Bia, 3|Caio",
+            .ligacoes = "1|1, 2|1, 3|1",
+            .caixas = {
+                {.texto = "Exclua primeiro os alunos relacionados a esse professor.", .icone = Icone::Informacao},
+                pergunta.front()}});
     story("the generic pupil can go",
         {.classe = 9999, .passos = "CmdAulaUltimo; CmdAulaApaga; aluno?Ari, 1 / 4", .caixas = pergunta});
 }
@@ -163,9 +188,9 @@ void TstFrmCadAluno::newPupilAndOtherButtons_data()
     after("classes browsed: the class shown stays", "cmdCadClasses; CmdProfUlt; aluno?Eva, Novo");
     after("a new class begun and cancelled", "cmdCadClasses; CmdProfNovo; CmdProfCancela; aluno?Eva, Novo");
     after("New again: begins anew", "CmdAulaNova; aluno?, Novo; TxtAluno=Eva");
-    after("the register again", "CmdAluno(3); aluno?Dora, 1 / 1");
+    after("the register again", "CmdAluno(3); CmdAulaCancela?sim; CmdAulaApaga?não; aluno?Dora, 1 / 1");
     after("selection and register", "CmdAluno(2); CmdAluno(3); aluno?Dora, 1 / 1");
-    after("window closed and opened", "CmdFecha; CmdAluno(3); aluno?Dora, 1 / 1");
+    after("window closed and opened", "CmdFecha; CmdAluno(3); CmdAulaCancela?sim; CmdAulaApaga?não; aluno?Dora, 1 / 1");
     after("the class saved", "cmdCadClasses; CmdProfProx; CmdProfProx; CmdProfSalvar; aluno?Dora, 1 / 1");
     story("browsing",
         {.passos = "CmdAulaNova; TxtAluno=Eva; CmdAulaFrente; aluno?Bia, 2 / 3; CmdAulaCancela?sim; CmdAulaGrava",

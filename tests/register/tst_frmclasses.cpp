@@ -55,9 +55,23 @@ void TstFrmClasses::saving_data()
         {.passos = "CmdProfNovo; classe?, Novo; TxtNomeProf?; TxtProfSenh?; foco?TxtNomeClasse; CmdProfCancela?sim;"
                    " CmdProfExcluir?não; TxtNomeClasse=Turma D; CmdProfSalvar; CmdProfCancela?não; CmdProfExcluir?sim",
             .classes = kClasses + ", 10000|Turma D||"});
-    story("a second save of a new, empty class writes over the first class",
-        {.passos = kNova + "CmdProfSalvar; CmdProfSalvar",
-            .classes = kA + kB + kC + "9999|Turma D|Davi Sá|Uva, 10000|Turma D|Davi Sá|Uva"});
+    story("a new, empty class saved twice stays one",
+        {.passos = kNova + "CmdProfSalvar; CmdProfSalvar; corrente?10000",
+            .classes = kClasses + ", 10000|Turma D|Davi Sá|Uva"});
+    story("the class on display is saved, the pupil's being current",
+        {.passos = "CmdAluno(3); classe?Genérica, 1 / 4; TxtProfSenh=kiwi; CmdProfSalvar",
+            .classes = kA + kB + kC + "9999|Genérica|Genérica|kiwi"});
+    story("with no class left a save begins one",
+        {.antes = "DELETE FROM CL_Classes",
+            .passos = "CmdProfExcluir; classe?, 0 / 0; CmdProfExcluir; TxtNomeClasse=Turma D; CmdProfSalvar",
+            .classes = "10000|Turma D||",
+            .caixas = {{.texto = "Deseja Apagar o Professor(a) Genérica ?", .botoes = Botoes::OkCancela},
+                {.texto = "Deseja Apagar o Professor(a)  ?", .botoes = Botoes::OkCancela},
+                relato("RsClasses - RegistroApaga")}});
+    story("over the selection, the class saved is current there, with its pupils",
+        {.passos = "CmdProfProx; CmdProfProx; CmdAluno(2); TxtProfSenh=kiwi; CmdProfSalvar; CmbClasse?Turma B;"
+                   " corrente?2; CmbAluno=Dora; corrente?2",
+            .classes = kA + "2|Turma B|Beto Reis|kiwi, " + kC + kGenerica});
     story("saved twice in a row, and at most eight characters of the password",
         {.passos = "CmdProfProx; CmdProfProx; TxtProfSenh=jabuticaba; CmdProfSalvar; CmdProfSalvar; corrente?2;"
                    " aluno?Dora, 1 / 1",
@@ -68,9 +82,14 @@ void TstFrmClasses::saving_data()
                 "CmdProfUlt; TxtProfSenh=kiwi; CmdProfSalvar; classe?Turma A, 2 / 4; corrente?1; aluno?Ari, 1 / 3",
             .classes = kA + kB + "3|Turma C|Ana Lima|kiwi, " + kGenerica});
     story("an apostrophe in the teacher's name is saved, and its search fails",
-        {.passos = "CmdProfProx; CmdProfProx; TxtNomeProf=Beto d'Ávila; CmdProfSalvar; classe?Genérica, 1 / 4;"
-                   " corrente?9999",
+        {.passos = "CmdProfProx; CmdProfProx; TxtNomeProf=Beto d'Ávila; CmdProfSalvar; classe?Turma B, 3 / 4;"
+                   " corrente?2; aluno?Dora, 1 / 1",
             .classes = kA + "2|Turma B|Beto d'Ávila|Caju, " + kC + kGenerica,
+            .caixas = {relato("RsClasses - Pesquisa")}});
+    story("a new class of such a teacher is the current one",
+        {.passos = "CmdProfNovo; TxtNomeClasse=Turma D; TxtNomeProf=Sant'Ana; CmdProfSalvar; classe?Turma D, 5 / 5;"
+                   " corrente?10000",
+            .classes = kClasses + ", 10000|Turma D|Sant'Ana|",
             .caixas = {relato("RsClasses - Pesquisa")}});
     story("an empty name is told, and the class stays pending",
         {.passos = "CmdProfNovo; TxtNomeProf=Davi Sá; CmdProfSalvar; CmdProfCancela?sim; TxtNomeClasse=Turma D;"
@@ -79,7 +98,7 @@ void TstFrmClasses::saving_data()
             .caixas = {{"Digite o nome da classe!", "Cadastro de Classes", Icone::Informacao}}});
     story("cancelled, the new class is dropped",
         {.passos = "CmdProfProx; CmdProfProx; " + kNova
-                + "CmdProfCancela; classe?Turma B, 3 / 4; CmdProfCancela?não; CmdProfExcluir?sim"});
+                + "CmdProfCancela; classe?Turma B, 3 / 4; foco?TxtNomeClasse; CmdProfCancela?não; CmdProfExcluir?sim"});
 }
 
 void TstFrmClasses::deleting_data()
@@ -107,16 +126,24 @@ void TstFrmClasses::deleting_data()
     story("a name that nobody has leaves nothing to delete",
         {.passos = turmaB + "TxtNomeProf=Beto; CmdProfExcluir; classe?Genérica, 1 / 4",
             .caixas = {pergunta("Beto"), relato("RsClasses - RegistroApaga")}});
-    story("a name with an apostrophe fails the search: the first class goes",
-        {.antes = "UPDATE CL_Classes SET CL_Prof='Beto d''Ávila' WHERE CL_Cod=2",
+    const QString apostrofo = u"UPDATE CL_Classes SET CL_Prof='Beto d''Ávila' WHERE CL_Cod=2"_s;
+    story("a name with an apostrophe fails the search: the class on display goes",
+        {.antes = apostrofo,
             .passos = turmaB + "CmdProfExcluir",
-            .classes = (kA + "2|Turma B|Beto d'Ávila|Caju, " + kC).chopped(2),
-            .caixas = {relato("RsClasses - Pesquisa"), pergunta("Beto d'Ávila")}});
-    story("over the selection, whose rows have no class, no pupil is found",
-        {.classe = 2,
-            .passos = turmaB + "CmdAluno(2); CmdProfExcluir",
             .classes = kA + kC + kGenerica,
-            .caixas = {relato("RSCLXAL - Pesquisa"), pergunta("Beto Reis")}});
+            .caixas = {relato("RsClasses - Pesquisa"), pergunta("Beto d'Ávila")}});
+    story("typed over another teacher's, it is that one who is asked about",
+        {.passos = turmaB + "TxtNomeProf=d'Ávila; CmdProfExcluir",
+            .classes = kA + kC + kGenerica,
+            .caixas = {relato("RsClasses - Pesquisa"), pergunta("Beto Reis")}});
+    story("and whose pupils hold the class",
+        {.antes = apostrofo,
+            .classe = 2,
+            .passos = turmaB + "CmdProfExcluir",
+            .classes = kA + "2|Turma B|Beto d'Ávila|Caju, " + kC + kGenerica,
+            .caixas = {relato("RsClasses - Pesquisa"), comAlunos}});
+    story("over the selection, pupils hold the class as they do in the register",
+        {.classe = 2, .passos = turmaB + "CmdAluno(2); CmdProfExcluir; CmbAluno=Dora", .caixas = {comAlunos}});
 }
 
 // A class begun and not saved stays pending behind whatever the windows show, and the next save goes into it.
@@ -141,7 +168,9 @@ void TstFrmClasses::newClassAndOtherButtons_data()
     after("first: likewise", "CmdProfPrim; classe?Genérica, 1 / 5", generica, "9999");
     after("frame closed and opened", "cmdCadClasses; cmdCadClasses; classe?Genérica, 1 / 5", generica, "9999");
     after("selection and register", "CmdAluno(2); CmdAluno(3); classe?Genérica, 1 / 5", generica, "9999");
-    after("window closed and opened", "CmdFecha; CmdAluno(3); cmdCadClasses; classe?Genérica, 1 / 5", generica, "9999");
+    after("window closed and opened",
+        "CmdFecha; CmdAluno(3); cmdCadClasses; CmdProfCancela?sim; CmdProfExcluir?não; classe?Genérica, 1 / 5",
+        generica, "9999");
     // One mark serves both registers: the fourth pupil's, by name, leads to the fourth class.
     story("cancelled after a new pupil was begun",
         {.classe = 2,
