@@ -1,5 +1,7 @@
 #include "licao/aparencia.h"
 
+#include "licao/typesize.h"
+
 #include <QApplication>
 #include <QFont>
 #include <QPalette>
@@ -28,7 +30,8 @@ void vesteAplicacao(QApplication &app)
     app.setQuitOnLastWindowClosed(false);
 }
 
-/// The sheet, with %1 the program's colour, %2 paper, %3 text, %4 border, %5 focus, %6 size of a button's type.
+/// The sheet, with %1 the program's colour, %2 paper, %3 text, %4 border, %5 focus, %6 size of a button's type, %7 of
+/// an answer's.
 static constexpr char16_t kFolha[] = uR"(
 QPushButton { background: %2; color: %1; border: 2px solid %1; border-radius: 10px; padding: 8px 18px;
               font-size: %6px; font-weight: 600; min-height: 28px; }
@@ -37,7 +40,8 @@ QPushButton[principal="true"] { background: %1; color: white; }
 QPushButton:focus { border: 3px solid %5; padding: 7px 17px; }
 QPushButton[principal="true"]:focus { border: 3px solid %5; }
 QPushButton:disabled { background: #E5E9EE; color: #5B6673; border: 2px solid #B5BDC7; }
-QLineEdit { background: %2; color: %3; border: 2px solid %4; border-radius: 8px; padding: 8px; font-size: 26px; }
+QPushButton[ferramenta="true"] { padding: 0; min-height: 0; border-radius: 8px; font-size: 18px; }
+QLineEdit { background: %2; color: %3; border: 2px solid %4; border-radius: 8px; padding: 8px; font-size: %7px; }
 QLineEdit:focus { border: 3px solid %5; padding: 7px; }
 QScrollArea { background: transparent; border: none; }
 )";
@@ -48,7 +52,8 @@ QString folhaDeEstilo(Programa programa)
     return QString::fromUtf16(kFolha)
         .arg(name(carater(programa).cor), name(cores::kPapel), name(cores::kTexto), name(cores::kBorda),
             name(cores::kFoco))
-        .arg(kLetraBotao);
+        .arg(typePixels(kLetraBotao))
+        .arg(typePixels(kLetraResposta));
 }
 
 QString quebravel(const QString &texto)

@@ -23,6 +23,7 @@ inline constexpr QRgb kFundoErrado = 0xFFFDE9D9;
 /// Sizes of type in pixels.
 inline constexpr int kLetraBotao = 18;
 inline constexpr int kLetraTexto = 22;
+inline constexpr int kLetraResposta = 26;
 inline constexpr int kLetraTitulo = 27;
 
 /// Gives the application the player's own palette, style and type, whatever the desktop has.

@@ -1,6 +1,7 @@
 #include "licao/cartao.h"
 
 #include "licao/aparencia.h"
+#include "licao/typesize.h"
 
 #include <QEvent>
 #include <QPainter>
@@ -49,9 +50,7 @@ Cartao::Cartao(int numero, const QString &texto, const QPixmap &figura, QRgb cor
     setCheckable(true);
     setFocusPolicy(Qt::StrongFocus);
     setCursor(Qt::PointingHandCursor);
-    QFont type = font();
-    type.setPixelSize(kLetra);
-    setFont(type);
+    setType(*this, kLetra, false);
     QSizePolicy policy(QSizePolicy::Expanding, QSizePolicy::Minimum);
     policy.setHeightForWidth(true);
     setSizePolicy(policy);

@@ -2,6 +2,7 @@
 
 #include "licao/aparencia.h"
 #include "licao/cartao.h"
+#include "licao/typesize.h"
 
 #include <QAccessible>
 #include <QHBoxLayout>
@@ -25,10 +26,7 @@ static QLabel *plainLabel(QWidget *parent, int letra, bool negrito, QRgb cor)
     auto *label = new QLabel(parent);
     label->setTextFormat(Qt::PlainText);
     label->setWordWrap(true);
-    QFont font = label->font();
-    font.setPixelSize(letra);
-    font.setBold(negrito);
-    label->setFont(font);
+    setType(*label, letra, negrito);
     QPalette palette = label->palette();
     palette.setColor(QPalette::WindowText, QColor::fromRgb(cor));
     label->setPalette(palette);
@@ -48,6 +46,7 @@ Faixa::Faixa(Programa programa, QWidget *parent)
     row->setContentsMargins(kSinal + 2 * kMargem, 4, kMargem, 4);
     row->addWidget(mTitulo, 1);
     row->addWidget(mLado);
+    row->setSpacing(kMargem);
 }
 
 void Faixa::mostra(const QString &titulo, const QString &lado)
@@ -55,6 +54,11 @@ void Faixa::mostra(const QString &titulo, const QString &lado)
     const QString nome = carater(mPrograma).nome.toString();
     mTitulo->setText(quebravel(titulo.isEmpty() ? nome : titulo.simplified().left(kMaxTitulo)));
     mLado->setText(lado.isEmpty() && !titulo.isEmpty() ? nome : lado);
+}
+
+void Faixa::addTools(QWidget *tools)
+{
+    layout()->addWidget(tools);
 }
 
 void Faixa::paintEvent(QPaintEvent *)

@@ -19,6 +19,8 @@ public:
     /// @param lado    small text at the right; may be empty
     void mostra(const QString &titulo, const QString &lado);
 
+    void addTools(QWidget *tools); ///< at the right end
+
 protected:
     void paintEvent(QPaintEvent *event) override;
 

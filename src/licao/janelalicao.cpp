@@ -5,7 +5,9 @@
 #include "licao/editor.h"
 #include "licao/faixa.h"
 #include "licao/pagina.h"
+#include "licao/reading.h"
 #include "platform/som.h"
+#include "platform/speech.h"
 
 #include <QCloseEvent>
 #include <QKeyEvent>
@@ -37,16 +39,22 @@ static LicaoRec textOnly(const QString &titulo, const QString &texto)
     return licao;
 }
 
-JanelaLicao::JanelaLicao(Programa programa, Midia midia) : mPrograma(programa), mMidia(std::move(midia))
+JanelaLicao::JanelaLicao(Programa programa, Midia midia, Preferences preferences)
+    : mPrograma(programa), mMidia(std::move(midia)), mPreferences(preferences),
+      mReading(new Reading(mMidia, Speech::instance(), this))
 {
     buildLayout();
     connectEvents();
+    connectTools();
     mostraAviso({}, {}, false);
 }
 
 void JanelaLicao::mostraLicao(const LicaoRec &licao, LugarRec lugar)
 {
     begin(Modo::Licao, licao, lugar);
+    if (mPreferences.fullScreen)
+        switchFullScreen(true);
+    Speech::instance().prepare(); // the loudspeaker shows when a voice is found
 }
 
 void JanelaLicao::mostraAviso(const QString &titulo, const QString &texto, bool comProxima)
@@ -109,6 +117,17 @@ std::span<const PecaRec> JanelaLicao::piecesOfPage() const
     return paged() ? all.subspan(size_t(mPagina), 1) : all;
 }
 
+std::vector<PecaRec> JanelaLicao::shownPieces() const
+{
+    const auto pieces = piecesOfPage();
+    std::vector<PecaRec> shown(pieces.begin(), pieces.end());
+    for (PecaRec &each : shown) {
+        each.Titulo = shownText(each.Titulo, mPreferences.capitals);
+        each.Texto = shownText(each.Texto, mPreferences.capitals);
+    }
+    return shown;
+}
+
 /// Whether a picture and the options written beside it share the width: below it they would be out of sight.
 bool JanelaLicao::sideBySide() const
 {
@@ -126,7 +145,7 @@ QWidget *JanelaLicao::buildContent(bool estreita)
     mExercicio =
         lastPage() && temResposta(mLicao) ? criaExercicio(mLicao, mMidia, carater(mPrograma).cor, content) : nullptr;
     const bool beside = mExercicio && !estreita && sideBySide();
-    mFolha = new Pagina(piecesOfPage(), mMidia, true, estreita || beside, content);
+    mFolha = new Pagina(shownPieces(), mMidia, true, estreita || beside, content);
     auto *parts = new QBoxLayout(beside ? QBoxLayout::LeftToRight : QBoxLayout::TopToBottom);
     parts->setSpacing(18);
     parts->addWidget(mFolha, beside ? 1 : 0);
@@ -141,7 +160,7 @@ QWidget *JanelaLicao::buildContent(bool estreita)
 
 void JanelaLicao::showPage()
 {
-    stopSound();
+    stopReading();
     if (QWidget *old = mRolagem->takeWidget()) {
         old->hide();
         old->deleteLater(); // a key pressed in it may have led here
@@ -151,13 +170,15 @@ void JanelaLicao::showPage()
     mRolagem->setWidget(content);
     mRolagem->setVisible(!mFolha->vazia() || mExercicio || (!mCalculadora && !hasEditor()));
     const int pages = paged() ? int(mLicao.Pecas.size()) : 1;
-    mFaixa->mostra(
-        piecesOfPage().front().Titulo, pages > 1 ? u"Página %1 de %2"_s.arg(mPagina + 1).arg(pages) : QString());
+    mFaixa->mostra(shownText(piecesOfPage().front().Titulo, mPreferences.capitals),
+        pages > 1 ? u"Página %1 de %2"_s.arg(mPagina + 1).arg(pages) : QString());
     if (mExercicio)
         mRetorno->pede(mExercicio->pedido());
     else
         mRetorno->cala();
     mRetorno->setVisible(temResposta(mLicao));
+    mReading->setPage(mModo == Modo::Licao ? mLicao : LicaoRec{},
+        mModo == Modo::Licao ? piecesOfPage() : std::span<const PecaRec>{}, mPagina, mExercicio != nullptr);
     updateButtons();
     focusFirst();
     if (mPagina > mOuvida) {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "licao/exercicio.h"
+#include "licao/preferences.h"
 #include "licao/programa.h"
 
 #include <span>
@@ -15,6 +16,8 @@ class Calculadora;
 class Editor;
 class Faixa;
 class Pagina;
+class Reading;
+class ReadingTools;
 class Retorno;
 
 /// Where a lesson stands in its Roteiro.
@@ -30,7 +33,7 @@ class JanelaLicao final : public QWidget
 {
     Q_OBJECT
 public:
-    JanelaLicao(Programa programa, Midia midia);
+    JanelaLicao(Programa programa, Midia midia, Preferences preferences = {});
 
     /// Shows a lesson from its first page, in the place of what stood there.
     void mostraLicao(const LicaoRec &licao, LugarRec lugar);
@@ -46,6 +49,8 @@ public:
 
     /// Whether a page's sound is played as the page comes, and not only by its button. Yes at first.
     void setSomSozinho(bool sozinho) { mSomSozinho = sozinho; }
+
+    void stopReading(); ///< nothing sounds any more
 
     QWidget *interna() const { return mMiolo; } ///< the inner window
 
@@ -64,6 +69,9 @@ private:
     void buildLayout();
     QHBoxLayout *buildButtons();
     void connectEvents();
+    void connectTools();
+    void resizeType(int size);
+    void switchFullScreen(bool on);
 
     void begin(Modo modo, LicaoRec licao, LugarRec lugar);
     void showPage();
@@ -77,6 +85,7 @@ private:
     void check();
     void answerChanged();
     std::span<const PecaRec> piecesOfPage() const;
+    std::vector<PecaRec> shownPieces() const; // as the preferences want them
     bool paged() const;
     bool lastPage() const;
     bool unchecked() const; // an answer stands there that was not checked yet
@@ -84,6 +93,7 @@ private:
 
     Programa mPrograma;
     Midia mMidia;
+    Preferences mPreferences;
     Modo mModo = Modo::Aviso;
     bool mAvisoProxima = false;
     LicaoRec mLicao;
@@ -97,7 +107,9 @@ private:
     Exercicio *mExercicio = nullptr; // part of the content; null on pages without one
     Pagina *mFolha = nullptr; // likewise
 
-    Faixa *mFaixa = nullptr; // children, from buildLayout() on
+    Reading *mReading; // children
+    ReadingTools *mTools = nullptr; // likewise, from buildLayout() on
+    Faixa *mFaixa = nullptr;
     QWidget *mMiolo = nullptr;
     QScrollArea *mRolagem = nullptr;
     QHBoxLayout *mColunas = nullptr;

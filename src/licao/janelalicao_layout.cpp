@@ -5,6 +5,7 @@
 #include "licao/digitacao.h"
 #include "licao/editor.h"
 #include "licao/faixa.h"
+#include "licao/readingtools.h"
 
 #include <QPainter>
 #include <QPushButton>
@@ -59,6 +60,8 @@ void JanelaLicao::buildLayout()
     resize(kTamanho.boundedTo(screen()->availableSize() - kMoldura));
 
     mFaixa = new Faixa(mPrograma, this);
+    mTools = new ReadingTools(carater(mPrograma).cor, mFaixa);
+    mFaixa->addTools(mTools);
     mMiolo = new Miolo(this);
     mMiolo->setMinimumSize(kMinimo.width() / 2, kMinimo.height() / 2);
     mRolagem = new QScrollArea(mMiolo);

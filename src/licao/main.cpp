@@ -46,7 +46,8 @@ int main(int argc, char **argv)
     Aplicacao app(argc, argv, inheritedZoom());
     vesteAplicacao(app);
     const CaraterRec &qual = carater(programa);
-    JanelaLicao janela(programa, midiaDaConfiguracao(parametros.Cfg));
+    const Midia midia = midiaDaConfiguracao(parametros.Cfg);
+    JanelaLicao janela(programa, midia, preferencesOfConfiguration());
     Filho filho(qual.titulo.toString(), &janela, {qual.interna.toString(), janela.interna()});
     Sessao sessao(filho, janela);
     QObject::connect(&sessao, &Sessao::fim, &app, [] { encerraPrograma(); });

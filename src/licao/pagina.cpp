@@ -1,10 +1,11 @@
 #include "licao/pagina.h"
 
 #include "licao/aparencia.h"
+#include "licao/readingtools.h"
+#include "licao/typesize.h"
 #include "platform/som.h"
 
 #include <QLabel>
-#include <QPainter>
 #include <QPixmap>
 #include <QPushButton>
 #include <QVBoxLayout>
@@ -25,34 +26,18 @@ static QLabel *textLabel(const QString &texto, int letra, bool negrito, QWidget 
     label->setWordWrap(true);
     label->setText(quebravel(texto.size() > kMaxTexto ? texto.first(kMaxTexto) + u'…' : texto));
     label->setAlignment(Qt::AlignTop | Qt::AlignLeft);
-    QFont font = label->font();
-    font.setPixelSize(letra);
-    font.setBold(negrito);
-    label->setFont(font);
+    setType(*label, letra, negrito);
     return label;
-}
-
-static QIcon speaker(QRgb cor)
-{
-    QPixmap pixmap(kLadoIcone, kLadoIcone);
-    pixmap.fill(Qt::transparent);
-    QPainter painter(&pixmap);
-    painter.setRenderHint(QPainter::Antialiasing);
-    painter.setPen(Qt::NoPen);
-    painter.setBrush(QColor::fromRgb(cor));
-    painter.drawPolygon(QPolygonF{{2, 9}, {7, 9}, {13, 3}, {13, 21}, {7, 15}, {2, 15}});
-    painter.setPen(QPen(QColor::fromRgb(cor), 2));
-    painter.setBrush(Qt::NoBrush);
-    for (const int radius : {4, 8})
-        painter.drawArc(QRect(13 - radius, 12 - radius, 2 * radius, 2 * radius), -60 * 16, 120 * 16);
-    return QIcon(pixmap);
 }
 
 static QLabel *figureLabel(const QPixmap &figura, const QString &nome, QWidget *parent)
 {
     auto *label = new QLabel(parent);
     const QSize size = figura.size().scaled(kMaxFigura, Qt::KeepAspectRatio).boundedTo(figura.size() * kMaxAumento);
-    label->setPixmap(figura.scaled(size, Qt::KeepAspectRatio, Qt::SmoothTransformation));
+    const double dense = parent->devicePixelRatioF(); // drawn larger, it is scaled from its own pixels once
+    QPixmap shown = figura.scaled(size * dense, Qt::KeepAspectRatio, Qt::SmoothTransformation);
+    shown.setDevicePixelRatio(dense);
+    label->setPixmap(shown);
     label->setAccessibleName(u"Figura "_s + nome);
     label->setAlignment(Qt::AlignTop | Qt::AlignHCenter);
     return label;
@@ -100,7 +85,7 @@ void Pagina::addSound(const QString &path, QBoxLayout &column)
 {
     if (mSom.isEmpty())
         mSom = path;
-    auto *button = new QPushButton(speaker(cores::kTexto), u"Ouvir"_s, this);
+    auto *button = new QPushButton(loudspeaker(cores::kTexto, kLadoIcone), u"Ouvir"_s, this);
     button->setObjectName(u"CmdOuvir"_s);
     button->setIconSize({kLadoIcone, kLadoIcone});
     button->setAutoDefault(true);

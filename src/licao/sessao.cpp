@@ -1,7 +1,5 @@
 #include "licao/sessao.h"
 
-#include "platform/som.h"
-
 #include <QWindow>
 
 #include <utility>
@@ -76,7 +74,7 @@ bool Sessao::closedMeanwhile()
 
 QString Sessao::takeAnswer()
 {
-    stopSound();
+    mJanela.stopReading();
     const bool mine = std::exchange(mEmLicao, false);
     return mine ? mJanela.resposta() : QString();
 }
@@ -84,7 +82,7 @@ QString Sessao::takeAnswer()
 void Sessao::hide()
 {
     mEmLicao = false;
-    stopSound();
+    mJanela.stopReading();
     const QPoint place = mJanela.pos();
     mJanela.hide();
     // Or a window manager looks for another place at each lesson. A move() to where the widget is would not tell it.
