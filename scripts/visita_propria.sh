@@ -14,7 +14,7 @@ conta_falha() {
     kill -0 "${quorel:-}" 2>/dev/null || echo "  o programa não está mais aí"
 }
 
-export XDG_RUNTIME_DIR=$casa/run HOME=$casa QT_QPA_PLATFORM=xcb
+export XDG_RUNTIME_DIR=$casa/run HOME=$casa QT_QPA_PLATFORM=xcb SPEECHD_ADDRESS=unix_socket:$casa/voz # no voice
 unset WAYLAND_DISPLAY QT_SCALE_FACTOR
 mkdir -m 700 "$XDG_RUNTIME_DIR"
 cp -a "$raiz/instalacao/windows" "$casa/windows"

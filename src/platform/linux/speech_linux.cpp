@@ -35,6 +35,16 @@ static QString socketPath()
     return QStandardPaths::writableLocation(QStandardPaths::RuntimeLocation) + u"/speech-dispatcher/speechd.sock"_s;
 }
 
+static bool startServer()
+{
+    QProcess server;
+    server.setProgram(u"speech-dispatcher"_s);
+    server.setArguments({u"--spawn"_s});
+    server.setStandardOutputFile(QProcess::nullDevice());
+    server.setStandardErrorFile(QProcess::nullDevice());
+    return server.startDetached();
+}
+
 /// Connected without waiting; nothing when nobody listens there.
 static bus::UnixFd connected(const QString &path)
 {
@@ -114,7 +124,7 @@ void Speech::Engine::System::look()
         return begin(std::move(socket));
     const bool ours = !qEnvironmentVariableIsSet("SPEECHD_ADDRESS");
     const bool first = mLooks == kStartLooks;
-    if (--mLooks <= 0 || !ours || (first && !QProcess::startDetached(u"speech-dispatcher"_s, {u"--spawn"_s})))
+    if (--mLooks <= 0 || !ours || (first && !startServer()))
         return lose();
     mStep = Step::Starting;
     mLimit.start(kStartPause);
