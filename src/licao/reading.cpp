@@ -48,7 +48,7 @@ void Reading::setPage(const LicaoRec &licao, std::span<const PecaRec> pieces, in
         texts << piece.Titulo << piece.Texto;
     texts.removeAll(QString());
     const auto recording = [&](int number) {
-        if (licao.Codigo.isEmpty())
+        if (licao.Codigo.isEmpty() || !mMidia.som)
             return QString();
         return mMidia.som(u'V' + licao.Codigo + (number > 0 ? u"_%1"_s.arg(number) : QString()));
     };
