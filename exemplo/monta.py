@@ -1,34 +1,59 @@
 #!/usr/bin/env python3
-"""Lays out the sample installation: monta.py [--licao PROGRAMA] DESTINO
+"""Lays out the sample installation, but for its blocks and its register: monta.py [--licao PROGRAMA] DESTINO
 
-DESTINO/windows becomes the directory that QUOREL_WINDIR is set to. What the shell or a teacher left there (register,
-configuration, chosen list) stays; everything that comes from the sources is written anew when it differs.
+DESTINO/windows becomes the directory that QUOREL_WINDIR is set to. Only what an earlier run made is replaced or taken
+away; whatever the shell, a teacher or another program left there, or changed, stays. DESTINO/feito.json remembers what
+was made.
 """
 
 import argparse
+import hashlib
+import json
 import shutil
 import sys
 from pathlib import Path
 
 import ajuda
-import blocos
 
 AQUI = Path(__file__).resolve().parent
 PROGRAMAS = ("Zeto.exe", "Desenho.exe", "Desenhos.exe", "Vrel.exe", "Livros.exe", "Calc.exe")
 
 
-def grava(destino, dados):
-    """Writes bytes; a file that holds them already keeps its time."""
-    destino.parent.mkdir(parents=True, exist_ok=True)
-    if not destino.is_file() or destino.read_bytes() != dados:
-        destino.write_bytes(dados)
+def soma(dados):
+    return hashlib.sha256(dados).hexdigest()
 
 
-def esvazia_sobras(pasta, escritos):
-    """Files of an earlier layout whose source is gone would still be listed by the shell."""
-    for velho in pasta.rglob("*"):
-        if velho.is_file() and velho not in escritos:
-            velho.unlink()
+class Obra:
+    """What is laid out below a directory, and what the run before laid there."""
+
+    def __init__(self, destino):
+        self.destino = destino
+        self.lista = destino / "feito.json"
+        self.antes = json.loads(self.lista.read_text()) if self.lista.is_file() else {}
+        self.agora = {}
+
+    def e_nosso(self, alvo):
+        """Whether a file is as an earlier run left it."""
+        return self.antes.get(alvo.relative_to(self.destino).as_posix()) == soma(alvo.read_bytes())
+
+    def grava(self, alvo, dados):
+        """Writes bytes where there is nothing, or what an earlier run made; a file that holds them keeps its time."""
+        alvo.parent.mkdir(parents=True, exist_ok=True)
+        igual = alvo.is_file() and alvo.read_bytes() == dados
+        if not igual and alvo.exists() and not self.e_nosso(alvo):
+            print(f"monta.py: {alvo} não foi feito aqui e fica como está", file=sys.stderr)
+            return
+        if not igual:
+            alvo.write_bytes(dados)
+        self.agora[alvo.relative_to(self.destino).as_posix()] = soma(dados)
+
+    def termina(self):
+        """Takes away what has no source any more: the shell would still list it."""
+        for velho in self.antes.keys() - self.agora.keys():
+            alvo = self.destino / velho
+            if alvo.is_file() and self.e_nosso(alvo):
+                alvo.unlink()
+        self.lista.write_text(json.dumps(self.agora, indent=0, sort_keys=True))
 
 
 def lugar_da_figura(nome):
@@ -37,63 +62,56 @@ def lugar_da_figura(nome):
     return Path("Fig", radical[0], radical[4] if len(radical) > 4 else "_", nome)
 
 
-def monta_midia(raiz):
-    escritos = set()
+def monta_midia(obra, raiz):
     for pasta, lugar in (("figuras", lugar_da_figura), ("sons", lambda nome: Path("Som", nome[0], nome))):
         for fonte in sorted((AQUI / pasta).glob("*")):
             if fonte.suffix.lower() in (".gif", ".bmp", ".wav"):
-                alvo = raiz / lugar(fonte.name.upper())
-                grava(alvo, fonte.read_bytes())
-                escritos.add(alvo)
-    esvazia_sobras(raiz, escritos)
+                obra.grava(raiz / lugar(fonte.name.upper()), fonte.read_bytes())
     for pasta in ("Fig", "Som", "Video"):
         (raiz / pasta).mkdir(parents=True, exist_ok=True)
 
 
-def monta_blocos(raiz):
-    for pasta in sorted(p for p in (AQUI / "blocos").iterdir() if p.is_dir()):
-        nivel, escritos = pasta.name, set()
-        for fonte in sorted(pasta.glob("*.txt")):
-            texto = blocos.texto_do_bloco(blocos.le_bloco(fonte), nivel, fonte.stem[4:6].upper())
-            alvo = raiz / nivel / blocos.nome_edb(fonte, nivel)
-            grava(alvo, texto.encode(blocos.CODEC))
-            escritos.add(alvo)
-        esvazia_sobras(raiz / nivel, escritos)
-    (raiz / "Jogos").mkdir(parents=True, exist_ok=True)
-
-
-def monta_textos(quorel):
+def monta_textos(obra, quorel):
     """The help is RTF, which opens anywhere under its .doc name."""
-    grava(quorel / "DBBLOCOS" / "help.doc", ajuda.rtf((AQUI / "textos" / "ajuda.txt").read_text(encoding="utf-8")))
+    texto = (AQUI / "textos" / "ajuda.txt").read_text(encoding="utf-8")
+    obra.grava(quorel / "DBBLOCOS" / "help.doc", ajuda.rtf(texto))
     for fonte in sorted((AQUI / "textos" / "MatDid").glob("*")):
-        grava(quorel / "DBBLOCOS" / "MatDid" / fonte.name, fonte.read_bytes())
+        obra.grava(quorel / "DBBLOCOS" / "MatDid" / fonte.name, fonte.read_bytes())
     for fonte in sorted((AQUI / "arqs").glob("*.htm")):
-        grava(quorel / "Arqs" / fonte.name, fonte.read_bytes())
+        obra.grava(quorel / "Arqs" / fonte.name, fonte.read_bytes())
 
 
-def monta_programas(exe, licao):
+def monta_programas(obra, exe, licao):
     """The player under each name. Links, so that a new build needs no new layout; copies where links aren't had."""
     exe.mkdir(parents=True, exist_ok=True)
     for nome in PROGRAMAS:
         alvo = exe / nome
-        alvo.unlink(missing_ok=True)
-        try:
-            alvo.symlink_to(licao.resolve())
-        except OSError:
-            shutil.copy2(licao, alvo)
+        if alvo.is_symlink():
+            alvo.unlink()
+        if not alvo.exists():
+            try:
+                alvo.symlink_to(licao.resolve())
+                continue
+            except OSError:
+                pass
+        obra.grava(alvo, licao.read_bytes())
+        shutil.copymode(licao, alvo)
 
 
 def monta(destino, licao=None):
     windows = Path(destino) / "windows"
     quorel = windows / "QUOREL2001"
-    for pasta in ("exe", "cfg", "zeto_mm", "DBBLOCOS", "Arqs"):
+    for pasta in ("exe", "cfg", "zeto_mm", "DBBLOCOS/Jogos", "Arqs"):
         (quorel / pasta).mkdir(parents=True, exist_ok=True)
+    for nivel in sorted(pasta.name for pasta in (AQUI / "blocos").iterdir() if pasta.is_dir()):
+        (quorel / "DBBLOCOS" / nivel).mkdir(exist_ok=True)  # the blocks are made into it by quorel-blocos
     (windows / "Temp").mkdir(exist_ok=True)
-    monta_midia(quorel / "zeto_mm")
-    monta_blocos(quorel / "DBBLOCOS")
-    monta_textos(quorel)
+    obra = Obra(Path(destino))
+    monta_midia(obra, quorel / "zeto_mm")
+    monta_textos(obra, quorel)
     if licao:
-        monta_programas(quorel / "exe", Path(licao))
+        monta_programas(obra, quorel / "exe", Path(licao))
+    obra.termina()
 
 
 def main():
@@ -103,7 +121,7 @@ def main():
     opcoes = args.parse_args()
     try:
         monta(opcoes.destino, opcoes.licao)
-    except (OSError, blocos.ErroFonte, UnicodeError) as erro:
+    except (OSError, ValueError) as erro:
         sys.exit(f"monta.py: {erro}")
 
 

@@ -7,7 +7,7 @@ cd "$(dirname "$0")/.."
 scripts/instala.sh compila fuzz
 cmake --preset fuzz >/dev/null
 cmake --build --preset fuzz
-for nome in criterio dialeto; do
+for nome in criterio dialeto fonte; do
     fuzzer=build/fuzz/fuzz/fuzz_$nome
     "$fuzzer" -runs=0 "fuzz/$nome"
     if [ -n "${1:-}" ]; then

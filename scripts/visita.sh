@@ -66,10 +66,10 @@ abre_roteiro() { # from F1's main window, principal, to the first lesson of Port
     clica "$principal" 264 105 # the block Português
     espera 20 eval "[ \"\$(janela '$titulo')\" != $principal ] && visivel '$titulo'"
     blocos=$(janela "$titulo")
-    xdotool mousemove --window "$blocos" 58 78 # the first picture
-    sleep 1.5                                  # its tip comes with the next tick
+    xdotool mousemove --window "$blocos" 190 78 # the second picture, the first with exercises
+    sleep 1.5 # its tip comes with the next tick
     foto 2-roteiros
-    clica "$blocos" 58 78
+    clica "$blocos" 190 78
     espera 60 visivel 'Zeto - Quorel'
     aula=$(janela 'Zeto - Quorel')
 }

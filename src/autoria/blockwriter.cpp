@@ -78,7 +78,10 @@ void BlockWriter::value(const SourceText &text, Form form, const Place &place)
         add(placeIn(text, at, place), u"quebra"_s, u"este valor fica numa linha só"_s);
     const bool whole = form == Form::WholeLesson || form == Form::Type;
     const std::size_t count = whole ? kMarksOfSections : form == Form::Lesson ? kMarksOfLessons : kMarks.size();
-    for (const QStringView mark : std::span(kMarks).first(count)) {
+    // Every mark but the last of a lesson's has one of these.
+    const bool suspect = std::ranges::any_of(QStringView(u"<[=:"), [&text](QChar c) { return text.text.contains(c); })
+        || text.text.contains(kMarks[kMarksOfLessons - 1]);
+    for (const QStringView mark : std::span(kMarks).first(suspect ? count : 0)) {
         if (const qsizetype at = text.text.indexOf(mark); at >= 0)
             add(placeIn(text, at, place), u"marca"_s,
                 u"o texto contém \""_s + mark.toString() + u"\", que o programa toma por marca do arquivo"_s);

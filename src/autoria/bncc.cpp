@@ -15,15 +15,27 @@ bool isBnccCode(QStringView text)
     return form.match(text.toString()).hasMatch();
 }
 
-QStringList bnccCodes(QStringView list, QStringView desc)
+static QStringList words(const QString &list)
 {
     static const QRegularExpression between(u"[\\s,;]+"_s);
+    return upper1252(list).split(between, Qt::SkipEmptyParts);
+}
+
+QStringList wordsOfNoBnccCode(QStringView list)
+{
+    QStringList others = words(list.toString());
+    others.removeIf([](const QString &word) { return isBnccCode(word); });
+    return others;
+}
+
+QStringList bnccCodes(QStringView list, QStringView desc)
+{
     static const QRegularExpression brackets(u"\\[([^\\[\\]]*)\\]\\s*\\z"_s);
-    QString words = list.toString();
+    QString all = list.toString();
     if (const QRegularExpressionMatch match = brackets.match(desc.toString()); match.hasMatch())
-        words += u' ' + match.captured(1);
+        all += u' ' + match.captured(1);
     QStringList codes;
-    for (const QString &word : upper1252(words).split(between, Qt::SkipEmptyParts)) {
+    for (const QString &word : words(all)) {
         if (isBnccCode(word) && !codes.contains(word))
             codes += word;
     }

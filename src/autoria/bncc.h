@@ -12,4 +12,7 @@ bool isBnccCode(QStringView text);
 /// end of a description, "Conte até 10. [EF01MA01]". Each once, in upper case; words of another form are left out.
 QStringList bnccCodes(QStringView list, QStringView desc);
 
+/// The words of such a list that have another form.
+QStringList wordsOfNoBnccCode(QStringView list);
+
 } // namespace quorel

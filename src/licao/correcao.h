@@ -1,6 +1,6 @@
 #pragma once
 
-#include "licao/textolicao.h"
+#include "linha/textolicao.h"
 
 namespace quorel {
 

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "licao/midia.h"
-#include "licao/textolicao.h"
+#include "linha/textolicao.h"
 
 #include <QWidget>
 

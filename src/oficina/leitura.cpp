@@ -1,5 +1,6 @@
 #include "oficina/leitura.h"
 
+#include "autoria/checker.h"
 #include "catalogue/leitor_blocos.h"
 
 #include <algorithm>
@@ -67,7 +68,7 @@ static std::vector<LugarDaAula> placesOf(const BlockSource &source)
     return places;
 }
 
-LeituraDaFonte leFonte(const QString &texto, const QString &caminho, const QString &destino, bool)
+LeituraDaFonte leFonte(const QString &texto, const QString &caminho, const QString &destino, bool comMidia)
 {
     LeituraDaFonte leitura;
     const QByteArray utf8 = texto.toUtf8();
@@ -76,7 +77,7 @@ LeituraDaFonte leFonte(const QString &texto, const QString &caminho, const QStri
     leitura.lugares = placesOf(readSource(utf8, caminho, unused));
     const MadeBlock made = makeBlock(utf8, caminho, file);
     leitura.entendida = made.understood;
-    leitura.achados = made.findings;
+    leitura.achados = Checker(comMidia).check(made, file, caminho);
     if (made.understood)
         leitura.roteiros = viewsOf(leBloco(made.edb));
     return leitura;

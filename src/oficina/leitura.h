@@ -2,7 +2,7 @@
 
 #include "autoria/source.h"
 #include "licao/programa.h"
-#include "licao/textolicao.h"
+#include "linha/textolicao.h"
 
 #include <optional>
 

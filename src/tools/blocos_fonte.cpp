@@ -1,6 +1,6 @@
 #include "tools/blocos_fonte.h"
 
-#include "autoria/source.h"
+#include "autoria/checker.h"
 
 #include <QDir>
 #include <QFile>
@@ -8,6 +8,9 @@
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QSaveFile>
+
+#include <algorithm>
+#include <iterator>
 
 namespace quorel::blocos {
 
@@ -75,19 +78,6 @@ QList<Pair> pairsOf(const QString &from, const QString &into, QTextStream &erros
     return {{from, into}};
 }
 
-void print(const Findings &findings, bool json, QTextStream &saida)
-{
-    QJsonArray list;
-    for (const Finding &finding : findings) {
-        if (json)
-            list += diagnostic(finding);
-        else
-            saida << gnuLine(finding) << u'\n';
-    }
-    if (json)
-        saida << QString::fromUtf8(QJsonDocument(list).toJson());
-}
-
 /// Writes a source that was not there, or may be written over.
 int writeSourceFile(const QString &path, const QByteArray &text, bool overwrite, QTextStream &erros)
 {
@@ -100,10 +90,24 @@ int writeSourceFile(const QString &path, const QByteArray &text, bool overwrite,
 
 } // namespace
 
+void printFindings(const Findings &findings, bool json, QTextStream &saida)
+{
+    QJsonArray list;
+    for (const Finding &finding : findings) {
+        if (json)
+            list += diagnostic(finding);
+        else
+            saida << gnuLine(finding) << u'\n';
+    }
+    if (json)
+        saida << QString::fromUtf8(QJsonDocument(list).toJson());
+}
+
 int faz(const PedidoDeFonte &pedido, QTextStream &saida, QTextStream &erros)
 {
     const QList<Pair> pairs = pairsOf(pedido.paths[0], pedido.paths[1], erros);
     int code = pairs.isEmpty() ? kDidNotRun : kWell;
+    Checker checker(pedido.withMedia);
     Findings all;
     for (const Pair &pair : pairs) {
         const std::optional<QByteArray> text = readWhole(pair.source);
@@ -112,12 +116,17 @@ int faz(const PedidoDeFonte &pedido, QTextStream &saida, QTextStream &erros)
             code = kDidNotRun;
             continue;
         }
-        const MadeBlock made = makeBlock(*text, pair.source, blockFile(pair.block));
-        all.insert(all.end(), made.findings.begin(), made.findings.end());
+        const BlockFile block = blockFile(pair.block);
+        const MadeBlock made = makeBlock(*text, pair.source, block);
+        Findings found = checker.check(made, block, pair.source);
+        if (!pedido.json)
+            printFindings(found, false, saida);
+        std::ranges::move(found, std::back_inserter(all));
         if (made.understood && !writeFile(pair.block, made.edb, erros))
             code = kDidNotRun;
     }
-    print(all, pedido.json, saida);
+    if (pedido.json)
+        printFindings(all, true, saida);
     return needMending(all) ? qMax(code, int(kToMend)) : code;
 }
 

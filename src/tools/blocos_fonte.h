@@ -1,5 +1,7 @@
 #pragma once
 
+#include "autoria/finding.h"
+
 #include <QStringList>
 #include <QTextStream>
 
@@ -13,6 +15,9 @@ struct PedidoDeFonte
     bool overwrite = false; ///< desfaz and novo: over what is there
     bool withMedia = false; ///< faz: look for figures, sounds and HTML lessons
 };
+
+/// One a line, or as an array of what editors read.
+void printFindings(const Findings &findings, bool json, QTextStream &saida);
 
 /// Makes a block file of a source, or a level's of a directory of sources (*.txt). What a source says that can't be
 /// understood leaves its block file as it was.

@@ -19,9 +19,10 @@ static QJsonArray jsonDasAulas(const Vetor<AulaRec> &aulas)
     return lista;
 }
 
-QJsonObject jsonDoBloco(const QByteArray &texto)
+QJsonObject jsonDoBloco(const QByteArray &texto, int &end)
 {
     const Bloco bloco = leBloco(texto);
+    end = bloco.lidos < bloco.roteiros.upperBound() ? bloco.lidos + 1 : 0;
     QJsonArray roteiros;
     for (int i = 1; i <= bloco.roteiros.upperBound(); ++i) {
         const RoteiroRec &r = bloco.roteiros[i];
@@ -33,19 +34,20 @@ QJsonObject jsonDoBloco(const QByteArray &texto)
         {u"roteiros"_s, roteiros}};
 }
 
-QJsonArray jsonDoDiretorio(const QList<ArquivoDeBloco> &arquivos)
+QJsonArray jsonDoDiretorio(const QList<BlockFile> &arquivos, QStringList &unread)
 {
     QList<QJsonObject> lista;
     QHash<int, QString> temas; // of the last file of each group
     ContadorDeMeses meses;
-    for (const ArquivoDeBloco &arquivo : arquivos) {
+    for (const BlockFile &arquivo : arquivos) {
         try {
-            const CabecaBloco cabeca = leCabeca(arquivo.nome, arquivo.nivel, backslashPath(arquivo.caminho));
+            const CabecaBloco cabeca = leCabeca(arquivo.name, arquivo.nivel, backslashPath(arquivo.path));
             meses.next(cabeca.grupo);
             temas[meses.mes()] = cabeca.tema;
             lista += QJsonObject{{u"mes"_s, meses.mes()}, {u"ano"_s, cabeca.ano}, {u"disciplina"_s, cabeca.disciplina},
-                {u"arquivo"_s, arquivo.caminho}, {u"objetivo"_s, cabeca.objetivo}};
-        } catch (const ErroExecucao &) { // the shell would not start; `verifica` names the file
+                {u"arquivo"_s, arquivo.path}, {u"objetivo"_s, cabeca.objetivo}};
+        } catch (const ErroExecucao &) { // the shell would not start
+            unread += arquivo.path;
         }
     }
     QJsonArray comTema;

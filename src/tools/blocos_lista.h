@@ -1,6 +1,6 @@
 #pragma once
 
-#include "tools/blocos_arquivos.h"
+#include "autoria/blockfile.h"
 
 #include <QByteArray>
 #include <QJsonArray>
@@ -10,12 +10,13 @@ namespace quorel::blocos {
 
 /// What the shell reads from a block file: `objetivo`, `tema`, and `roteiros` with one element for each number from 1
 /// on, empty ones included, each with its `aulas` likewise.
-/// @param texto  bytes of code page 1252
-QJsonObject jsonDoBloco(const QByteArray &texto);
+/// @param texto  bytes of code page 1252 @param end  becomes the Roteiro at which a failure ended the reading, 0 when
+/// none did
+QJsonObject jsonDoBloco(const QByteArray &texto, int &end);
 
 /// What the catalogue makes of a level's files: `mes`, `ano`, `disciplina`, `arquivo`, `objetivo`, and `tema` of the
-/// month group. A name that the catalogue can't read is skipped.
-QJsonArray jsonDoDiretorio(const QList<ArquivoDeBloco> &arquivos);
+/// month group. @param unread  gets the files whose names the catalogue can't read: they are left out
+QJsonArray jsonDoDiretorio(const QList<BlockFile> &arquivos, QStringList &unread);
 
 /// The same for people, lines ended by LF.
 QString textoDoBloco(const QJsonObject &bloco);

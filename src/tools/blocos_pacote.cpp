@@ -1,11 +1,10 @@
 #include "tools/blocos_pacote.h"
 
-#include "autoria/blockfile.h"
+#include "autoria/checker.h"
 #include "pacote/instalacao.h"
 #include "pacote/montagem.h"
 #include "platform/caminho.h"
 #include "startup/quorel_zeto.h"
-#include "tools/blocos_verifica.h"
 
 #include <QDir>
 #include <QFileInfo>
@@ -81,18 +80,18 @@ std::optional<pacote::ReciboRec> receiptOf(const QString &palavra, const QString
 }
 
 /// The findings of the blocks of a pack that was laid out in a directory, at the names in the pack.
-QStringList findingsIn(const pacote::Pacote &pack, const pacote::Destinos &destinos, const QString &arquivo)
+Findings findingsIn(const pacote::Pacote &pack, const pacote::Destinos &destinos, const QString &arquivo)
 {
-    QStringList all;
-    Verificador verificador(true);
+    Findings all;
+    Checker checker(true);
     for (const pacote::ArquivoRec &each : pack.arquivos()) {
         if (each.genero != pacote::Genero::Bloco)
             continue;
         const QString path = pacote::caminhoSeguro(destinos.blocos, pacote::lugarNoDestino(each.nome, each.genero));
-        const BlockFile file = blockFile(path);
-        for (const Achado &achado :
-            verificador.verifica({file.path, file.name, file.nivel}, readWhole(path).value_or(QByteArray())))
-            all += u"%1!%2:%3: %4"_s.arg(arquivo, each.nome).arg(achado.linha).arg(achado.texto);
+        for (Finding &finding : checker.check(blockFile(path), readWhole(path).value_or(QByteArray()))) {
+            finding.file = arquivo + u'!' + each.nome;
+            all.push_back(finding);
+        }
     }
     return all;
 }
@@ -200,10 +199,10 @@ int comandoVerificaPacote(const PedidoDaOficina &pedido, Fluxos fluxos)
         fluxos.erros << feito.falha << Qt::endl;
         return kNaoExecutou;
     }
-    const QStringList findings = findingsIn(*pack, destinos, arquivo);
-    for (const QString &each : findings)
-        fluxos.saida << each << u'\n';
-    return problemas.isEmpty() && findings.isEmpty() ? kTudoEmOrdem : kHaOQueConsertar;
+    const Findings findings = findingsIn(*pack, destinos, arquivo);
+    for (const Finding &each : findings)
+        fluxos.saida << gnuLine(each) << u'\n';
+    return problemas.isEmpty() && !needMending(findings) ? kTudoEmOrdem : kHaOQueConsertar;
 }
 
 } // namespace quorel::blocos

@@ -1,4 +1,4 @@
-#include "autoria/source.h"
+#include "autoria/checker.h"
 #include "support/suporte.h"
 #include "support/table.h"
 #include "textos_de_bloco.h"
@@ -16,6 +16,8 @@ private slots:
     void init() { failOnWarnings(); }
     void samplesComeBack();
     void exampleComesBack();
+    void documentsAreTrue_data();
+    void documentsAreTrue();
     void anyFileComesBack_data();
     void anyFileComesBack();
     void tellsWhatIsNotUnderstood_data();
@@ -55,6 +57,32 @@ void TstFonte::exampleComesBack()
     comesBackReadable(exampleSource());
     for (int kind = int(Kind::Leia); kind <= int(Kind::Historia); ++kind)
         comesBackReadable(exampleSource(Kind(kind)));
+}
+
+void TstFonte::documentsAreTrue_data()
+{
+    const Table<QByteArray> row("source");
+    const QDir documents(QStringLiteral(QUOREL_SOURCE "/docs/autoria"));
+    for (const QString &name : documents.entryList({u"*.md"_s})) {
+        const QList<QString> parts = QString::fromUtf8(*readWhole(documents.filePath(name))).split(u"```"_s);
+        for (qsizetype n = 1; n < parts.size(); n += 2) {
+            const QString block = parts[n].section(u'\n', 1);
+            const QString head =
+                u"tema: t\nobjetivo: o\n"_s + (block.startsWith(u"AULA") ? u"ROTEIRO 1 r\n"_s : QString());
+            const QString end = parts[n].startsWith(u"bloco") ? QString() : u"\nAULA Zeto: fim\n"_s;
+            row(qPrintable(name + QString::number(n)),
+                (block.startsWith(u"tema") ? block : head + block + end).toUtf8());
+        }
+    }
+}
+
+void TstFonte::documentsAreTrue()
+{
+    QFETCH(QByteArray, source);
+    const BlockFile file = blockFile(u"F1/0226MAF1.edb"_s);
+    const Findings findings = Checker(false).check(made(source), file, u"f.txt"_s);
+    QVERIFY2(findings.empty(), qPrintable(findings.empty() ? QString() : gnuLine(findings.front())));
+    comesBackReadable(source);
 }
 
 /// A well-formed file of another hand: what the form can say of it is not raw.

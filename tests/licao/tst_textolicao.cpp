@@ -1,7 +1,7 @@
 #include "licao/conta.h"
 #include "licao/correcao.h"
 #include "licao/programa.h"
-#include "licao/textolicao.h"
+#include "linha/textolicao.h"
 #include "support/suporte.h"
 
 #include <QRandomGenerator>

@@ -2,7 +2,6 @@
 #include "support/table.h"
 #include "tools/blocos_comando.h"
 #include "tools/blocos_lista.h"
-#include "tools/blocos_verifica.h"
 
 #include <QJsonDocument>
 
@@ -27,6 +26,12 @@ private slots:
     void looksForMedia();
     void hostileFiles_data();
     void hostileFiles();
+    void makesAndUnmakes();
+    void makesNothingOfAFault();
+    void refusesPlaces_data();
+    void refusesPlaces();
+    void hugeSources_data();
+    void hugeSources();
 };
 
 static const QByteArray kAula = "[<1>1]\r\nNome =a\r\nLinha =(1,1)11<SP\xC7>1\r\n\tTipo = Zeto\t1\r\nJogo = j#\r\n";
@@ -67,9 +72,10 @@ void TstQuorelBlocos::listsADirectory()
     file(u"F1/0206CIF1.EDB"_s, "<TM>segundo</TM>");
     file(u"F1/abril.edb"_s, kCerto);
     file(u"F1/0405POF1.edb"_s, "");
-    QCOMPARE(run({u"lista"_s, u"F1"_s, u"--json"_s}), 0);
+    QCOMPARE(run({u"lista"_s, u"F1"_s, u"--json"_s}), 1);
+    QVERIFY(errors().contains(u"F1/abril.edb"_s));
     const QJsonArray lista = QJsonDocument::fromJson(mSaida).array();
-    QCOMPARE(lista.size(), 3); // the name that can't be read is skipped
+    QCOMPARE(lista.size(), 3); // without the name that can't be read
     const QJsonObject first{{u"mes"_s, 1}, {u"ano"_s, 2005}, {u"disciplina"_s, u"Matemática"_s},
         {u"arquivo"_s, u"F1/0205MAF1.edb"_s}, {u"objetivo"_s, u"o é"_s}, {u"tema"_s, u"segundo"_s}};
     QCOMPARE(lista[0].toObject(), first);
@@ -83,7 +89,9 @@ using Arquivos = QList<std::pair<QString, QByteArray>>;
 void TstQuorelBlocos::findsWhatIsToMend_data()
 {
     const auto aula = [](const char *ij) { return QByteArray(kAula).replace("1>1]", QByteArray(ij) + ']'); };
-    const auto block = [](const QByteArray &texto) { return Arquivos{{"0205MAF1.edb", texto}}; };
+    const auto block = [](const QByteArray &texto) {
+        return Arquivos{{"0205MAF1.edb", texto.startsWith("<OBJ>") ? texto : "<OBJ>o</OBJ><TM>t</TM>" + texto}};
+    };
     QByteArray many;
     for (int i = 1; i <= 17; ++i)
         many += "[ROT<" + QByteArray::number(i) + ">]\r\nNomeRot =A\r\nCODROT:" + QByteArray::number(i) + "\r\n";
@@ -108,6 +116,11 @@ void TstQuorelBlocos::findsWhatIsToMend_data()
         {"code twice", block(kRot1 + QByteArray(kRot2).replace(":6", ":5")), {"8:código 5 já usado em"}},
         {"code too large", block(with(":5", ":9999999999")), {"4:leitura acaba no Roteiro 1"}},
         {"Aula without code", block(with("(1,1)11", "(1,1)")), {"9:código ausente"}},
+        {"HTML without a Linha", block(with("(1,1)11<SP\xC7>1", "").replace("Zeto", "HTML")), {"9:está vazia"}},
+        {"a level of three letters", {{"EJA/0205MAEJA.edb", kCerto}}, {}},
+        {"a name with a semicolon", {{"F1/0205MA;0205MAF1.edb", kCerto}}, {"1:dois nomes"}},
+        {"a path with a place holder", {{"F1/0205MAF1.edb", kCerto}, {"%1/F1/0305MAF1.edb", kCerto}},
+            {"4:código 5 já usado em"}},
         {"CALC not last", block(QByteArray(kRot1).replace("=A", "=CALC") + kRot2), {"1:não é o último"}},
         {"CALC with a blank", block(QByteArray(kRot1).replace("=A", "= CALC")), {"1:com branco"}},
         {"LF alone", block(kCerto + "\r\na\nb\nc\n"), {"13:só com LF"}},
@@ -126,7 +139,7 @@ void TstQuorelBlocos::findsWhatIsToMend()
     QCOMPARE(run(QStringList(u"verifica"_s) + names), findings.isEmpty() ? 0 : 1);
     QVERIFY2(lines().size() == findings.size(), mSaida);
     for (qsizetype n = 0; n < lines().size(); ++n) { // all in the last file
-        const QString line = lines()[n], place = names.last() + u':' + findings[n].section(u':', 0, 0) + u": "_s;
+        const QString line = lines()[n], place = names.last() + u':' + findings[n].section(u':', 0, 0) + u':';
         QVERIFY2(line.startsWith(place) && line.contains(findings[n].section(u':', 1)), qPrintable(line));
     }
 }
@@ -160,13 +173,14 @@ void TstQuorelBlocos::looksForMedia()
     const QByteArray home = barras(path({})).toUtf8();
     const QString cfg = file(u"zeto_cnf.txt"_s, "[zeto]\r\nZETO_MM=" + home + "\\mm\r\nDIRQUOREL=" + home + "\r\n");
     QByteArray texto = with("FIG:MA1", "FIG:MA1\r\nSOM:SO1");
-    texto.replace("(1,1)11<SP\xC7>1", "(1,1)11" + QByteArray("<SP\xC7>").repeated(8) + "gibi.htm")
+    texto.replace("(1,1)11<SP\xC7>1", "(1,1)11<SP\xC7>1" + QByteArray("<SP\xC7>").repeated(7) + "gibi.htm")
         .replace("Zeto", "HTML");
     const QString caminho = file(u"F1/0205MAF1.edb"_s, texto);
     QCOMPARE(run({u"verifica"_s, caminho, u"--cfg"_s, cfg}), 1);
-    QVERIFY2(lines().filter(u":5: figura não encontrada: MA1"_s).size() == 1, mSaida);
-    QVERIFY2(lines().filter(u":6: som não encontrado: SO1"_s).size() == 1, mSaida);
-    QVERIFY2(lines().filter(u":10: Aula 1 do Roteiro 1: arquivo da aula HTML não encontrado: "_s).size() == 1, mSaida);
+    QVERIFY2(lines().filter(u":5:5: aviso: figura não encontrada: MA1 [figura]"_s).size() == 1, mSaida);
+    QVERIFY2(lines().filter(u":6:5: aviso: som não encontrado: SO1 [som]"_s).size() == 1, mSaida);
+    QVERIFY2(lines().filter(u":10:8: erro: Aula 1 do Roteiro 1: arquivo da aula HTML não encontrado: "_s).size() == 1,
+        mSaida);
     QCOMPARE(mErros, QByteArray());
 
     file(u"mm/Fig/M/_/MA1.GIF"_s, "GIF");
@@ -205,8 +219,83 @@ void TstQuorelBlocos::hostileFiles()
     const QString caminho = file(u"F1/0205MAF1.edb"_s, texto);
     const int code = run({u"verifica"_s, caminho});
     QVERIFY2(code == 0 || code == 1, mErros);
-    QCOMPARE(run({u"lista"_s, caminho, u"--json"_s}), 0);
+    const int listed = run({u"lista"_s, caminho, u"--json"_s});
+    QVERIFY2(listed == 0 || listed == 1, mErros);
     QVERIFY(QJsonDocument::fromJson(mSaida).isObject());
+}
+
+void TstQuorelBlocos::makesAndUnmakes()
+{
+    file(u"F1/da_professora.edb"_s, "dela");
+    QCOMPARE(run({u"novo"_s, u"0226MA.txt"_s}), 0);
+    QCOMPARE(run({u"faz"_s, u"0226MA.txt"_s, u"F1"_s}), 0);
+    QCOMPARE(mSaida + mErros, QByteArray());
+    const QByteArray edb = le(path(u"F1/0226MAF1.edb"_s));
+    QVERIFY(edb.contains("NIVEL:F1\r\nDISC:Matem\xE1tica\r\n"));
+    QCOMPARE(run({u"verifica"_s, u"F1/0226MAF1.edb"_s}), 0);
+    QCOMPARE(run({u"desfaz"_s, u"F1/0226MAF1.edb"_s, u"volta.txt"_s}), 0);
+    QCOMPARE(run({u"faz"_s, u"volta.txt"_s, u"outro.edb"_s, u"--json"_s}), 1); // of that name
+    QCOMPARE(le(path(u"outro.edb"_s)), edb);
+    QCOMPARE(le(path(u"F1/da_professora.edb"_s)), QByteArray("dela"));
+    QCOMPARE(files(), QStringList({u"0226MA.txt"_s, u"outro.edb"_s, u"volta.txt"_s}));
+}
+
+void TstQuorelBlocos::makesNothingOfAFault()
+{
+    file(u"fontes/0226MA.txt"_s, "tema: t\r\nobjetivo: o\r\nROTEIRO 1 r\r\ncor: azul\r\n");
+    file(u"fontes/0226PO.txt"_s, "tema: t\nobjetivo: o\nROTEIRO 2 r\nAULA Zeto escolha: a\n- um\n");
+    const QString old = file(u"F1/0226MAF1.edb"_s, "antigo");
+    QCOMPARE(run({u"faz"_s, u"fontes"_s, u"F1"_s}), 1);
+    QCOMPARE(le(old), QByteArray("antigo"));
+    QCOMPARE(lines().value(0),
+        u"fontes/0226MA.txt:4:1: erro: chave desconhecida: cor; se continua o texto de cima, comece "
+        "a linha com um espaço [chave]"_s);
+    QCOMPARE(lines().value(1),
+        u"fontes/0226PO.txt:4:1: erro: Aula 1 do Roteiro 1: nenhuma opção está marcada como certa "
+        "[sem-certa]"_s);
+    QVERIFY(!le(path(u"F1/0226POF1.edb"_s)).isEmpty());
+
+    QCOMPARE(run({u"faz"_s, u"fontes/0226MA.txt"_s, u"F1"_s, u"--json"_s}), 1);
+    const QJsonObject told = QJsonDocument::fromJson(mSaida).array().at(0).toObject();
+    QCOMPARE(told[u"range"_s][u"start"_s], QJsonValue(QJsonObject{{u"line"_s, 3}, {u"character"_s, 0}}));
+    QCOMPARE(told[u"severity"_s], QJsonValue(1));
+    QCOMPARE(told[u"code"_s], QJsonValue(u"chave"_s));
+}
+
+void TstQuorelBlocos::refusesPlaces_data()
+{
+    texts({"faz f.txt f.txt", "faz f.txt nada/x.edb", "faz nada.txt x.edb", "faz . x.edb", "faz vazio F1",
+        "desfaz f.txt f.txt", "desfaz x.edb f.txt", "novo f.txt", "novo g.txt nada", "faz f.txt x.edb --cfg nada"});
+}
+
+void TstQuorelBlocos::refusesPlaces()
+{
+    file(u"f.txt"_s, "tema: t\nobjetivo: o\n");
+    file(u"vazio/x"_s, "");
+    file(u"F1/x"_s, "");
+    QCOMPARE(run(rowName().split(u' ')), 2);
+    QVERIFY(!mErros.isEmpty());
+    QCOMPARE(files(), QStringList(u"f.txt"_s));
+    QCOMPARE(le(path(u"f.txt"_s)), QByteArray("tema: t\nobjetivo: o\n"));
+}
+
+void TstQuorelBlocos::hugeSources_data()
+{
+    constexpr qsizetype kHuge = 100 << 20;
+    const QByteArray begin = "tema: t\nobjetivo: o\nROTEIRO 1 r\nAULA Zeto: a\n";
+    rows<QByteArray, int>({
+        {"100 MB in one line", begin + "texto: " + QByteArray(kHuge, 'a'), 0},
+        {"100 MB of lines that say nothing", begin + QByteArray("ab\n").repeated(kHuge / 3), 1},
+        {"100 MB of zeros", QByteArray(kHuge, '\0'), 1},
+    });
+}
+
+void TstQuorelBlocos::hugeSources()
+{
+    const auto [source, code] = row<QByteArray, int>();
+    file(u"f.txt"_s, source);
+    QCOMPARE(run({u"faz"_s, u"f.txt"_s, u"0226MAF1.edb"_s}), code);
+    QVERIFY(lines().size() <= 1000);
 }
 
 QTEST_GUILESS_MAIN(TstQuorelBlocos)

@@ -1,4 +1,6 @@
-#include "licao/textolicao.h"
+#include "linha/textolicao.h"
+
+#include "linha/partes.h"
 
 #include <algorithm>
 
@@ -7,40 +9,6 @@ using namespace Qt::StringLiterals;
 namespace quorel {
 
 namespace {
-
-constexpr QStringView kCampo = u"<SPÇ>";
-constexpr QStringView kPeca = u"<PÇ>";
-constexpr QStringView kOpcao = u"<OP>";
-constexpr QStringView kAvulsa = u"CMDEXEC";
-constexpr qsizetype kVazio = 2; // pieces and options up to this many characters say nothing
-
-/// Fields of a piece, of an option and of the answer block, counted from 0.
-enum CampoPeca { PecaTipo = 1, PecaMostrada = 2, PecaTitulo = 7, PecaTexto = 8, PecaFig = 10, PecaSom = 11 };
-enum CampoOpcao { OpcaoTexto = 1, OpcaoCerta = 2, OpcaoFig = 8 };
-enum CampoResposta { RespostaEsperada = 6, RespostaElogio = 7, RespostaDica = 8 };
-
-QStringView before(QStringView text, QStringView mark)
-{
-    const qsizetype at = text.indexOf(mark);
-    return at < 0 ? text : text.first(at);
-}
-
-QStringView after(QStringView text, QStringView mark)
-{
-    const qsizetype at = text.indexOf(mark);
-    return at < 0 ? QStringView() : text.sliced(at + mark.size());
-}
-
-/// What follows the bracket that a block begins with; the text itself when it begins with none.
-QStringView behindHead(QStringView text)
-{
-    return text.startsWith(u'(') && text.contains(u')') ? after(text, u")") : text;
-}
-
-QStringView fieldOf(const QList<QStringView> &fields, qsizetype n)
-{
-    return n < fields.size() ? fields[n] : QStringView();
-}
 
 /// Lines end in "\n", and other control characters, which no font shows, are blanks.
 QString shown(QStringView text)
@@ -65,12 +33,15 @@ Pecas readPieces(QStringView block)
 {
     Pecas pecas;
     bool first = true;
-    for (const QStringView piece : block.tokenize(kPeca)) {
+    std::vector<QStringView> pieces;
+    std::vector<QStringView> fields;
+    splitAtMark(block, kMarcaPeca, pieces);
+    for (const QStringView piece : pieces) {
         if (piece.size() <= kVazio || pecas.mostradas.size() + pecas.ocultas.size() == kMaxPecas)
             continue;
-        const QList<QStringView> fields = piece.split(kCampo);
+        splitAtMark(piece, kMarcaCampo, fields);
         if (first) {
-            pecas.codigo = fields[0].trimmed().toString();
+            pecas.codigo = fieldOf(fields, PecaCod).trimmed().toString();
             pecas.tipo = fieldOf(fields, PecaTipo).trimmed().toInt();
             first = false;
         }
@@ -85,10 +56,13 @@ Pecas readPieces(QStringView block)
 std::vector<OpcaoRec> readOptions(QStringView block)
 {
     std::vector<OpcaoRec> opcoes;
-    for (const QStringView option : block.tokenize(kOpcao)) {
+    std::vector<QStringView> options;
+    std::vector<QStringView> fields;
+    splitAtMark(block, kMarcaOpcao, options);
+    for (const QStringView option : options) {
         if (option.size() <= kVazio || opcoes.size() == kMaxOpcoes)
             continue;
-        const QList<QStringView> fields = option.split(u'\t');
+        splitAtTab(option, fields);
         const QStringView certa = fieldOf(fields, OpcaoCerta).trimmed();
         OpcaoRec rec{shown(fieldOf(fields, OpcaoTexto)), fieldOf(fields, OpcaoFig).trimmed().toString(), certa == u"1",
             std::max(0, certa.toInt())};
@@ -149,27 +123,27 @@ bool usesOptions(const LicaoRec &licao)
 LicaoRec leLicao(QStringView linha)
 {
     LicaoRec licao;
-    if (linha.endsWith(kAvulsa)) {
-        licao.Avulsa = true;
-        linha.chop(kAvulsa.size());
-    }
-    const QStringView pieces = before(behindHead(before(linha, u"<VETPECA>")), u"<VAA>");
+    const PartesDaLinha partes = parteLinha(linha);
+    licao.Avulsa = partes.avulsa;
     Pecas pecas;
-    if (pieces.contains(kCampo))
-        pecas = readPieces(pieces);
-    else
-        pecas.mostradas.emplace_back().Texto = shown(before(pieces, kPeca));
+    if (partes.comCampos) {
+        pecas = readPieces(partes.pecas);
+    } else {
+        std::vector<QStringView> pieces;
+        splitAtMark(partes.pecas, kMarcaPeca, pieces);
+        pecas.mostradas.emplace_back().Texto = shown(pieces.front());
+    }
     licao.Codigo = pecas.codigo;
     licao.Pecas = std::move(pecas.mostradas.empty() ? pecas.ocultas : pecas.mostradas);
     if (licao.Pecas.empty())
         licao.Pecas.emplace_back();
 
-    const QStringView answers = after(linha, u"<VAA>");
-    const QList<QStringView> fields = behindHead(before(answers, u"<VOA>")).split(u'\t');
+    std::vector<QStringView> fields;
+    splitAtTab(partes.respostas, fields);
     licao.Esperadas = readExpected(fieldOf(fields, RespostaEsperada));
     licao.Elogio = shown(fieldOf(fields, RespostaElogio));
     licao.Dica = shown(fieldOf(fields, RespostaDica));
-    licao.Opcoes = readOptions(behindHead(before(after(answers, u"<VOA>"), u"<VCM>")));
+    licao.Opcoes = readOptions(partes.opcoes);
     licao.Tipo = playable(pecas.tipo, licao);
     if (!usesOptions(licao))
         licao.Opcoes.clear();
