@@ -28,13 +28,13 @@ static QMap<QString, QString> readPairs(const QString &text)
     return pairs;
 }
 
-std::unique_ptr<Armazem> openStore(const QString &linhaConexao)
+std::unique_ptr<Armazem> openStore(const QString &linhaConexao, Espera espera)
 {
     const QMap<QString, QString> pairs = readPairs(linhaConexao);
     const QString provider = pairs.value(u"PROVIDER"_s).trimmed();
     if (!provider.startsWith("Microsoft.Jet.OLEDB"_L1, Qt::CaseInsensitive))
         throw ErroBD(kErroArmazem, u"O provedor \"%1\" não é conhecido."_s.arg(provider));
-    return openSqlite(pairs.value(u"DATA SOURCE"_s));
+    return openSqlite(pairs.value(u"DATA SOURCE"_s), espera);
 }
 
 } // namespace quorel

@@ -2,10 +2,13 @@
 
 #include "data/comparacao.h"
 #include "data/linhas.h"
+#include "data/log_sqlite.h"
 #include "data/sqlite_base.h"
 #include "platform/caminho.h"
 
+#include <QHash>
 #include <QRandomGenerator>
+#include <QScopeGuard>
 #include <QSet>
 #include <QStringList>
 
@@ -22,6 +25,8 @@ namespace quorel {
 namespace {
 
 constexpr auto kBusyLimit = 1s; ///< three waits of one logged row stay below a child's 5 s
+constexpr auto kOpeningLimit = 10s; ///< without the register there is no work, and no window is up yet
+constexpr auto kCommitLimit = 3s; ///< a commit that fails ends the program
 constexpr int kShortestPauseMs = 1;
 constexpr int kLongestPauseMs = 6; ///< exclusive
 
@@ -32,13 +37,14 @@ const QString kSmallCache = u"cache_size=-512"_s; ///< KB; record sets hold the 
 class EsperaTrava final
 {
 public:
+    void setLimit(std::chrono::milliseconds limit) { mLimit = limit; }
     /// @param tries  how often it was asked for this lock before
     bool waitMore(int tries)
     {
         const auto now = std::chrono::steady_clock::now();
         if (tries == 0)
             mSince = now;
-        if (now - mSince >= kBusyLimit)
+        if (now - mSince >= mLimit)
             return false;
         std::this_thread::sleep_for(
             std::chrono::milliseconds(QRandomGenerator::global()->bounded(kShortestPauseMs, kLongestPauseMs)));
@@ -47,36 +53,45 @@ public:
 
 private:
     std::chrono::steady_clock::time_point mSince;
+    std::chrono::milliseconds mLimit = kBusyLimit;
 };
 
 class ArmazemSqlite final : public Armazem
 {
 public:
-    explicit ArmazemSqlite(const QString &caminho);
+    ArmazemSqlite(const QString &caminho, Espera espera);
 
     Dialeto dialect() const override;
+    IdentidadeCadastro identity() override { return readIdentity(db()); }
     std::vector<Coluna> query(const QString &sql, Linhas &linhas) override;
     Linhas readRow(const ChaveLinha &linha, const std::vector<QString> &colunas) override;
-    qint64 insert(const QString &tabela, const std::vector<Atribuicao> &valores) override;
+    qint64 insert(const QString &tabela, const QString &chave, const std::vector<Atribuicao> &valores) override;
     bool update(const ChaveLinha &linha, const std::vector<Atribuicao> &valores) override;
     bool remove(const ChaveLinha &linha) override;
-    void begin() override { execute(db(), u"BEGIN IMMEDIATE"_s); }
-    void commit() override { execute(db(), u"COMMIT"_s); }
+    void begin() override;
+    void commit() override;
     void rollback() override { execute(db(), u"ROLLBACK"_s); }
     void savepoint(int nivel) override { execute(db(), u"SAVEPOINT nivel%1"_s.arg(nivel)); }
     void release(int nivel) override { execute(db(), u"RELEASE nivel%1"_s.arg(nivel)); }
     void rollbackTo(int nivel) override;
     bool inTransaction() const override { return sqlite3_get_autocommit(db()) == 0; }
+    std::vector<SorteLinha> log(
+        const std::vector<LinhaLog> &linhas, const std::function<void(bool comIds)> &antesDoCommit) override
+    {
+        return logToSqlite(db(), linhas, antesDoCommit);
+    }
 
 private:
     sqlite3 *db() const { return mDb.get(); }
     void prepareConnection();
+    void refuseMoved(); ///< before a write @throws ErroBD for a register that has gone to another place
     void readSchema();
     std::vector<Coluna> columnsOf(sqlite3_stmt *stmt) const;
 
     EsperaTrava mEspera; // before the database, which calls it
     BancoSqlite mDb;
     QSet<QString> mTextColumns; ///< names in upper case
+    QHash<QString, QString> mKeys; ///< of tables with one number for a key; their names in upper case
 };
 
 int orderTexts(void *, int sizeA, const void *a, int sizeB, const void *b)
@@ -90,11 +105,16 @@ int waitForLock(void *espera, int tries)
     return static_cast<EsperaTrava *>(espera)->waitMore(tries) ? 1 : 0;
 }
 
-ArmazemSqlite::ArmazemSqlite(const QString &caminho) : mDb(openDatabase(nativePath(caminho), SQLITE_OPEN_READWRITE))
+ArmazemSqlite::ArmazemSqlite(const QString &caminho, Espera espera)
+    : mDb(openDatabase(nativePath(caminho), SQLITE_OPEN_READWRITE))
 {
+    if (espera == Espera::Abertura)
+        mEspera.setLimit(kOpeningLimit);
     checkRegisterFile(db());
     prepareConnection();
     readSchema();
+    refuseMoved();
+    mEspera.setLimit(kBusyLimit);
 }
 
 void ArmazemSqlite::prepareConnection()
@@ -112,19 +132,23 @@ void ArmazemSqlite::prepareConnection()
 
 void ArmazemSqlite::readSchema()
 {
-    Comando columns(
-        db(), u"SELECT c.name, c.type FROM sqlite_schema t JOIN pragma_table_info(t.name) c WHERE t.type = 'table'"_s);
+    Comando columns(db(),
+        u"SELECT c.name, c.type, t.name, c.pk FROM sqlite_schema t JOIN pragma_table_info(t.name) c "
+        "WHERE t.type = 'table'"_s);
     while (columns.step()) {
         const TipoCampo type = typeOfDeclaration(columns.text(1));
         if (type == TipoCampo::Texto || type == TipoCampo::Memo)
             mTextColumns.insert(columns.text(0).toUpper());
+        else if (sqlite3_column_int(columns.get(), 3) == 1 && type == TipoCampo::Longo)
+            mKeys.insert(columns.text(2).toUpper(), columns.text(0));
     }
 }
 
 Dialeto ArmazemSqlite::dialect() const
 {
     return {u"1"_s, u"0"_s, u" COLLATE "_s + kOrderName,
-        [this](QStringView column) { return mTextColumns.contains(column.toString().toUpper()); }};
+        [this](QStringView column) { return mTextColumns.contains(column.toString().toUpper()); },
+        [this](QStringView table) { return mKeys.value(table.toString().toUpper()); }};
 }
 
 /// A column that stands twice in a nested join is called "name:1" by SQLite.
@@ -219,8 +243,10 @@ Linhas ArmazemSqlite::readRow(const ChaveLinha &linha, const std::vector<QString
     return readAll(command);
 }
 
-qint64 ArmazemSqlite::insert(const QString &tabela, const std::vector<Atribuicao> &valores)
+qint64 ArmazemSqlite::insert(const QString &tabela, const QString &chave, const std::vector<Atribuicao> &valores)
 {
+    if (!inTransaction())
+        refuseMoved();
     QStringList names;
     QStringList marks;
     for (const Atribuicao &each : valores) {
@@ -229,15 +255,46 @@ qint64 ArmazemSqlite::insert(const QString &tabela, const std::vector<Atribuicao
     }
     const QString values =
         valores.empty() ? u"DEFAULT VALUES"_s : u"(%1) VALUES (%2)"_s.arg(names.join(u", "_s), marks.join(u", "_s));
-    Comando command(db(), u"INSERT INTO %1 %2"_s.arg(quotedName(tabela), values));
+    Comando command(db(), u"INSERT INTO %1 %2 RETURNING %3"_s.arg(quotedName(tabela), values, quotedName(chave)));
     for (int i = 0; const Atribuicao &each : valores)
         command.bind(++i, each.valor);
+    command.step();
+    const qint64 key = sqlite3_column_int64(command.get(), 0);
     command.run();
-    return sqlite3_last_insert_rowid(db());
+    return key;
+}
+
+void ArmazemSqlite::refuseMoved()
+{
+    QString moved;
+    ignora([&] { moved = identity().mudou; }); // what else is wrong the write itself tells
+    if (!moved.isEmpty())
+        throw ErroBD(kErroArmazem, EspecieFalha::Sumiu, movedText(moved));
+}
+
+void ArmazemSqlite::begin()
+{
+    execute(db(), u"BEGIN IMMEDIATE"_s);
+    try {
+        refuseMoved();
+    } catch (const ErroExecucao &) {
+        ignora([&] { rollback(); });
+        throw;
+    }
+}
+
+// The store waits in it for those who read, the transaction being open still.
+void ArmazemSqlite::commit()
+{
+    mEspera.setLimit(kCommitLimit);
+    const auto usual = qScopeGuard([&] { mEspera.setLimit(kBusyLimit); });
+    execute(db(), u"COMMIT"_s);
 }
 
 bool ArmazemSqlite::update(const ChaveLinha &linha, const std::vector<Atribuicao> &valores)
 {
+    if (!inTransaction())
+        refuseMoved();
     QStringList assignments;
     for (const Atribuicao &each : valores)
         assignments << quotedName(each.coluna) + u" = ?"_s;
@@ -254,6 +311,8 @@ bool ArmazemSqlite::update(const ChaveLinha &linha, const std::vector<Atribuicao
 
 bool ArmazemSqlite::remove(const ChaveLinha &linha)
 {
+    if (!inTransaction())
+        refuseMoved();
     Comando command(db(), u"DELETE FROM %1 WHERE %2 = ?1"_s.arg(quotedName(linha.tabela), quotedName(linha.coluna)));
     command.bind(1, linha.valor);
     command.run();
@@ -268,9 +327,9 @@ void ArmazemSqlite::rollbackTo(int nivel)
 
 } // namespace
 
-std::unique_ptr<Armazem> openSqlite(const QString &caminho)
+std::unique_ptr<Armazem> openSqlite(const QString &caminho, Espera espera)
 {
-    return std::make_unique<ArmazemSqlite>(caminho);
+    return std::make_unique<ArmazemSqlite>(caminho, espera);
 }
 
 } // namespace quorel

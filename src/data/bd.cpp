@@ -13,6 +13,8 @@
 #include "startup/quorel_zeto.h"
 #include "startup/valor.h"
 
+#include <optional>
+
 using namespace Qt::StringLiterals;
 
 namespace quorel {
@@ -71,8 +73,9 @@ void BD::Source(const QVariant &fonte)
     const QString text = variantText(fonte);
     mConexoes[slot].reset();
     const QString line = text.contains("PROVIDER"_L1, Qt::CaseInsensitive) ? text : Linha_Conexao() + text;
+    const bool again = mFontes[slot] == text; // a window is up by then, and waits with us
     mFontes[slot] = text;
-    mConexoes[slot] = std::make_shared<Conexao>(line);
+    mConexoes[slot] = std::make_shared<Conexao>(line, again ? Espera::Operacao : Espera::Abertura);
     mLinhaConexao.clear();
     mAberto = false;
 }
@@ -161,7 +164,7 @@ void BD::Records_Set(const QString &Sql, const QVariant &Alias, const QString &B
         mAberto = true;
     } catch (const ErroExecucao &erro) {
         if (erro.numero() != kFalhaIndice) // Kept: a slot that can't be made is not told
-            caixa({Sql + kFimLinha + QString::number(erro.numero()) + u'\t' + erro.descricao(), alias});
+            ask({Sql + kFimLinha + QString::number(erro.numero()) + u'\t' + erro.descricao(), alias});
         throw;
     }
 }
@@ -189,7 +192,7 @@ qint16 BD::resolve(const QVariant &Alias, bool Avisa)
     }
     int slot = aliasSlot(alias);
     if (slot == 0 && Avisa) {
-        caixa({.texto = u"Tabela não especificada !!!!  ("_s + alias + u')' + kFimLinha
+        ask({.texto = u"Tabela não especificada !!!!  ("_s + alias + u')' + kFimLinha
                 + u"Como padrão será selecionda "_s + u"a Primeira Tabela da Lista"_s});
         return 1;
     }
@@ -292,6 +295,21 @@ static Caixa boxOf(int number, const QString &description, const QString &pendin
     }
 }
 
+Resposta BD::ask(const Caixa &box)
+{
+    std::optional<Caixa> lost;
+    try {
+        if (const auto &open = mConexoes[static_cast<size_t>(mSourceAtual)]; open && open->isOpen())
+            open->settle();
+    } catch (const ErroExecucao &erro) { // what had worked is gone as well, and this is all that tells
+        lost = Caixa{.texto = erro.descricao(), .titulo = box.titulo, .icone = Icone::Critico};
+    }
+    const Resposta answer = caixa(box);
+    if (lost)
+        caixa(*lost);
+    return answer;
+}
+
 void BD::Relata_Erro(const QVariant &Alias, qint32 &Numero, QString &Descricao, const QString &Origem)
 {
     const ErroExecucao pending = pendingFailure();
@@ -305,7 +323,7 @@ void BD::Relata_Erro(const QVariant &Alias, qint32 &Numero, QString &Descricao, 
             return;
         Caixa box = boxOf(Numero, Descricao, pending.descricao());
         box.titulo = variantText(Alias) + u" - "_s + Origem;
-        caixa(box);
+        ask(box);
         setOf(slot)->dropChanges();
     });
 }

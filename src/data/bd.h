@@ -18,6 +18,8 @@ namespace quorel {
 
 class Conexao;
 class ErroExecucao;
+struct Caixa;
+enum class Resposta;
 class RecordSet;
 
 /// Numbers that every caller passes to Records_Set.
@@ -192,6 +194,9 @@ private:
     void Relata_Erro(const QVariant &Alias, qint32 &Numero, QString &Descricao, const QString &Origem);
     /// Runs an operation whose failure is reported, if Avisa, with its own number and description.
     void reported(const QVariant &Alias, const QString &Origem, bool Avisa, const std::function<void()> &operation);
+
+    /// Shows a box of ours, after the lock of an open transaction was given back: nobody else waits for a click.
+    Resposta ask(const Caixa &box);
 
     /// Reports a failure of Campo and CampoImagem, with the field's name.
     void reportField(const ErroExecucao &erro, const QVariant &Nome, const QVariant &Alias);

@@ -95,7 +95,7 @@ void BD::RegistroApaga(const QVariant &Alias, qint32 Afeta, bool Confirma, const
         const auto set = resolved(Alias);
         const QString question = Mensagem.isEmpty() ? u"Deseja apagar o registro atual"_s : Mensagem;
         if (Confirma
-            && caixa({.texto = question, .titulo = u"Deletar Registro"_s, .botoes = Botoes::SimNao}) == Resposta::Nao)
+            && ask({.texto = question, .titulo = u"Deletar Registro"_s, .botoes = Botoes::SimNao}) == Resposta::Nao)
             return;
         set->Delete(Afeta);
         if (!Confirma)

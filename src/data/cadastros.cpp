@@ -1,6 +1,7 @@
 #include "data/cadastros.h"
 
 #include "data/bd.h"
+#include "data/conexao.h"
 #include "data/consultas.h"
 #include "data/textos.h"
 #include "platform/costuras.h"
@@ -87,11 +88,16 @@ struct Valor
 
 } // namespace
 
+static bool lacksGeneric(const QString &alias, const QString &procura, const QString &mostra)
+{
+    QString criterion = procura + u" = "_s + QString::number(kGenerico);
+    return gBD->Pesquisa(criterion, alias, mostra, true).isEmpty();
+}
+
 /// Adds the generic row of a table where it is missing. @param procura  the column that has 9999 in it
 static void addGeneric(const QString &alias, const QString &procura, const QString &mostra, const QList<Valor> &valores)
 {
-    QString criterion = procura + u" = "_s + QString::number(kGenerico);
-    if (!gBD->Pesquisa(criterion, alias, mostra, true).isEmpty())
+    if (!lacksGeneric(alias, procura, mostra))
         return;
     gBD->RegistroAdiciona(alias, true);
     gBD->TransacaoInicio();
@@ -102,11 +108,15 @@ static void addGeneric(const QString &alias, const QString &procura, const QStri
     gBD->ReAtualizaRecordSet(alias, true);
 }
 
-void CriaGenericos()
+static void openAllTables()
 {
     gBD->Records_Set(consultas::todasClasses(), u"rsClasses"_s);
     gBD->Records_Set(consultas::todosAlunos(), u"rsAlunos"_s);
     gBD->Records_Set(consultas::todasLigacoes(), kLigacoes);
+}
+
+static void addGenerics()
+{
     addGeneric(kClasses, u"CL_COD"_s, u"CL_COD"_s,
         {{u"CL_COD"_s, kGenerico, kTrocaNumero}, {u"CL_Prof"_s, u"Genérica"_s, kTrocaTexto},
             {u"CL_Nome"_s, u"Genérica"_s, kTrocaTexto}, {u"CL_Senha"_s, u"Chavema"_s, kTrocaTexto}});
@@ -115,6 +125,21 @@ void CriaGenericos()
     addGeneric(kLigacoes, u"AL_COD"_s, u"CL_COD"_s,
         {{u"AL_COD"_s, kGenerico, kTrocaNumero}, {u"CL_COD"_s, kGenerico, kTrocaNumero},
             {u"CLxAl_DataIngr"_s, agora(), kTrocaComoEsta}});
+}
+
+void CriaGenericos()
+{
+    openAllTables();
+    const bool lacks = lacksGeneric(kClasses, u"CL_COD"_s, u"CL_COD"_s)
+        || lacksGeneric(kAlunos, u"AL_COD"_s, u"AL_COD"_s) || lacksGeneric(kLigacoes, u"AL_COD"_s, u"CL_COD"_s);
+    if (!lacks)
+        return;
+    // Another machine may be at it as well: what is missing is looked for once more when nobody else writes.
+    gBD->TransacaoInicio();
+    ignora([] { gBD->Source()->reserve(); }); // a lock that can't be had is told by the writes
+    openAllTables();
+    addGenerics();
+    gBD->TransacaoFim();
 }
 
 void AbreTabelasCadastro()

@@ -94,6 +94,22 @@ int compareForOrder(QByteArrayView a, QByteArrayView b)
     return (codes > 0) - (codes < 0);
 }
 
+/// What is left of a name without case, accents and blanks.
+static QString bareName(QStringView name)
+{
+    QString bare;
+    for (const QChar c : name.toString().normalized(QString::NormalizationForm_C)) {
+        if (!c.isSpace())
+            bare += QChar(plainLetter(upper1252(c.unicode())));
+    }
+    return bare;
+}
+
+bool sameName(QStringView a, QStringView b)
+{
+    return bareName(a) == bareName(b);
+}
+
 Procurado::Procurado(QStringView texto) : mFolded(upper1252(texto)), mBytes(mFolded.toUtf8()), mAscii(isAscii(mBytes))
 { }
 

@@ -15,6 +15,9 @@ int compareForOrder(QStringView a, QStringView b);
 /// compareForOrder on UTF-8, without making texts of what is plain ASCII.
 int compareForOrder(QByteArrayView a, QByteArrayView b);
 
+/// Whether two names differ in case, accents and blanks alone.
+bool sameName(QStringView a, QStringView b);
+
 /// A text to look for, case ignored, in many UTF-8 texts.
 class Procurado final
 {

@@ -4,12 +4,13 @@
 #include "data/linhas.h"
 
 #include <algorithm>
+#include <optional>
 
 using namespace Qt::StringLiterals;
 
 namespace quorel {
 
-Conexao::Conexao(const QString &linhaConexao) : mArmazem(openStore(linhaConexao)) { }
+Conexao::Conexao(const QString &linhaConexao, Espera espera) : mArmazem(openStore(linhaConexao, espera)) { }
 
 Conexao::~Conexao()
 {
@@ -31,13 +32,21 @@ Armazem &Conexao::store() const
 
 bool Conexao::anyBegun() const
 {
-    return std::ranges::find(mNiveis, Nivel::Comecado) != mNiveis.end();
+    return std::ranges::find(mNiveis, Estado::Comecado, &Nivel::estado) != mNiveis.end();
+}
+
+void Conexao::replaceBegun(Estado estado)
+{
+    for (Nivel &nivel : mNiveis) {
+        if (nivel.estado == Estado::Comecado)
+            nivel = {estado, false};
+    }
 }
 
 void Conexao::noteLoss()
 {
     if (mArmazem && anyBegun() && !mArmazem->inTransaction())
-        std::ranges::replace(mNiveis, Nivel::Comecado, Nivel::Perdido);
+        replaceBegun(Estado::Perdido);
 }
 
 template <typename Work>
@@ -51,28 +60,89 @@ auto Conexao::guarded(Work &&work)
     }
 }
 
+void Conexao::noteWrite()
+{
+    if (!mNiveis.empty())
+        mNiveis.back().gravou = true;
+}
+
+void Conexao::giveBack()
+{
+    if (!mArmazem || !anyBegun() || std::ranges::any_of(mNiveis, &Nivel::gravou))
+        return;
+    if (mArmazem->inTransaction())
+        ignora([&] { mArmazem->rollback(); });
+    if (!mArmazem->inTransaction())
+        replaceBegun(Estado::Adiado); // nothing of it is lost
+}
+
+/// A write, begun where that is still due. It tells whether it met its row; one that adds a row always does.
+template <typename Write>
+auto Conexao::written(Write &&write)
+{
+    try {
+        store();
+        beginPending();
+        const auto result = write(store());
+        if (result)
+            noteWrite();
+        else
+            giveBack();
+        return result;
+    } catch (const ErroExecucao &) {
+        giveBack();
+        noteLoss();
+        throw;
+    }
+}
+
 void Conexao::beginPending()
 {
-    if (!mNiveis.empty() && mNiveis.back() == Nivel::Perdido)
+    if (!mNiveis.empty() && mNiveis.back().estado == Estado::Perdido)
         throw ErroBD(kErroArmazem, u"A transação foi desfeita por uma falha anterior; nada foi gravado."_s);
     bool inside = anyBegun();
     for (int i = 0; Nivel & nivel : mNiveis) {
         ++i;
-        if (nivel != Nivel::Adiado)
+        if (nivel.estado != Estado::Adiado)
             continue;
         if (inside)
             store().savepoint(i);
         else
             store().begin();
-        nivel = Nivel::Comecado;
+        nivel.estado = Estado::Comecado;
         inside = true;
+    }
+}
+
+void Conexao::reserve()
+{
+    guarded([&](Armazem &) { beginPending(); });
+}
+
+void Conexao::settle()
+{
+    if (!anyBegun())
+        return;
+    endStore();
+    replaceBegun(Estado::Adiado);
+}
+
+void Conexao::endStore()
+{
+    try {
+        store().commit();
+    } catch (const ErroExecucao &) {
+        if (store().inTransaction())
+            ignora([&] { store().rollback(); });
+        noteLoss();
+        throw;
     }
 }
 
 void Conexao::BeginTrans()
 {
     store();
-    mNiveis.push_back(Nivel::Adiado);
+    mNiveis.emplace_back();
 }
 
 [[noreturn]] static void failWithoutTransaction()
@@ -87,22 +157,14 @@ void Conexao::CommitTrans()
         failWithoutTransaction();
     const int number = depth();
     const Nivel nivel = mNiveis.back();
-    if (nivel == Nivel::Comecado) {
-        try {
-            mNiveis.pop_back();
-            if (anyBegun())
-                store().release(number);
-            else
-                store().commit();
-        } catch (const ErroExecucao &) {
-            if (!anyBegun() && store().inTransaction())
-                ignora([&] { store().rollback(); });
-            noteLoss();
-            throw;
-        }
-        return;
-    }
     mNiveis.pop_back();
+    if (nivel.estado != Estado::Comecado)
+        return;
+    if (!anyBegun())
+        return endStore();
+    guarded([&](Armazem &armazem) { armazem.release(number); });
+    if (nivel.gravou)
+        noteWrite();
 }
 
 void Conexao::RollbackTrans()
@@ -113,7 +175,7 @@ void Conexao::RollbackTrans()
     const int number = depth();
     const Nivel nivel = mNiveis.back();
     mNiveis.pop_back();
-    if (nivel != Nivel::Comecado)
+    if (nivel.estado != Estado::Comecado)
         return;
     guarded([&](Armazem &armazem) {
         if (anyBegun())
@@ -140,28 +202,30 @@ Linhas Conexao::readRow(const ChaveLinha &linha, const std::vector<QString> &col
     return guarded([&](Armazem &armazem) { return armazem.readRow(linha, colunas); });
 }
 
-qint64 Conexao::insert(const QString &tabela, const std::vector<Atribuicao> &valores)
+qint64 Conexao::insert(const QString &tabela, const QString &chave, const std::vector<Atribuicao> &valores)
 {
-    return guarded([&](Armazem &armazem) {
-        beginPending();
-        return armazem.insert(tabela, valores);
-    });
+    return *written([&](Armazem &armazem) { return std::optional(armazem.insert(tabela, chave, valores)); });
 }
 
 bool Conexao::update(const ChaveLinha &linha, const std::vector<Atribuicao> &valores)
 {
-    return guarded([&](Armazem &armazem) {
-        beginPending();
-        return armazem.update(linha, valores);
-    });
+    return written([&](Armazem &armazem) { return armazem.update(linha, valores); });
 }
 
 bool Conexao::remove(const ChaveLinha &linha)
 {
-    return guarded([&](Armazem &armazem) {
-        beginPending();
-        return armazem.remove(linha);
-    });
+    return written([&](Armazem &armazem) { return armazem.remove(linha); });
+}
+
+IdentidadeCadastro Conexao::identity()
+{
+    return store().identity();
+}
+
+std::vector<SorteLinha> Conexao::log(
+    const std::vector<LinhaLog> &linhas, const std::function<void(bool comIds)> &antesDoCommit)
+{
+    return store().log(linhas, antesDoCommit);
 }
 
 } // namespace quorel

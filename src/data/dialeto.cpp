@@ -1,6 +1,7 @@
 #include "data/dialeto.h"
 
 #include "data/datas.h"
+#include "data/dialeto_ordem.h"
 #include "data/errobd.h"
 
 #include <QRegularExpression>
@@ -167,7 +168,7 @@ void Tradutor::endTerm()
 
 QString translated(QStringView sql, const Dialeto &dialeto)
 {
-    return Tradutor(sql, dialeto).run();
+    return orderedByKeys(Tradutor(sql, dialeto).run(), dialeto.chave);
 }
 
 } // namespace quorel

@@ -37,4 +37,8 @@ ErroBD::ErroBD(NumeroErroBD numero, const QString &descricao, const QString &ori
     : ErroExecucao(numero, descricao), mOrigem(origem)
 { }
 
+ErroBD::ErroBD(NumeroErroBD numero, EspecieFalha especie, const QString &descricao)
+    : ErroExecucao(numero, descricao), mEspecie(especie)
+{ }
+
 } // namespace quorel

@@ -18,17 +18,31 @@ enum NumeroErroBD : int {
     kErroArmazem = -2147467259, ///< any other failure of the store
 };
 
-/// A failure of the data layer: number, Portuguese description, and what raised it.
+/// What kind of failure it is, for who decides what to do next; the number alone does not tell.
+enum class EspecieFalha {
+    Ocupado, ///< others hold it: trying again may help
+    Sumiu, ///< it is not there, or can't be reached any more
+    SoLeitura, ///< it can't be written
+    Cheio, ///< no space is left
+    Danificado,
+    Recusado, ///< this value or statement, not the store: trying again does not help
+    Outra,
+};
+
+/// A failure of the data layer: number, Portuguese description, what raised it, and its kind.
 class ErroBD final : public ErroExecucao
 {
 public:
     explicit ErroBD(NumeroErroBD numero); ///< with the description of that number
     ErroBD(NumeroErroBD numero, const QString &descricao, const QString &origem = {});
+    ErroBD(NumeroErroBD numero, EspecieFalha especie, const QString &descricao);
 
     QString origem() const { return mOrigem; } ///< empty when it is the record set itself
+    EspecieFalha especie() const { return mEspecie; } ///< Outra, unless the store told
 
 private:
     QString mOrigem;
+    EspecieFalha mEspecie = EspecieFalha::Outra;
 };
 
 } // namespace quorel

@@ -2,34 +2,37 @@
 
 #include "data/esquema.h"
 #include "data/forma.h"
+#include "data/identidade.h"
+#include "data/instantaneo.h"
 #include "data/schema.h"
 #include "data/sqlite_base.h"
 #include "platform/caminho.h"
-#include "platform/sistema.h"
+#include "platform/costuras.h"
 
-#include <QDir>
 #include <QFile>
-#include <QFileInfo>
 #include <QRegularExpression>
+#include <QVariant>
 
 #include <sqlite3.h>
-
-#include <filesystem>
 
 using namespace Qt::StringLiterals;
 
 namespace quorel {
 
-static constexpr int kBusyMs = 10000; ///< for others' locks
 static constexpr int kMaxFindings = 100; ///< of the store's own check
 
-static BancoSqlite openForCare(const QString &caminho)
+/// Class, pupil and link 9999: so new codes begin at 10000, and machines that meet a fresh register find nothing to do.
+static void writeGenericRows(sqlite3 *db)
 {
-    BancoSqlite db = openDatabase(nativePath(caminho), SQLITE_OPEN_READWRITE);
-    checkRegisterFile(db.get());
-    sqlite3_busy_timeout(db.get(), kBusyMs);
-    execute(db.get(), u"PRAGMA trusted_schema=OFF"_s);
-    return db;
+    runScript(db,
+        "BEGIN;"
+        "INSERT INTO CL_Classes (CL_Cod, CL_Nome, CL_Prof, CL_Senha) "
+        "VALUES (9999, 'Genérica', 'Genérica', 'Chavema');"
+        "INSERT INTO AL_Alunos (AL_Cod, AL_Nome) VALUES (9999, 'Genérico');");
+    Comando link(db, u"INSERT INTO CLxAL (AL_Cod, CL_Cod, CLxAL_DataIngr) VALUES (9999, 9999, ?1)"_s);
+    link.bind(1, agora());
+    link.run();
+    execute(db, u"COMMIT"_s);
 }
 
 void createRegister(const QString &caminho)
@@ -42,6 +45,8 @@ void createRegister(const QString &caminho)
     try {
         const BancoSqlite db = openDatabase(native, SQLITE_OPEN_READWRITE);
         runScript(db.get(), "BEGIN;" + registerSchema() + "COMMIT;");
+        writeGenericRows(db.get());
+        layOwnTables(db.get());
     } catch (const ErroExecucao &) {
         QFile::remove(native);
         throw;
@@ -59,7 +64,7 @@ static QString damageText(const QString &message)
     return (isPage ? u"dano na página %1 do arquivo"_s : u"dano no índice %1"_s).arg(match.captured(2));
 }
 
-static void findDamage(sqlite3 *db, QStringList &findings)
+void findDamage(sqlite3 *db, QStringList &findings)
 {
     Comando check(db, u"PRAGMA integrity_check(%1)"_s.arg(kMaxFindings));
     while (check.step()) {
@@ -118,17 +123,28 @@ static void findLooseRows(sqlite3 *db, QStringList &findings)
         u"aulas registradas sem aluno na tabela LG_LogAulas: %1"_s, findings);
 }
 
+static void findOldTables(sqlite3 *db, QStringList &findings)
+{
+    const IdentidadeCadastro identity = readIdentity(db);
+    if (identity.identidade.isEmpty() || !identity.temEntregas || identity.versao < kVersaoCadastro)
+        findings << u"o cadastro é de uma versão anterior; rode quorel-cadastro atualiza"_s;
+    if (!identity.mudou.isEmpty())
+        findings << movedText(identity.mudou);
+}
+
 QStringList registerFindings(const QString &caminho)
 {
-    const BancoSqlite db = openForCare(caminho);
+    const BancoSqlite source = openForCare(caminho);
     QStringList findings;
     try {
+        const BancoSqlite db = oneMoment(source.get()); // a long look at the register itself would hold up who writes
         findDamage(db.get(), findings);
         const bool sound = findings.isEmpty(); // rows counted by a damaged index are not what is there
         if (findMissing(db.get(), findings) && sound) {
             findBadKeys(db.get(), findings);
             findBadCells(db.get(), findings);
             findLooseRows(db.get(), findings);
+            findOldTables(db.get(), findings);
         }
     } catch (const ErroBD &erro) {
         findings << erro.descricao();
@@ -153,92 +169,16 @@ std::vector<ContagemTabela> registerCounts(const QString &caminho)
     return counts;
 }
 
-/// What is wrong with the file that a copy is to become.
-[[noreturn]] static void refuseTarget(const QString &destino, const QString &description)
+bool updateRegister(const QString &caminho)
 {
-    throw ErroBD(kErroArmazem, description, destino);
+    return layOwnTables(openForCare(caminho).get());
 }
 
-static void backup(sqlite3 *from, sqlite3 *to, const QString &destino)
+void renewRegister(const QString &caminho)
 {
-    sqlite3_backup *work = sqlite3_backup_init(to, "main", from, "main");
-    if (!work)
-        throw sqliteError(to, sqlite3_extended_errcode(to));
-    int code = SQLITE_OK;
-    for (int waited = 0; waited < kBusyMs; waited += 10) {
-        code = sqlite3_backup_step(work, -1); // all at once: one moment's state
-        if (code != SQLITE_BUSY && code != SQLITE_LOCKED)
-            break;
-        sqlite3_sleep(10);
-    }
-    const int end = sqlite3_backup_finish(work);
-    if (code == SQLITE_DONE)
-        code = end;
-    if (code == SQLITE_FULL)
-        refuseTarget(destino, sqliteError(to, code).descricao());
-    if (code != SQLITE_OK)
-        throw sqliteError(to, code);
-}
-
-/// Makes the file that takes the destination's name once it is whole.
-static BancoSqlite makeUnfinished(const QString &native, const QString &destino)
-{
-    try {
-        return openDatabase(native, SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE);
-    } catch (const ErroBD &erro) {
-        refuseTarget(destino, erro.descricao());
-    }
-}
-
-static void writeChecked(const QString &origem, const QString &native, const QString &destino)
-{
-    const BancoSqlite from = openForCare(origem);
-    const BancoSqlite to = makeUnfinished(native, destino);
-    execute(to.get(), u"PRAGMA synchronous=EXTRA"_s);
-    backup(from.get(), to.get(), destino);
-    QStringList damage;
-    findDamage(to.get(), damage);
-    if (!damage.isEmpty())
-        throw ErroBD(kErroArmazem, u"A cópia foi conferida; há "_s + damage.first());
-}
-
-/// Puts the copy in the destination's place. What a program that died left beside the old file goes before, since the
-/// store would play it back into the copy.
-static void takeThePlace(const QString &copy, const QString &destino)
-{
-    if (isOpenElsewhere(destino)) // a program that has it open would go on in a file without a name
-        refuseTarget(destino, u"O cadastro está em uso por outro programa desta máquina. Feche-o e copie de novo."_s);
-    const QString target = nativePath(destino);
-    if (const QFileInfo there(target); there.exists()) // who may write the register may go on doing so
-        QFile::setPermissions(copy, there.permissions());
-    for (const auto suffix : {"-journal"_L1, "-wal"_L1}) {
-        const QString left = target + suffix;
-        if (QFileInfo::exists(left) && !QFile::remove(left))
-            refuseTarget(destino, u"O que ficou de uma gravação interrompida no destino não pôde ser retirado."_s);
-    }
-    std::error_code failure;
-    std::filesystem::rename(copy.toStdU16String(), target.toStdU16String(), failure);
-    if (failure)
-        refuseTarget(destino, u"A cópia não pôde receber o nome do destino."_s);
-}
-
-void copyRegister(const QString &origem, const QString &destino, bool sobrescreve)
-{
-    const QString target = nativePath(destino);
-    const QFileInfo there(target);
-    if (there.exists() && there.canonicalFilePath() == QFileInfo(nativePath(origem)).canonicalFilePath())
-        throw ErroBD(kErroArmazem, u"A origem e o destino são o mesmo arquivo."_s);
-    if (there.exists() && !sobrescreve)
-        refuseTarget(destino, u"O arquivo de destino já existe."_s);
-    const QString unfinished = target + u".parcial"_s;
-    QFile::remove(unfinished);
-    try {
-        writeChecked(origem, unfinished, destino);
-        takeThePlace(unfinished, destino);
-    } catch (const ErroExecucao &) {
-        QFile::remove(unfinished);
-        throw;
-    }
+    const BancoSqlite db = openForCare(caminho);
+    layOwnTables(db.get());
+    renewIdentity(db.get(), true);
 }
 
 } // namespace quorel

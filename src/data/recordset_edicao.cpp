@@ -159,7 +159,8 @@ QVariant RecordSet::addedKey(qlonglong number) const
 
 void RecordSet::writeAdded()
 {
-    const qlonglong number = mConexao->insert(mBase, assignments(mInclusao->valores));
+    const qlonglong number =
+        mConexao->insert(mBase, mColunas[static_cast<size_t>(mChave)].origem, assignments(mInclusao->valores));
     const QVariant key = addedKey(number);
     const qsizetype row = rowCount();
     mGravados[row] = std::move(mInclusao->valores);

@@ -33,4 +33,4 @@ CREATE TABLE LG_LogAulas (
     LG_Id INTEGER PRIMARY KEY AUTOINCREMENT
 );
 
-CREATE INDEX LG_AlunoClasse ON LG_LogAulas (LG_Aluno, LG_Classe, LG_Data);
+CREATE INDEX LG_AlunoClasseData ON LG_LogAulas (LG_Aluno, LG_Classe, LG_Data, LG_Id);

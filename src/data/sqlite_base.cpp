@@ -6,8 +6,8 @@
 
 #include <sqlite3.h>
 
+#include <algorithm>
 #include <array>
-#include <utility>
 
 using namespace Qt::StringLiterals;
 
@@ -23,35 +23,45 @@ void FechaComando::operator()(sqlite3_stmt *stmt) const noexcept
     sqlite3_finalize(stmt);
 }
 
-static QString descriptionOf(int code)
+namespace {
+
+struct Falha
 {
-    static const std::array<std::pair<int, QString>, 20> kTexts{{
-        {SQLITE_BUSY, u"O banco de dados está em uso por outro programa. Tente novamente."_s},
-        {SQLITE_LOCKED, u"A tabela está em uso. Tente novamente."_s},
-        {SQLITE_READONLY, u"O banco de dados só pode ser lido; nada foi gravado."_s},
-        {SQLITE_FULL, u"Não há espaço em disco para gravar no banco de dados."_s},
-        {SQLITE_IOERR, u"Falha de leitura ou gravação no arquivo do banco de dados."_s},
-        {SQLITE_CORRUPT, u"O arquivo do banco de dados está danificado."_s},
-        {SQLITE_NOTADB, u"O arquivo não é um banco de dados, ou está danificado."_s},
-        {SQLITE_FORMAT, u"O formato do arquivo do banco de dados não é conhecido."_s},
-        {SQLITE_CANTOPEN, u"O arquivo do banco de dados não pôde ser aberto."_s},
-        {SQLITE_PERM, u"Não há permissão para usar o arquivo do banco de dados."_s},
-        {SQLITE_AUTH, u"A operação não é permitida neste banco de dados."_s},
-        {SQLITE_NOMEM, u"Não há memória suficiente para a operação."_s},
-        {SQLITE_CONSTRAINT, u"O valor repete uma chave ou fere uma regra da tabela; nada foi gravado."_s},
-        {SQLITE_MISMATCH, u"O valor não é do tipo da coluna."_s},
-        {SQLITE_TOOBIG, u"O valor é grande demais para o banco de dados."_s},
-        {SQLITE_PROTOCOL, u"O arquivo do banco de dados não pôde ser reservado."_s},
-        {SQLITE_SCHEMA, u"As tabelas do banco de dados mudaram. Tente novamente."_s},
-        {SQLITE_NOLFS, u"O sistema de arquivos não aceita um arquivo tão grande."_s},
-        {SQLITE_INTERRUPT, u"A operação foi interrompida."_s},
-        {SQLITE_ABORT, u"A operação foi desfeita."_s},
-    }};
-    for (const auto &[known, text] : kTexts) {
-        if (known == code)
-            return text;
-    }
-    return u"Falha %1 do banco de dados."_s.arg(code);
+    int code;
+    EspecieFalha especie;
+    QString text;
+};
+
+} // namespace
+
+static Falha failureOf(int code)
+{
+    using enum EspecieFalha;
+    static const std::array kFalhas{
+        Falha{SQLITE_BUSY, Ocupado, u"O banco de dados está em uso por outro programa. Tente novamente."_s},
+        Falha{SQLITE_LOCKED, Ocupado, u"A tabela está em uso. Tente novamente."_s},
+        Falha{SQLITE_READONLY, SoLeitura, u"O banco de dados só pode ser lido; nada foi gravado."_s},
+        Falha{SQLITE_FULL, Cheio, u"Não há espaço em disco para gravar no banco de dados."_s},
+        Falha{SQLITE_IOERR, Sumiu, u"Falha de leitura ou gravação no arquivo do banco de dados."_s},
+        Falha{SQLITE_CORRUPT, Danificado, u"O arquivo do banco de dados está danificado."_s},
+        Falha{SQLITE_NOTADB, Danificado, u"O arquivo não é um banco de dados, ou está danificado."_s},
+        Falha{SQLITE_FORMAT, Danificado, u"O formato do arquivo do banco de dados não é conhecido."_s},
+        Falha{SQLITE_CANTOPEN, Sumiu, u"O arquivo do banco de dados não pôde ser aberto."_s},
+        Falha{SQLITE_PERM, SoLeitura, u"Não há permissão para usar o arquivo do banco de dados."_s},
+        Falha{SQLITE_AUTH, SoLeitura, u"A operação não é permitida neste banco de dados."_s},
+        Falha{SQLITE_NOMEM, Outra, u"Não há memória suficiente para a operação."_s},
+        Falha{
+            SQLITE_CONSTRAINT, Recusado, u"O valor repete uma chave ou fere uma regra da tabela; nada foi gravado."_s},
+        Falha{SQLITE_MISMATCH, Recusado, u"O valor não é do tipo da coluna."_s},
+        Falha{SQLITE_TOOBIG, Recusado, u"O valor é grande demais para o banco de dados."_s},
+        Falha{SQLITE_PROTOCOL, Ocupado, u"O arquivo do banco de dados não pôde ser reservado."_s},
+        Falha{SQLITE_SCHEMA, Ocupado, u"As tabelas do banco de dados mudaram. Tente novamente."_s},
+        Falha{SQLITE_NOLFS, Cheio, u"O sistema de arquivos não aceita um arquivo tão grande."_s},
+        Falha{SQLITE_INTERRUPT, Outra, u"A operação foi interrompida."_s},
+        Falha{SQLITE_ABORT, Outra, u"A operação foi desfeita."_s},
+    };
+    const auto found = std::ranges::find(kFalhas, code, &Falha::code);
+    return found != kFalhas.end() ? *found : Falha{code, Outra, u"Falha %1 do banco de dados."_s.arg(code)};
 }
 
 /// The name behind a fixed beginning of the store's own message.
@@ -71,15 +81,17 @@ ErroBD sqliteError(sqlite3 *db, int code)
         return ErroBD(kErroArmazem, // met by reading: a write of another program broke off
             u"O banco de dados guarda uma gravação interrompida e aqui só pode ser lido. Abra-o uma vez onde possa ser gravado."_s);
     const int primary = code & 0xff;
-    if (primary != SQLITE_ERROR || !db)
-        return ErroBD(kErroArmazem, descriptionOf(primary));
+    if (primary != SQLITE_ERROR || !db) {
+        const Falha failure = failureOf(primary);
+        return ErroBD(kErroArmazem, failure.especie, failure.text);
+    }
     const QString message = QString::fromUtf8(sqlite3_errmsg(db));
     QString name;
     if (nameBehind(message, "no such table: "_L1, name))
-        return ErroBD(kErroTabela, u"Não existe a tabela ou consulta \"%1\"."_s.arg(name));
+        return ErroBD(kErroTabela, EspecieFalha::Recusado, u"Não existe a tabela ou consulta \"%1\"."_s.arg(name));
     if (nameBehind(message, "no such column: "_L1, name))
-        return ErroBD(kErroSql, u"Não existe a coluna \"%1\"."_s.arg(name));
-    return ErroBD(kErroSql);
+        return ErroBD(kErroSql, EspecieFalha::Recusado, u"Não existe a coluna \"%1\"."_s.arg(name));
+    return ErroBD(kErroSql, EspecieFalha::Recusado, ErroBD(kErroSql).descricao());
 }
 
 BancoSqlite openDatabase(const QString &native, int flags)
@@ -153,6 +165,9 @@ void Comando::bind(int number, const QVariant &valor)
     } else if (valor.typeId() == QMetaType::QString || valor.typeId() == QMetaType::QDateTime) {
         const bool isDate = valor.typeId() == QMetaType::QDateTime;
         const QByteArray text = (isDate ? storedDate(valor.toDateTime()) : valor.toString()).toUtf8();
+        if (text.contains('\0'))
+            throw ErroBD(
+                kErroValor, EspecieFalha::Recusado, u"Um texto com o caractere de código 0 não pode ser gravado."_s);
         code = sqlite3_bind_text64(
             stmt, number, text.constData(), static_cast<sqlite3_uint64>(text.size()), SQLITE_TRANSIENT, SQLITE_UTF8);
     } else {
@@ -181,6 +196,11 @@ QString Comando::text(int column) const
 void Comando::run()
 {
     while (step()) { }
+}
+
+void Comando::again()
+{
+    sqlite3_reset(mStmt.get());
 }
 
 void execute(sqlite3 *db, const QString &sql)

@@ -49,6 +49,7 @@ public:
     bool step(); ///< whether there is a row @throws ErroBD
     QString text(int column) const; ///< of the present row, columns from 0; empty for Null
     void run(); ///< to its end @throws ErroBD
+    void again(); ///< may be stepped once more, with what is bound
 
 private:
     sqlite3 *mDb;

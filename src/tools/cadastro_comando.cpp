@@ -8,6 +8,7 @@
 #include "platform/erro.h"
 #include "tools/cadastro_importa.h"
 
+#include <algorithm>
 #include <array>
 
 namespace quorel::cadastro {
@@ -20,7 +21,7 @@ enum Codigo : int { kBem = 0, kAConsertar = 1, kNaoRodou = 2 };
 
 const QString kAjuda = uR"(Uso:
   quorel-cadastro cria ARQUIVO
-      cria um cadastro vazio; um arquivo que existe fica como está
+      cria um cadastro que só tem a classe e o aluno genéricos; um arquivo que existe fica como está
   quorel-cadastro importa ARQUIVO LISTA
       acrescenta classes e alunos de um texto (UTF-8 ou página de código 1252), um por linha, ou nada, se uma
       linha não serve; no fim diz quantos gravou e que nomes já estavam lá:
@@ -31,9 +32,15 @@ const QString kAjuda = uR"(Uso:
       mostra um achado por linha
   quorel-cadastro conta ARQUIVO
       mostra quantas linhas há em cada tabela
-  quorel-cadastro copia ARQUIVO DESTINO [--sobrescreve]
+  quorel-cadastro copia ARQUIVO DESTINO [--sobrescreve] [--muda]
       copia o cadastro, mesmo em uso, e confere a cópia; um destino que existe só é trocado com --sobrescreve, e
-      nunca enquanto outro programa desta máquina o tem aberto (os das outras máquinas não se veem: feche-os antes)
+      nunca enquanto outro programa desta máquina o tem aberto (os das outras máquinas não se veem: feche-os antes);
+      com --muda o destino passa a ser o cadastro, e o que fica na origem não se usa mais
+  quorel-cadastro atualiza ARQUIVO
+      acrescenta a um cadastro de versão anterior as tabelas que faltam; depois dele nenhuma aula se repete
+  quorel-cadastro restaurado ARQUIVO
+      depois que uma cópia de segurança voltou: dá ao cadastro nova identidade, e o que espera nas máquinas só entra
+      para o aluno que ainda tem o mesmo código e o mesmo nome
   quorel-cadastro --help
 
 Código de saída: 0 tudo em ordem, 1 há o que consertar, 2 não foi possível executar.
@@ -42,8 +49,12 @@ Código de saída: 0 tudo em ordem, 1 há o que consertar, 2 não foi possível 
 struct Pedido
 {
     QStringList caminhos; ///< with backslashes
-    bool sobrescreve = false;
+    QStringList opcoes; ///< with their "--"
+    bool has(QLatin1StringView opcao) const { return opcoes.contains(opcao); }
 };
+
+constexpr auto kSobrescreve = "--sobrescreve"_L1;
+constexpr auto kMuda = "--muda"_L1;
 
 int cria(const Pedido &pedido, QTextStream &)
 {
@@ -77,7 +88,21 @@ int conta(const Pedido &pedido, QTextStream &saida)
 
 int copia(const Pedido &pedido, QTextStream &)
 {
-    copyRegister(pedido.caminhos[0], pedido.caminhos[1], pedido.sobrescreve);
+    const auto copies = pedido.has(kMuda) ? moveRegister : copyRegister;
+    copies(pedido.caminhos[0], pedido.caminhos[1], pedido.has(kSobrescreve));
+    return kBem;
+}
+
+int atualiza(const Pedido &pedido, QTextStream &saida)
+{
+    if (!updateRegister(pedido.caminhos[0]))
+        saida << u"não faltava nada\n"_s;
+    return kBem;
+}
+
+int restaurado(const Pedido &pedido, QTextStream &)
+{
+    renewRegister(pedido.caminhos[0]);
     return kBem;
 }
 
@@ -86,28 +111,30 @@ struct Comando
     QLatin1StringView nome;
     int arquivos; ///< how many names of files it takes
     int (*executa)(const Pedido &, QTextStream &saida);
+    std::array<QLatin1StringView, 2> opcoes{}; ///< that it knows
 };
 
 constexpr std::array kComandos{Comando{"cria"_L1, 1, cria}, Comando{"importa"_L1, 2, importaLista},
-    Comando{"verifica"_L1, 1, verifica}, Comando{"conta"_L1, 1, conta}, Comando{"copia"_L1, 2, copia}};
+    Comando{"verifica"_L1, 1, verifica}, Comando{"conta"_L1, 1, conta},
+    Comando{"copia"_L1, 2, copia, {kSobrescreve, kMuda}}, Comando{"atualiza"_L1, 1, atualiza},
+    Comando{"restaurado"_L1, 1, restaurado}};
 
 /// @return null for arguments that make no sense
 const Comando *parse(const QStringList &argumentos, Pedido &pedido)
 {
     QString name;
     for (const QString &argument : argumentos) {
-        if (argument == "--sobrescreve"_L1)
-            pedido.sobrescreve = true;
-        else if (argument.startsWith("--"_L1))
-            return nullptr;
+        if (argument.startsWith("--"_L1))
+            pedido.opcoes << argument;
         else if (name.isEmpty())
             name = argument;
         else
             pedido.caminhos << backslashPath(argument);
     }
     for (const Comando &command : kComandos) {
-        const bool optionFits = !pedido.sobrescreve || command.executa == copia;
-        if (name == command.nome && pedido.caminhos.size() == command.arquivos && optionFits)
+        const bool optionsFit = std::ranges::all_of(pedido.opcoes,
+            [&](const QString &option) { return std::ranges::find(command.opcoes, option) != command.opcoes.end(); });
+        if (name == command.nome && pedido.caminhos.size() == command.arquivos && optionsFit)
             return &command;
     }
     return nullptr;

@@ -1,5 +1,6 @@
 #include "apoio.h"
 
+#include "data/identidade.h"
 #include "data/schema.h"
 #include "platform/costuras.h"
 #include "support/suporte.h"
@@ -59,7 +60,10 @@ QStringList plainSql(const QString &native, const QString &sql)
 void makeRegister(const QString &native)
 {
     QFile::remove(native);
-    plainSql(native, QString::fromUtf8(registerSchema()));
+    plainSql(native, QString::fromUtf8(registerSchema() + ownSchema()));
+    plainSql(native,
+        u"INSERT INTO QR_Registro VALUES ('identidade', '%1'), ('versao', '%2')"_s.arg(
+            QUuid::createUuid().toString(QUuid::WithoutBraces), QString::number(kVersaoCadastro)));
 }
 
 Registro::Registro(const QString &rows)

@@ -16,7 +16,7 @@
 
 namespace quorel::teste {
 
-/// Makes an empty register at a native path, plain SQLite with the schema's tables.
+/// Makes an empty register at a native path, plain SQLite with the schema's tables and an identity.
 void makeRegister(const QString &native);
 
 /// Runs plain SQL on a file through a connection of its own. @return the rows, columns joined by "|"; NULL is "NULL".

@@ -132,8 +132,6 @@ void TstValores::textsComeBackUnharmed_data()
     rows<QString>({
         {"apostrophes", u"D'Ávila ''x'' \"y\""_s},
         {"percent, marks of queries", u"100% _ * ? ?1 :a @b $c ; -- /* #11/24/2026# [x]"_s},
-        {"a NUL within", u"antes"_s + QChar(0) + u"depois"_s},
-        {"a NUL alone", QString(QChar(0))},
         {"emoji", u"Ana \U0001F600 \U0001F468‍\U0001F469‍\U0001F467"_s},
         {"outside the code page", u"Ωλ жук 漢字 ﷽"_s},
         {"line breaks and tabs", u"a\r\nb\tc\n"_s},

@@ -27,7 +27,9 @@ public:
     TstQuorelCadastro() : TesteDePrograma(u"quorel-cadastro"_s) { }
 
 private slots:
-    void anEmptyRegisterWantsTheGenericRows();
+    void aFreshRegisterHasTheGenericRowsOnly();
+    void olderOnesAreBroughtUpToDate();
+    void copiesAreOtherRegisters();
     void importsClassesAndPupils_data();
     void importsClassesAndPupils();
     void importsNothingWhileAProgramHoldsTheLock();
@@ -64,16 +66,66 @@ QString TstQuorelCadastro::count(const QString &file, const QString &table)
     return plainSql(file, u"SELECT count(*) FROM "_s + table).first();
 }
 
-void TstQuorelCadastro::anEmptyRegisterWantsTheGenericRows()
+void TstQuorelCadastro::aFreshRegisterHasTheGenericRowsOnly()
 {
     QCOMPARE(run({u"cria"_s, c()}), 0);
-    QCOMPARE(run({u"verifica"_s, c()}), 1);
-    QCOMPARE(lines(),
-        (QStringList{u"falta a classe genérica 9999; o programa a cria ao iniciar"_s,
-            u"falta o aluno genérico 9999; o programa o cria ao iniciar"_s,
-            u"falta a ligação do aluno genérico 9999; o programa a cria ao iniciar"_s}));
+    QCOMPARE(run({u"verifica"_s, c()}), 0);
     QCOMPARE(run({u"conta"_s, c()}), 0);
-    QCOMPARE(lines(), (QStringList{u"AL_Alunos\t0"_s, u"CL_Classes\t0"_s, u"CLxAL\t0"_s, u"LG_LogAulas\t0"_s}));
+    QCOMPARE(lines(),
+        (QStringList{u"AL_Alunos\t1"_s, u"AL_Destinos\t0"_s, u"AL_Extra\t0"_s, u"CL_Classes\t1"_s, u"CLxAL\t1"_s,
+            u"LG_Entregas\t0"_s, u"LG_LogAulas\t0"_s, u"QR_Registro\t3"_s}));
+    QCOMPARE(plainSql(c(), u"INSERT INTO AL_Alunos (AL_Nome) VALUES ('Ana'); SELECT max(AL_Cod) FROM AL_Alunos"_s),
+        QStringList(u"10000"_s));
+}
+
+static QString identityOf(const QString &file)
+{
+    return plainSql(file, u"SELECT valor FROM QR_Registro WHERE chave = 'identidade'"_s).value(0);
+}
+
+/// A register as it was before there were tables of ours; two copies of it get the same ids for their rows.
+void TstQuorelCadastro::olderOnesAreBroughtUpToDate()
+{
+    makeC(u"DROP TABLE LG_Entregas; DROP TABLE AL_Extra; DROP TABLE AL_Destinos; DROP INDEX LG_AlunoClasseData;"
+          "INSERT INTO LG_LogAulas (LG_Aluno) VALUES (9999), (9999)"_s);
+    QVERIFY(QFile::copy(c(), d()));
+    QCOMPARE(run({u"verifica"_s, c()}), 1);
+    QCOMPARE(lines(), QStringList(u"o cadastro é de uma versão anterior; rode quorel-cadastro atualiza"_s));
+    QCOMPARE(outcome(u"atualiza c.mdb"_s), u"0 / "_s);
+    QCOMPARE(outcome(u"atualiza c.mdb"_s), u"0 / não faltava nada"_s);
+    QCOMPARE(outcome(u"atualiza d.mdb"_s), u"0 / "_s);
+    const QString ids = u"SELECT LG_Uuid, LG_Id, origem FROM LG_Entregas ORDER BY LG_Id"_s;
+    QCOMPARE(plainSql(c(), ids).size(), 2);
+    QCOMPARE(plainSql(c(), ids), plainSql(d(), ids));
+    QCOMPARE(run({u"verifica"_s, c()}), 0);
+    plainSql(d(), u"DROP TABLE QR_Registro"_s); // older still
+    QCOMPARE(outcome(u"atualiza d.mdb"_s), u"0 / "_s);
+    QVERIFY(!identityOf(d()).isEmpty());
+}
+
+void TstQuorelCadastro::copiesAreOtherRegisters()
+{
+    makeC(u"INSERT INTO LG_LogAulas (LG_Aluno) VALUES (9999)"_s);
+    const QString original = identityOf(c());
+    const auto earlier = [this] {
+        return plainSql(d(), u"SELECT valor FROM QR_Registro WHERE chave = 'anteriores'"_s).value(0);
+    };
+    QCOMPARE(outcome(u"copia c.mdb d.mdb"_s), u"0 / "_s);
+    const QString copy = identityOf(d());
+    QVERIFY(copy != original);
+    QCOMPARE(earlier(), QString()); // rows for the original are none of its business, unless it takes its place
+    QCOMPARE(outcome(u"restaurado d.mdb"_s), u"0 / "_s);
+    QVERIFY(identityOf(d()) != copy);
+    QCOMPARE(earlier(), copy + u' ' + original);
+
+    QCOMPARE(outcome(u"copia c.mdb d.mdb --muda --sobrescreve"_s), u"0 / "_s);
+    QCOMPARE(identityOf(d()), original);
+    QCOMPARE(run({u"verifica"_s, c()}), 1);
+    QVERIFY2(lines().value(0).startsWith(u"Este cadastro mudou para "_s), mSaida);
+    QCOMPARE(run({u"verifica"_s, d()}), 0);
+    file(u"lista.txt"_s, kGoodList);
+    QCOMPARE(run({u"importa"_s, c(), u"lista.txt"_s}), 2);
+    QVERIFY2(errors().contains(u"Este cadastro mudou para "_s), mErros);
 }
 
 void TstQuorelCadastro::importsClassesAndPupils_data()
