@@ -2,6 +2,8 @@
 // through SQLite's C API, or through QSqlQuery. "--memoria" prints what an open record set holds, in a fresh process.
 #include "data/bd.h"
 #include "data/conexao.h"
+#include "data/pendentes.h"
+#include "data/schema.h"
 #include "disco_falho.h"
 #include "lessons/andamento.h"
 #include "lessons/log_aulas.h"
@@ -14,6 +16,7 @@
 #include <QSqlDatabase>
 #include <QSqlQuery>
 #include <QTemporaryDir>
+#include <QUuid>
 
 #include <benchmark/benchmark.h>
 #include <sqlite3.h>
@@ -37,9 +40,9 @@ constexpr qsizetype kValuesSize = qsizetype(kRows) * (3 * 8 + 3 * 20); ///< byte
 constexpr int kPupilOfMany = 1; ///< has kRows rows in the log
 constexpr int kPupilOfFew = 2;
 constexpr int kFew = 200;
+constexpr int kWaiting = 1000;
 
 const QString kQuery = u"SELECT * FROM Medida"_s;
-const QString kLogQuery = u"SELECT * FROM LG_LogAulas where LG_Aluno=%1 and LG_Classe=1 order by LG_Data DESC"_s;
 
 QString gFile; ///< native path of the register
 
@@ -85,10 +88,8 @@ std::string rowsOf(int count)
 void fill(const QString &file)
 {
     const Database db = openPlain(file);
-    QFile schema(QStringLiteral(QUOREL_SOURCE "/src/data/schema.sql"));
-    if (!schema.open(QIODevice::ReadOnly))
-        qFatal("no schema");
-    run(db.get(), schema.readAll().toStdString());
+    run(db.get(), (registerSchema() + ownSchema()).toStdString());
+    run(db.get(), "INSERT INTO QR_Registro VALUES ('identidade', 'medida')");
     run(db.get(),
         "CREATE TABLE Medida (ME_Cod INTEGER PRIMARY KEY AUTOINCREMENT, ME_A INTEGER, ME_B INTEGER, ME_X VARCHAR, "
         "ME_Y VARCHAR, ME_Z VARCHAR)");
@@ -193,15 +194,18 @@ void searchOurs(benchmark::State &state)
     reiniciaData();
 }
 
-/// One row in a transaction of its own, then the query.
+/// One row and its id in a transaction of their own.
 void logByHand(sqlite3 *db, int pupil)
 {
+    static int number = 0;
     run(db, "BEGIN IMMEDIATE");
     run(db,
         "INSERT INTO LG_LogAulas (LG_Aluno, LG_Classe, LG_Data, RO_Cod, LG_Resp) VALUES (" + std::to_string(pupil)
             + ", 1, '2026-11-25 10:00:00', 7, 'Matemática<disc>Formas<rot>A:E:A:')");
+    run(db,
+        "INSERT INTO LG_Entregas VALUES (lower(hex(randomblob(16))), last_insert_rowid(), 'maquina/conta "
+            + std::to_string(++number) + "', '2026-11-25 10:00:00')");
     run(db, "COMMIT");
-    benchmark::DoNotOptimize(readPlain(db, kLogQuery.arg(pupil)).size());
 }
 
 /// Times of one kind of work, the disk's syncs of the last one.
@@ -227,6 +231,15 @@ struct Medida
     }
 };
 
+void tell(benchmark::State &state, Medida &floor, Medida &ours)
+{
+    state.counters["floor_ms"] = floor.median() * 1000;
+    state.counters["ours_ms"] = ours.median() * 1000;
+    state.counters["ratio"] = ours.median() / floor.median();
+    state.counters["floor_syncs"] = floor.syncs;
+    state.counters["ours_syncs"] = ours.syncs;
+}
+
 /// GravaLog and the same by hand in turn, since the time of a sync drifts with all that the machine does.
 void logRow(benchmark::State &state)
 {
@@ -251,11 +264,64 @@ void logRow(benchmark::State &state)
         }
     }
     reiniciaData();
-    state.counters["floor_ms"] = floor.median() * 1000;
-    state.counters["ours_ms"] = ours.median() * 1000;
-    state.counters["ratio"] = ours.median() / floor.median();
-    state.counters["floor_syncs"] = floor.syncs;
-    state.counters["ours_syncs"] = ours.syncs;
+    tell(state, floor, ours);
+}
+
+/// The same inserts as a delivery, in one transaction.
+void manyByHand(sqlite3 *db)
+{
+    run(db, "BEGIN IMMEDIATE");
+    const Statement log = prepared(db,
+        u"INSERT INTO LG_LogAulas (LG_Aluno, LG_Classe, LG_Data, RO_Cod, LG_Resp) VALUES (9999, 9999, "
+        "'2026-11-25 10:00:00', 7, 'Matemática<disc>Formas<rot>A:E:A:')"_s);
+    const Statement id = prepared(db,
+        u"INSERT INTO LG_Entregas VALUES (lower(hex(randomblob(16))), last_insert_rowid(), 'maquina/conta', "
+        "'2026-11-25 10:00:00')"_s);
+    for (int i = 0; i < kWaiting; ++i) {
+        for (sqlite3_stmt *each : {log.get(), id.get()}) {
+            sqlite3_step(each);
+            sqlite3_reset(each);
+        }
+    }
+    run(db, "COMMIT");
+}
+
+void keepMany()
+{
+    for (int i = 0; i < kWaiting; ++i)
+        gBD->waitingRows().keep({.uuid = QUuid::createUuid().toString(QUuid::WithoutBraces),
+                                    .aluno = kGenerico,
+                                    .classe = kGenerico,
+                                    .data = QDateTime(QDate(2026, 11, 25), QTime(10, 0)),
+                                    .roteiro = 7,
+                                    .respostas = u"Matemática<disc>Formas<rot>A:E:A:"_s,
+                                    .origem = u"maquina/conta"_s,
+                                    .esperou = true,
+                                    .cadastro = gBD->Source()->identity().identidade},
+            gFile);
+}
+
+/// A delivery of rows that waited, and one transaction of the same inserts.
+void deliver(benchmark::State &state)
+{
+    quorel::teste::DiscoFalho disk;
+    connectBD();
+    Medida floor;
+    Medida ours;
+    {
+        const Database db = openPlain(gFile);
+        run(db.get(), "PRAGMA synchronous=EXTRA");
+        for (auto _ : state) {
+            keepMany();
+            disk.syncForReal();
+            floor.take(disk, [&] { manyByHand(db.get()); });
+            ours.take(disk, [] { gBD->deliverWaitingRows(); });
+            if (gBD->waitingRows().count() != 0)
+                state.SkipWithError("not delivered");
+        }
+    }
+    reiniciaData();
+    tell(state, floor, ours);
 }
 
 /// A line of /proc/self/status, in bytes.
@@ -293,7 +359,8 @@ BENCHMARK(openOurs)->Unit(benchmark::kMillisecond);
 BENCHMARK(searchFloor)->Unit(benchmark::kMillisecond);
 BENCHMARK(searchOurs)->Unit(benchmark::kMillisecond);
 BENCHMARK(logRow)->Arg(kPupilOfFew)->Iterations(60)->UseRealTime();
-BENCHMARK(logRow)->Arg(kPupilOfMany)->Iterations(8)->UseRealTime();
+BENCHMARK(logRow)->Arg(kPupilOfMany)->Iterations(60)->UseRealTime();
+BENCHMARK(deliver)->Iterations(8)->UseRealTime();
 
 int main(int argc, char **argv)
 {
@@ -306,6 +373,7 @@ int main(int argc, char **argv)
         return printMemory();
     }
     const QTemporaryDir dir;
+    qputenv("QUOREL_PENDENTES", dir.path().toUtf8());
     gFile = dir.filePath(u"Cadastros.mdb"_s);
     fill(gFile);
     QProcess::execute(QApplication::applicationFilePath(), {u"--memoria"_s, gFile});

@@ -1,5 +1,6 @@
 #include "app/inicio.h"
 
+#include "app/entregador.h"
 #include "catalogue/catalogo.h"
 #include "catalogue/lista_selecionada.h"
 #include "catalogue/vistas.h"
@@ -49,6 +50,8 @@ static void openRegister()
     criaBD();
     AbreBDAlunos();
     CopiaCadastros();
+    gBD->deliverWaitingRows();
+    beforeEnd([] { Entregador::leavesToAnother(); });
 }
 
 static void connectViews(Janelas &janelas)

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "app/entregador.h"
 #include "shell/janelas.h"
 
 #include <memory>
@@ -28,6 +29,7 @@ private:
     Janelas mJanelas;
     std::unique_ptr<fAlunos> mAlunos;
     std::unique_ptr<FGraficos> mDesempenho;
+    Entregador mEntregador;
 };
 
 } // namespace quorel

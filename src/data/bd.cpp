@@ -3,6 +3,7 @@
 #include "data/conexao.h"
 #include "data/datas.h"
 #include "data/errobd.h"
+#include "data/pendentes.h"
 #include "data/recordset.h"
 #include "data/textos.h"
 #include "platform/caminho.h"
@@ -78,6 +79,7 @@ void BD::Source(const QVariant &fonte)
     mConexoes[slot] = std::make_shared<Conexao>(line, again ? Espera::Operacao : Espera::Abertura);
     mLinhaConexao.clear();
     mAberto = false;
+    ignora([&] { mIdentidade = mConexoes[slot]->identity().identidade; });
 }
 
 void BD::SourceAtual(qint16 slot)
@@ -141,6 +143,7 @@ void BD::growTables(int slot)
 void BD::Records_Set(const QString &Sql, const QVariant &Alias, const QString &Busca, qint32, qint32, qint32)
 {
     const QString alias = variantText(Alias);
+    openIfPutOff();
     try {
         const int slot = Resolve_Alias(Alias, false);
         if (slot < 1)
@@ -219,6 +222,7 @@ std::shared_ptr<RecordSet> BD::setOf(int slot) const
     const std::shared_ptr<RecordSet> &set = mRecordSets[static_cast<size_t>(slot - 1)];
     if (!set)
         throw ErroExecucao(kFalhaObjeto);
+    set->settle();
     return set;
 }
 

@@ -18,7 +18,10 @@ namespace quorel {
 
 class Conexao;
 class ErroExecucao;
+class Pendentes;
+struct Entregue;
 struct Caixa;
+struct LinhaLog;
 enum class Resposta;
 class RecordSet;
 
@@ -71,6 +74,27 @@ public:
     ///         search without records. 9 without a box for a slot below 1
     void Records_Set(const QString &Sql, const QVariant &Alias, const QString &Busca = {},
         qint32 TipoCursor = kCursorStatic, qint32 TipoTrava = kTravaOtimista, qint32 Opcoes = kOpcaoTexto);
+
+    /// The same for a query whose rows are perhaps never read: it is run by the first operation that reads the set, and
+    /// its failure is that operation's. Without a connection it fails as Records_Set does.
+    void deferRecords_Set(const QString &Sql, const QVariant &Alias);
+
+    /// Logs a row: into the register, else with the rows that wait on this machine; either way it was written. It never
+    /// joins a transaction that is open. The set of the alias is read again by whoever reads it next. Only when neither
+    /// takes the row there is a box, as of a RegistroAtualiza.
+    /// @param linha  without uuid, names and origin
+    void RegistraLog(LinhaLog linha, const QVariant &Alias);
+    /// Delivers the rows that wait for this register, those that were refused before too. Failures are silent: they
+    /// wait on.
+    void deliverWaitingRows();
+    /// Delivers those of any file, and tells what came of it. @throws ErroBD when the register can't be written now
+    Entregue deliverFrom(Pendentes &pendentes);
+    Pendentes &waitingRows(); ///< of this account
+
+    /// Where the register is expected, with backslashes, while none is open: rows wait for it.
+    void expectSource(const QString &caminho);
+    /// Drops the connection, and opens the register as a whole when it is needed next: another program held it.
+    void openAtNextNeed(std::function<void()> open);
 
     /// A field of the current record with its own type: int, QString, bool, QDateTime, double. Null gives "", and so
     /// does a place before the first or behind the last record. Invalid before any Records_Set or without Nome.
@@ -195,6 +219,14 @@ private:
     /// Runs an operation whose failure is reported, if Avisa, with its own number and description.
     void reported(const QVariant &Alias, const QString &Origem, bool Avisa, const std::function<void()> &operation);
 
+    void openIfPutOff();
+    void takeLogRow(LinhaLog row); ///< @throws ErroBD when neither the register nor the waiting rows took it
+    bool logged(const LinhaLog &row, bool &doubtful); ///< in the register @throws ErroBD
+    void keepRow(LinhaLog row); ///< @throws ErroBD
+    QString nameIn(const QVariant &Alias, const QString &chave, const QString &campo, qint32 codigo) const;
+    QString sourcePath() const; ///< native, absolute
+    void afterTransaction();
+
     /// Shows a box of ours, after the lock of an open transaction was given back: nobody else waits for a click.
     Resposta ask(const Caixa &box);
 
@@ -224,6 +256,12 @@ private:
     QString mLog;
     qint16 mSourceAtual = 0;
     QVariant mMarca; ///< one bookmark for all record sets
+
+    std::unique_ptr<Pendentes> mPendentes;
+    bool mGuardouDentro = false; ///< a row had to wait for the end of the transaction that is open
+    QString mIdentidade; ///< of the register that was open last
+    QString mEsperado;
+    std::function<void()> mAbreDepois;
 };
 
 /// The working instance that every window uses, and its twin that never gets a connection.

@@ -170,17 +170,20 @@ void BD::RegistroSalvaBinario(const QVariant &Campo, const QString &Arquivo, con
 
 void BD::TransacaoInicio()
 {
+    openIfPutOff();
     connection().BeginTrans();
 }
 
 void BD::TransacaoFim()
 {
     connection().CommitTrans();
+    afterTransaction();
 }
 
 void BD::TransacaoCancela()
 {
     connection().RollbackTrans();
+    afterTransaction();
 }
 
 } // namespace quorel

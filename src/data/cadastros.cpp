@@ -3,6 +3,7 @@
 #include "data/bd.h"
 #include "data/conexao.h"
 #include "data/consultas.h"
+#include "data/errobd.h"
 #include "data/textos.h"
 #include "platform/costuras.h"
 #include "platform/erro.h"
@@ -22,7 +23,9 @@ static const QString kClasses = u"RsClasses"_s;
 static const QString kAlunos = u"RsAlunos"_s;
 static const QString kLigacoes = u"rsClxAl"_s;
 static const QString kSemCadastro =
-    u"O programa segue sem o cadastro e não guarda respostas. Quando isto estiver resolvido, feche-o e abra-o de novo."_s;
+    u"O programa segue sem o cadastro, e as respostas esperam nesta máquina. Quando isto estiver resolvido, feche-o e abra-o de novo."_s;
+static const QString kAbreDepois =
+    u"O programa segue sem o cadastro, e o abre assim que puder; até lá as respostas esperam nesta máquina."_s;
 
 /// Opens the register where the configuration says. @return false when there is none, which was told in a box
 static bool opensRegister()
@@ -62,19 +65,34 @@ static void opensPupils()
     gBD->Records_Set(gClasse == 0 ? consultas::alunosEClasses() : consultas::alunosEClasses(gClasse), u"RSAluno"_s);
 }
 
-void AbreBDAlunos()
+/// @param tells  whether a failure is told; the operation that needs the register has its own words
+static void opensAll(bool tells)
 {
     try {
+        gBD->expectSource(gConfig.Config(u"ZETO_CAD"_s) + u"\\Cadastros.mdb"_s);
         if (!opensRegister())
             return;
         CriaGenericos();
         opensPupils();
         AbreTabelasCadastro();
     } catch (const ErroExecucao &erro) {
-        caixa({.texto = QString::number(erro.numero()) + u' ' + erro.descricao() + kFimLinha + kSemCadastro,
+        const auto *store = dynamic_cast<const ErroBD *>(&erro);
+        const bool busy = store && store->especie() == EspecieFalha::Ocupado;
+        if (busy)
+            gBD->openAtNextNeed(
+                [] { opensAll(false); }); // with a part of it open every window would fail in its own way
+        if (!tells)
+            return;
+        caixa({.texto = QString::number(erro.numero()) + u' ' + erro.descricao() + kFimLinha
+                + (busy ? kAbreDepois : kSemCadastro),
             .titulo = u"AbreBDAlunos"_s,
             .icone = Icone::Informacao});
     }
+}
+
+void AbreBDAlunos()
+{
+    opensAll(true);
 }
 
 namespace {

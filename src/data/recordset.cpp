@@ -34,6 +34,30 @@ void RecordSet::open(std::shared_ptr<Conexao> conexao, const QString &sql)
     }
 }
 
+void RecordSet::openLater(std::shared_ptr<Conexao> conexao, const QString &sql)
+{
+    if (!conexao)
+        throw ErroBD(kErroSemConexao);
+    mConexao = std::move(conexao);
+    mSql = sql;
+    mAdiada = true;
+}
+
+void RecordSet::requeryLater()
+{
+    requireOpen();
+    mAdiada = mAdiada || (!mInclusao && mEdicoes.empty());
+}
+
+void RecordSet::settle()
+{
+    if (!mAdiada)
+        return;
+    requireOpen();
+    load();
+    mAdiada = false;
+}
+
 void RecordSet::load()
 {
     Linhas rows;
@@ -78,6 +102,7 @@ void RecordSet::findBase()
 void RecordSet::Close()
 {
     requireOpen();
+    mAdiada = false;
     mConexao.reset();
     mColunas.clear();
     mLinhas = Linhas();
@@ -275,6 +300,15 @@ std::vector<qint32> RecordSet::visibleBookmarks() const
             marks.push_back(static_cast<qint32>(rowAt(place) + 1));
     }
     return marks;
+}
+
+QVariant RecordSet::lookUp(int coluna, qint64 numero, int resultado) const
+{
+    for (qsizetype row = 0; row < rowCount(); ++row) {
+        if (!deleted(row) && storedValue(row, coluna).toLongLong() == numero)
+            return storedValue(row, resultado);
+    }
+    return {};
 }
 
 QVariant RecordSet::valueAt(qint32 marca, int coluna) const

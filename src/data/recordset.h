@@ -38,6 +38,11 @@ public:
     ~RecordSet() override;
 
     void open(std::shared_ptr<Conexao> conexao, const QString &sql); ///< the first record becomes current
+    /// Opens it, but reads nothing before settle(): its rows are not wanted yet, only perhaps.
+    void openLater(std::shared_ptr<Conexao> conexao, const QString &sql);
+    void requeryLater(); ///< the same for Requery, when nothing is pending
+    bool isPutOff() const { return mAdiada; }
+    void settle(); ///< reads what was put off @throws as open(); it is then still put off
     void Close(); ///< drops what is pending
     bool isOpen() const { return mConexao != nullptr; }
     void setCacheSize(int linhas); ///< for the provider's sake: all rows are in memory
@@ -83,6 +88,8 @@ public:
 
     /// What lists show: the visible rows in order, by bookmark; an added record is not among them.
     std::vector<qint32> visibleBookmarks() const;
+    /// A column of the first row, filtered out or not, that has a number in another one; invalid when none does.
+    QVariant lookUp(int coluna, qint64 numero, int resultado) const;
     QVariant valueAt(qint32 marca, int coluna) const; ///< column from 0; invalid for a bookmark without a row
 
 signals:
@@ -136,6 +143,7 @@ private:
 
     std::shared_ptr<Conexao> mConexao;
     QString mSql;
+    bool mAdiada = false; ///< the reading is put off
     std::vector<Coluna> mColunas;
     QString mBase;
     int mChave = -1; ///< key column; -1: read-only

@@ -3,6 +3,7 @@
 #include "catalogue/estado.h"
 #include "data/bd.h"
 #include "data/consultas.h"
+#include "data/linha_log.h"
 #include "lessons/andamento.h"
 #include "platform/costuras.h"
 #include "platform/erro.h"
@@ -28,22 +29,18 @@ void AbreLog()
 {
     if (gAluno == 0)
         return;
-    bank().Records_Set(consultas::logDoAluno(gAluno, gClasse), kRSLog, {}, kCursorKeyset);
+    bank().deferRecords_Set(consultas::logDoAluno(gAluno, gClasse), kRSLog);
     eventTurn();
 }
 
 static void writeRow(const QString &respostas)
 {
-    bank().TransacaoInicio();
-    bank().RegistroAdiciona(kRSLog);
-    bank().RegistroTroca(u"LG_Aluno"_s, gAluno, kRSLog);
-    bank().RegistroTroca(u"LG_Classe"_s, gClasse, kRSLog);
-    bank().RegistroTroca(u"LG_Data"_s, agora(), kRSLog);
-    bank().RegistroTroca(u"RO_Cod"_s, gCodRoteiro, kRSLog);
-    bank().RegistroTroca(u"LG_Resp"_s, gNomeDisciplina + "<disc>"_L1 + gNomeRoteiro + "<rot>"_L1 + respostas, kRSLog);
-    bank().RegistroAtualiza(kRSLog);
-    bank().TransacaoFim();
-    bank().ReAtualizaRecordSet(kRSLog);
+    bank().RegistraLog({.aluno = gAluno,
+                           .classe = gClasse,
+                           .data = agora(),
+                           .roteiro = gCodRoteiro,
+                           .respostas = gNomeDisciplina + "<disc>"_L1 + gNomeRoteiro + "<rot>"_L1 + respostas},
+        kRSLog);
 }
 
 void GravaLog(QString &respostas)
@@ -51,7 +48,7 @@ void GravaLog(QString &respostas)
     const auto emptied = qScopeGuard([&] { respostas.clear(); });
     if (gAluno == 0)
         return;
-    if (!bank().ExisteAlias(kRSLog))
+    if (bank().Source() && !bank().ExisteAlias(kRSLog))
         AbreLog();
     if (gCodRoteiro > 0)
         writeRow(respostas);

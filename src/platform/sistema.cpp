@@ -20,6 +20,17 @@ QString windowsDirectory()
     return withoutTrailing(chosen.isEmpty() ? systemWindowsDirectory() : backslashPath(chosen));
 }
 
+QString accountName()
+{
+    QString name = systemAccountName();
+    for (QChar &c : name) {
+        const bool plain = c.unicode() < 128 && (c.isLetterOrNumber() || c == u'-' || c == u'_' || c == u'.'); // ASCII
+        if (!plain)
+            c = u'_';
+    }
+    return name.isEmpty() ? QStringLiteral("conta") : name;
+}
+
 QString temporaryDirectory()
 {
     return withoutTrailing(backslashPath(QDir::tempPath()));

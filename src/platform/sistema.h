@@ -9,6 +9,13 @@ namespace quorel {
 /// own on Windows, and on Linux the user's data directory + "\quorel".
 QString windowsDirectory();
 
+/// Name of the account that runs the program, as a part of a file's name: letters, digits, "-", "_" and "." alone,
+/// anything else as "_". "conta" where the system tells none.
+QString accountName();
+
+/// The folder that an installation makes for what all accounts of the machine keep in it; native, it may be missing.
+QString machineDirectory();
+
 /// The only drive type that is asked for.
 inline constexpr int kOpticalDrive = 5;
 

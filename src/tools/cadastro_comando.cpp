@@ -3,10 +3,12 @@
 #include "data/bd.h"
 #include "data/errobd.h"
 #include "data/manutencao.h"
+#include "data/pendentes.h"
 #include "platform/caminho.h"
 #include "platform/costuras.h"
 #include "platform/erro.h"
 #include "tools/cadastro_importa.h"
+#include "tools/cadastro_pendentes.h"
 
 #include <algorithm>
 #include <array>
@@ -41,6 +43,15 @@ const QString kAjuda = uR"(Uso:
   quorel-cadastro restaurado ARQUIVO
       depois que uma cópia de segurança voltou: dá ao cadastro nova identidade, e o que espera nas máquinas só entra
       para o aluno que ainda tem o mesmo código e o mesmo nome
+  quorel-cadastro pendentes [lista] [--todas]
+      mostra as aulas que esperam nesta máquina porque o cadastro não as pôde receber, uma por linha: número, data,
+      aluno, classe, roteiro, cadastro e, se ele a recusou, o motivo; com --todas, as de todas as contas
+  quorel-cadastro pendentes entrega [--todas]
+      entrega as aulas que esperam aos seus cadastros; uma que já entrou não entra de novo
+  quorel-cadastro pendentes exporta DESTINO
+      copia o arquivo das aulas que esperam
+  quorel-cadastro pendentes aceita NÚMERO
+      diz que a aula é mesmo do aluno que tem agora o seu código, embora o nome seja outro
   quorel-cadastro --help
 
 Código de saída: 0 tudo em ordem, 1 há o que consertar, 2 não foi possível executar.
@@ -76,6 +87,9 @@ int verifica(const Pedido &pedido, QTextStream &saida)
     const QStringList findings = registerFindings(pedido.caminhos[0]);
     for (const QString &finding : findings)
         saida << finding << u'\n';
+    if (const LugarPendentes place = waitingPlace(); !place.daMaquina)
+        saida << u"aviso: as aulas que esperam ficam com a conta, em "_s << place.arquivo
+              << u", e se perdem com ela\n"_s;
     return findings.isEmpty() ? kBem : kAConsertar;
 }
 
@@ -119,9 +133,20 @@ constexpr std::array kComandos{Comando{"cria"_L1, 1, cria}, Comando{"importa"_L1
     Comando{"copia"_L1, 2, copia, {kSobrescreve, kMuda}}, Comando{"atualiza"_L1, 1, atualiza},
     Comando{"restaurado"_L1, 1, restaurado}};
 
+/// "pendentes" takes words of its own. @return as executa(); -1 for words that make no sense
+int waiting(const QStringList &argumentos, QTextStream &saida)
+{
+    QStringList words = argumentos.sliced(1);
+    const bool all = words.removeAll(u"--todas"_s) > 0;
+    if (std::ranges::any_of(words, [](const QString &word) { return word.startsWith("--"_L1); }))
+        return -1;
+    return pendentes(words.replaceInStrings(u"/"_s, u"\\"_s), all, saida);
+}
+
 /// @return null for arguments that make no sense
 const Comando *parse(const QStringList &argumentos, Pedido &pedido)
 {
+    pedido = {};
     QString name;
     for (const QString &argument : argumentos) {
         if (argument.startsWith("--"_L1))
@@ -148,9 +173,10 @@ int executa(const QStringList &argumentos, QTextStream &saida, QTextStream &erro
         saida << kAjuda;
         return kBem;
     }
-    Pedido pedido;
-    const Comando *command = parse(argumentos, pedido);
-    if (!command) {
+    const bool isWaiting = argumentos.value(0) == "pendentes"_L1;
+    Pedido pedido{.caminhos = {waitingPlace().arquivo}, .opcoes = {}}; // told in a failure
+    const Comando *command = isWaiting ? nullptr : parse(argumentos, pedido);
+    if (!command && !isWaiting) {
         erros << kAjuda;
         return kNaoRodou;
     }
@@ -161,8 +187,10 @@ int executa(const QStringList &argumentos, QTextStream &saida, QTextStream &erro
         return caixa.botoes == Botoes::Ok ? Resposta::Ok : Resposta::Nao;
     };
     try {
-        const int code = command->executa(pedido, saida);
-        return boxed ? kNaoRodou : code;
+        const int code = isWaiting ? waiting(argumentos, saida) : command->executa(pedido, saida);
+        if (code < 0)
+            erros << kAjuda;
+        return boxed || code < 0 ? kNaoRodou : code;
     } catch (const ErroBD &erro) {
         const QString file = erro.origem().isEmpty() ? pedido.caminhos[0] : erro.origem();
         erros << nativePath(file) << u": "_s << erro.descricao() << Qt::endl;

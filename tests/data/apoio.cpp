@@ -8,6 +8,7 @@
 
 #include <QDir>
 #include <QFile>
+#include <QFileInfo>
 #include <QUuid>
 
 #include <sqlite3.h>
@@ -72,6 +73,12 @@ Registro::Registro(const QString &rows)
     escreve(mNative, {});
     makeRegister(mNative);
     sql(rows);
+    qputenv("QUOREL_PENDENTES", QFile::encodeName(QFileInfo(mNative).path() + u"/espera"_s));
+}
+
+void Registro::nothingWaits() const
+{
+    qputenv("QUOREL_PENDENTES", QFile::encodeName(mNative + u"/espera"_s));
 }
 
 QString Registro::native() const

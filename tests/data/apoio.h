@@ -23,7 +23,7 @@ void makeRegister(const QString &native);
 /// Fails the test on an error
 QStringList plainSql(const QString &native, const QString &sql);
 
-/// gBD on a fresh register in a directory of the test's own.
+/// gBD on a fresh register in a directory of the test's own, where its waiting rows lie too.
 class Registro final
 {
 public:
@@ -31,6 +31,7 @@ public:
     QString native() const; ///< the register's file
     QString path() const; ///< with backslashes
     QStringList sql(const QString &text) const { return plainSql(native(), text); }
+    void nothingWaits() const; ///< from now on rows that the register does not take can't wait either
     void open() const; ///< gBD made anew, its Source on the file
 
 private:

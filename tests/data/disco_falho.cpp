@@ -2,6 +2,9 @@
 
 #include <sqlite3.h>
 
+#include <chrono>
+#include <thread>
+
 namespace quorel::teste {
 
 namespace {
@@ -17,6 +20,8 @@ struct Estado
     bool forEver = false;
     bool full = false;
     bool failed = false;
+    bool made = false; ///< a call that fails is made nevertheless
+    int late = 0; ///< microseconds before a page is read
     bool reallySync = false;
 };
 
@@ -52,7 +57,11 @@ template <typename Call>
 int counted(int failure, Call &&call)
 {
     const int code = count(failure);
-    return code == SQLITE_OK ? call() : code;
+    if (code == SQLITE_OK)
+        return call();
+    if (gEstado.made)
+        call();
+    return code;
 }
 
 using Metodos = sqlite3_io_methods;
@@ -83,9 +92,16 @@ int fileSync(sqlite3_file *file, int flags)
         SQLITE_IOERR_FSYNC, [&] { return gEstado.reallySync ? pass<&Metodos::xSync>(file, flags) : SQLITE_OK; });
 }
 
-const Metodos kMetodos{1, fileClose, passCounted<&Metodos::xRead, SQLITE_IOERR_READ>,
-    passCounted<&Metodos::xWrite, SQLITE_IOERR_WRITE>, passCounted<&Metodos::xTruncate, SQLITE_IOERR_TRUNCATE>,
-    fileSync, passCounted<&Metodos::xFileSize, SQLITE_IOERR_FSTAT>, passCounted<&Metodos::xLock, SQLITE_IOERR_LOCK>,
+int fileRead(sqlite3_file *file, void *buffer, int amount, sqlite3_int64 offset)
+{
+    if (gEstado.late > 0)
+        std::this_thread::sleep_for(std::chrono::microseconds(gEstado.late));
+    return passCounted<&Metodos::xRead, SQLITE_IOERR_READ>(file, buffer, amount, offset);
+}
+
+const Metodos kMetodos{1, fileClose, fileRead, passCounted<&Metodos::xWrite, SQLITE_IOERR_WRITE>,
+    passCounted<&Metodos::xTruncate, SQLITE_IOERR_TRUNCATE>, fileSync,
+    passCounted<&Metodos::xFileSize, SQLITE_IOERR_FSTAT>, passCounted<&Metodos::xLock, SQLITE_IOERR_LOCK>,
     pass<&Metodos::xUnlock>, passCounted<&Metodos::xCheckReservedLock, SQLITE_IOERR_LOCK>, pass<&Metodos::xFileControl>,
     pass<&Metodos::xSectorSize>, pass<&Metodos::xDeviceCharacteristics>, nullptr, nullptr, nullptr, nullptr, nullptr,
     nullptr};
@@ -143,7 +159,19 @@ void DiscoFalho::failAt(int call, bool forEver, bool full)
     gEstado.failCall = call;
     gEstado.forEver = forEver;
     gEstado.full = full;
+    gEstado.made = false;
     gEstado.failed = false;
+}
+
+void DiscoFalho::loseAnswerAt(int call)
+{
+    failAt(call, false);
+    gEstado.made = true;
+}
+
+void DiscoFalho::readLate(int microseconds)
+{
+    gEstado.late = microseconds;
 }
 
 void DiscoFalho::reset()

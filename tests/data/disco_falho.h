@@ -19,6 +19,8 @@ public:
     /// @param forEver  all later ones too
     /// @param full  writes fail for want of space and nothing else fails
     void failAt(int call, bool forEver, bool full = false);
+    void loseAnswerAt(int call); ///< it is made, and then told to have failed
+    void readLate(int microseconds); ///< each page
 
     int syncs() const; ///< since reset()
     bool failed() const; ///< whether a call was failed

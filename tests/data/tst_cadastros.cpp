@@ -91,7 +91,8 @@ void TstCadastros::findsTheRegister_data()
         {"none", "", "", "", notFound},
         {"kept: with DIRWIN the Windows directory is not looked in", "win", "\\x", "",
             "rsClasses: Select * From CL_Classes/3709\t" + noConnection + "\ni AbreBDAlunos: 3709 " + noConnection
-                + "/O programa segue sem o cadastro e não guarda respostas. Quando isto estiver resolvido, feche-o e "
+                + "/O programa segue sem o cadastro, e as respostas esperam nesta máquina. Quando isto estiver "
+                  "resolvido, feche-o e "
                   "abra-o de novo."},
     });
 }

@@ -9,6 +9,9 @@
 #include <QFile>
 #include <QStandardPaths>
 
+#include <pwd.h>
+#include <unistd.h>
+
 namespace quorel {
 
 using namespace Qt::StringLiterals;
@@ -29,6 +32,17 @@ QString rawCommandLine(int argc, char **argv)
 QString systemWindowsDirectory()
 {
     return backslashPath(QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation) + u"/quorel"_s);
+}
+
+QString systemAccountName()
+{
+    const passwd *account = getpwuid(geteuid());
+    return account ? QString::fromLocal8Bit(account->pw_name) : QString::number(geteuid());
+}
+
+QString machineDirectory()
+{
+    return u"/var/lib/quorel"_s;
 }
 
 QStringList driveRoots(int tipo)

@@ -19,6 +19,16 @@ QString systemWindowsDirectory()
     return QString::fromWCharArray(path.data(), qsizetype(length));
 }
 
+QString systemAccountName()
+{
+    return qEnvironmentVariable("USERNAME");
+}
+
+QString machineDirectory()
+{
+    return qEnvironmentVariable("ProgramData", u"C:\\ProgramData"_s) + u"/Quorel"_s;
+}
+
 QStringList driveRoots(int tipo)
 {
     std::vector<wchar_t> list(GetLogicalDriveStringsW(0, nullptr) + 1);
