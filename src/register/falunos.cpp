@@ -2,7 +2,9 @@
 
 #include "data/bd.h"
 #include "data/consultas.h"
+#include "data/pendentes.h"
 #include "platform/costuras.h"
+#include "platform/erro.h"
 #include "register/estado.h"
 #include "register/frmcadaluno.h"
 #include "register/frmclasses.h"
@@ -11,6 +13,7 @@
 #include "register/registros.h"
 #include "startup/estado.h"
 
+#include <QLabel>
 #include <QPushButton>
 
 namespace quorel {
@@ -47,6 +50,25 @@ void fAlunos::load()
 {
     const Lugar painel = mArredores.lugarDoPainel();
     vaiPara(painel.Left, painel.Top);
+    showWaitingRows();
+}
+
+void fAlunos::showWaitingRows()
+{
+    qint64 rows = 0;
+    QStringList aside;
+    ignora([&] {
+        rows = gBD->waitingRows().count();
+        aside = gBD->waitingRows().setAside();
+    });
+    QStringList lines;
+    if (rows > 0)
+        lines << (rows == 1 ? u"1 aula espera nesta máquina."_s : u"%1 aulas esperam nesta máquina."_s.arg(rows));
+    if (!aside.isEmpty())
+        lines << u"Um arquivo de aulas que esperavam estava danificado e foi posto de lado."_s;
+    mLblEspera->setText(lines.join(u'\n'));
+    mLblEspera->setToolTip(aside.join(u'\n'));
+    mLblEspera->setVisible(!lines.isEmpty());
 }
 
 void fAlunos::unload()

@@ -7,6 +7,7 @@
 #include <memory>
 #include <vector>
 
+class QLabel;
 class QPushButton;
 
 namespace quorel {
@@ -51,11 +52,13 @@ private:
     void classWriteBegins();
     void classWriteEnds();
     void desempenho();
+    void showWaitingRows(); ///< how many answers have not reached the register yet
 
     const Arredores mArredores;
     Abertura mAbertura;
     std::vector<QPushButton *> mCmdAluno; ///< from 0: button 1 first
     QPushButton *mCmdFecha = nullptr;
+    QLabel *mLblEspera = nullptr;
     FrmSel *mFrmSel = nullptr;
     FrmCadAluno *mFrmCadAluno = nullptr;
     FrmClasses *mFrmClasses = nullptr;

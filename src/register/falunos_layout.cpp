@@ -7,6 +7,7 @@
 #include "visual/aparencia.h"
 #include "visual/controles.h"
 
+#include <QLabel>
 #include <QPushButton>
 
 #include <array>
@@ -18,6 +19,7 @@ using namespace Qt::StringLiterals;
 static constexpr double kPontos = 9.75;
 static constexpr LinhaLayout kFrmAluno{u"FrmAluno", {120, 120, 2250, 7920}};
 static constexpr LinhaLayout kCmdFecha{u"CmdFecha", {180, 7260, 1890, 480}};
+static constexpr LinhaLayout kLblEspera{u"LblEspera", {90, 5130, 2070, 2010}};
 static constexpr double kLadoBotao = 960; // twips
 static constexpr double kLeftBotao = 645; // twips
 static constexpr Lugar kLegenda{45, 1020, 2160, 285}; // below its button, twips
@@ -71,6 +73,11 @@ void fAlunos::buildOpcoes()
         mCmdAluno.push_back(botao);
         ++i;
     }
+    mLblEspera = novoRotulo(kLblEspera, {}, nullptr, frmAluno);
+    mLblEspera->setWordWrap(true);
+    mLblEspera->setAlignment(Qt::AlignHCenter | Qt::AlignBottom);
+    mLblEspera->setTextFormat(Qt::PlainText);
+    mLblEspera->hide();
     mCmdFecha = novoBotaoDeTexto(kCmdFecha, u"Fecha Histórico"_s, frmAluno);
 }
 
