@@ -78,7 +78,7 @@ static bool nameBehind(const QString &message, QLatin1StringView beginning, QStr
 ErroBD sqliteError(sqlite3 *db, int code)
 {
     if (code == SQLITE_READONLY_ROLLBACK || code == SQLITE_READONLY_RECOVERY || code == SQLITE_READONLY_CANTINIT)
-        return ErroBD(kErroArmazem, // met by reading: a write of another program broke off
+        return ErroBD(kErroArmazem, EspecieFalha::SoLeitura, // met by reading: a write of another program broke off
             u"O banco de dados guarda uma gravação interrompida e aqui só pode ser lido. Abra-o uma vez onde possa ser gravado."_s);
     const int primary = code & 0xff;
     if (primary != SQLITE_ERROR || !db) {
