@@ -1,10 +1,7 @@
 #include "cenario_cadastro.h"
 
 #include "data/bd.h"
-#include "data/linha_log.h"
-#include "data/pendentes.h"
 #include "lessons/andamento.h"
-#include "platform/costuras.h"
 #include "platform/protocolo.h"
 
 #include <QAbstractItemView>
@@ -25,7 +22,6 @@ class TstFAlunos : public QObject
 private slots:
     void opensWithItsButtonsOnly();
     void closingBringsThePanelBack();
-    void tellsHowManyRowsWait();
     void selectionShowsTheCurrentClass();
     void choosing_data();
     void choosing();
@@ -72,20 +68,6 @@ void TstFAlunos::closingBringsThePanelBack()
     c.aperta(u"CmdAluno(3)"_s); // the password stands
     QCOMPARE(c.mostra(u"CmdAulaCancela"_s), u"sim"_s); // also that a pupil is begun
     QCOMPARE(c.campo(u"TxtAulaInf"_s).text(), u"1 / 3"_s); // what the register held, it holds
-}
-
-void TstFAlunos::tellsHowManyRowsWait()
-{
-    CenarioCadastro c;
-    auto &label = child<QLabel>(c.alunos(), u"LblEspera"_s);
-    QVERIFY(label.isHidden());
-    for (const QString &text : {u"1 aula espera nesta máquina."_s, u"2 aulas esperam nesta máquina."_s}) {
-        gBD->waitingRows().keep({.uuid = text, .data = agora()}, {});
-        c.alunos().close();
-        c.alunos().mostra();
-        QCOMPARE(label.text(), text);
-        QVERIFY(label.isVisible());
-    }
 }
 
 void TstFAlunos::selectionShowsTheCurrentClass()
