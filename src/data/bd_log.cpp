@@ -34,7 +34,10 @@ void BD::expectSource(const QString &caminho)
 
 void BD::openAtNextNeed(std::function<void()> open)
 {
-    mConexoes[static_cast<size_t>(mSourceAtual)].reset();
+    auto &source = mConexoes[static_cast<size_t>(mSourceAtual)];
+    if (source)
+        source->Close(); // record sets may hold it, and it the lock
+    source.reset();
     mAbreDepois = std::move(open);
 }
 

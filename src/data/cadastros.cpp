@@ -154,9 +154,14 @@ void CriaGenericos()
         return;
     // Another machine may be at it as well: what is missing is looked for once more when nobody else writes.
     gBD->TransacaoInicio();
-    ignora([] { gBD->Source()->reserve(); }); // a lock that can't be had is told by the writes
-    openAllTables();
-    addGenerics();
+    try {
+        ignora([] { gBD->Source()->reserve(); }); // a lock that can't be had is told by the writes
+        openAllTables();
+        addGenerics();
+    } catch (const ErroExecucao &) { // nobody else would end it, and it holds the lock of all
+        ignora([] { gBD->TransacaoCancela(); });
+        throw;
+    }
     gBD->TransacaoFim();
 }
 

@@ -92,10 +92,19 @@ sqlite3 *Pendentes::opened()
     return mAberto->db.get();
 }
 
+/// The name of a damaged file, from 1: told without listing the folder, which may not be allowed.
+static QString asideName(const QString &native, int number)
+{
+    return native + u".danificado-%1"_s.arg(number);
+}
+
 void Pendentes::moveAside()
 {
     mAberto.reset();
-    const QString name = mNative + u".danificado-"_s + agora().toString(u"yyyyMMdd-HHmmsszzz"_s);
+    int number = 1;
+    while (QFileInfo::exists(asideName(mNative, number)))
+        ++number;
+    const QString name = asideName(mNative, number);
     QFile::rename(mNative, name);
     QFile::rename(mNative + u"-journal"_s, name + u"-journal"_s);
 }
@@ -262,9 +271,9 @@ bool Pendentes::accept(qint64 ordem)
 
 QStringList Pendentes::setAside() const
 {
-    const QFileInfo info(mNative);
-    QStringList names = QDir(info.path()).entryList({info.fileName() + u".danificado-*"_s}, QDir::Files);
-    names.removeIf([](const QString &name) { return name.endsWith("-journal"_L1); });
+    QStringList names;
+    for (int number = 1; QFileInfo::exists(asideName(mNative, number)); ++number)
+        names << QFileInfo(asideName(mNative, number)).fileName();
     return names;
 }
 

@@ -3,6 +3,8 @@
 
 #include "data/pendentes.h"
 
+#include <QFile>
+
 using namespace quorel;
 using namespace quorel::teste;
 using namespace Qt::StringLiterals;
@@ -16,6 +18,7 @@ public:
 
 private slots:
     void tellsDeliversAndExportsWhatWaits();
+    void deliversForAllAccounts();
     void twoProgramsDeliverAtOnce();
 
 private:
@@ -79,6 +82,20 @@ void TstPendentesComando::tellsDeliversAndExportsWhatWaits()
     QCOMPARE(run({u"verifica"_s, c()}), 0);
     QCOMPARE(mSaida.startsWith("aviso: as aulas que esperam ficam com a conta"), !waitingPlace().daMaquina);
     qputenv("QUOREL_PENDENTES", path({}).toUtf8());
+}
+
+/// The machine's task: what an account that can't write the register has kept, and nobody else's file is touched
+/// unasked.
+void TstPendentesComando::deliversForAllAccounts()
+{
+    makeC(u"Ana"_s);
+    keepRows(path({}), c(), 1, u"Ana"_s);
+    QVERIFY(QFile::rename(waitingPlace().arquivo, path(u"pendentes-outra.db"_s)));
+    QCOMPARE(outcome(u"pendentes entrega"_s), u"0 / "_s);
+    QCOMPARE(plainSql(c(), u"SELECT count(*) FROM LG_LogAulas"_s), QStringList(u"0"_s));
+    QCOMPARE(run({u"pendentes"_s, u"entrega"_s, u"--todas"_s}), 0);
+    QCOMPARE(lines(), QStringList(c() + u": 1 entregues, 0 de alunos apagados, 0 ficam"_s));
+    QCOMPARE(plainSql(c(), u"SELECT count(*) FROM LG_LogAulas"_s), QStringList(u"1"_s));
 }
 
 void TstPendentesComando::twoProgramsDeliverAtOnce()
