@@ -88,7 +88,7 @@ sqlite3 *Pendentes::opened()
     const QString real = QFileInfo(info.path()).canonicalFilePath() + u'/' + info.fileName();
     BancoSqlite db = openDatabase(real, SQLITE_OPEN_READWRITE | SQLITE_OPEN_NOFOLLOW);
     prepare(db.get());
-    mAberto = std::make_unique<Aberto>(std::move(db));
+    mAberto = std::make_unique<Aberto>(Aberto{std::move(db)});
     return mAberto->db.get();
 }
 
