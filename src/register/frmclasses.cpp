@@ -114,8 +114,9 @@ void FrmClasses::salvar()
     mAlunos.ligaClasses();
     // Kept: the class just saved is found by its teacher, so a teacher of two classes lands on the first; a name with
     // an apostrophe is no criterion, which the search reports.
-    if (procura(u"CL_Prof='"_s + mTxtNomeProf->text() + u'\'', kClasses, 0).isEmpty())
-        goTo(u"CL_Cod"_s, gravada.isEmpty() ? QString::number(gClasse) : gravada, kClasses);
+    const bool found = !procura(u"CL_Prof='"_s + mTxtNomeProf->text() + u'\'', kClasses, 0).isEmpty();
+    if (!found && !goTo(u"CL_Cod"_s, gravada, kClasses))
+        goTo(u"CL_Cod"_s, QString::number(gClasse), kClasses); // nothing could be saved
     mAlunos.ligaClasses();
     Atualiza_Classe();
     tornaCorrente();

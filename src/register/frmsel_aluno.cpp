@@ -1,6 +1,7 @@
 #include "data/ligacoes.h"
 #include "platform/costuras.h"
 #include "register/frmsel.h"
+#include "register/registros.h"
 
 #include <QAbstractItemView>
 #include <QApplication>
@@ -98,7 +99,7 @@ bool FrmSel::settleAluno()
             begunSo << mCmbAluno->itemText(i);
     }
     if (begunSo.size() == 1) {
-        mCmbAluno->setEditText(begunSo.first());
+        escolhe(*mCmbAluno, begunSo.first());
         return true;
     }
     mCmbAluno->clearEditText();

@@ -28,7 +28,8 @@ bool goTo(const QString &coluna, const QString &chave, const QString &alias)
 
 bool isAdding(const QString &alias)
 {
-    return gBD->GetRecordSet(alias)->EditMode() == kEdicaoInclusao;
+    const auto set = gBD->GetRecordSet(alias);
+    return set && set->isOpen() && set->EditMode() == kEdicaoInclusao;
 }
 
 qint32 codigo(const QVariant &valor)
