@@ -17,7 +17,10 @@
 #include <QProcess>
 #include <QTemporaryDir>
 
+#include <sqlite3.h>
+
 #include <algorithm>
+#include <memory>
 #include <random>
 
 using namespace Qt::StringLiterals;
@@ -55,6 +58,7 @@ private slots:
     void directoryIsNoRegister();
     void foreignTables_data();
     void foreignTables();
+    void withoutWritePermission_data();
     void withoutWritePermission();
     void noisyPage_data();
     void noisyPage();
@@ -158,9 +162,32 @@ void TstDanos::foreignTables()
     QVERIFY2(first.endsWith(u": "_s + text), qPrintable(first));
 }
 
+/// Leaves a register as a machine does that is switched off in the middle of a write.
+static void breakOffAWrite(const QString &native)
+{
+    sqlite3 *db = nullptr;
+    QCOMPARE(sqlite3_open(native.toUtf8().constData(), &db), SQLITE_OK);
+    const std::unique_ptr<sqlite3, int (*)(sqlite3 *)> closes(db, sqlite3_close);
+    const char *sql = "PRAGMA cache_size=1; BEGIN; UPDATE LG_LogAulas SET LG_Resp = LG_Resp || hex(zeroblob(3000))";
+    QCOMPARE(sqlite3_exec(db, sql, nullptr, nullptr, nullptr), SQLITE_OK);
+    const QByteArray bytes = le(native);
+    const QByteArray journal = le(native + u"-journal"_s);
+    QCOMPARE(sqlite3_exec(db, "ROLLBACK", nullptr, nullptr, nullptr), SQLITE_OK);
+    escreve(native, bytes);
+    escreve(native + u"-journal"_s, journal);
+}
+
+void TstDanos::withoutWritePermission_data()
+{
+    rows<bool>({{"whole", false}, {"a write broken off", true}});
+}
+
 /// The superuser may write everything, so for him another user's process plays this test.
 void TstDanos::withoutWritePermission()
 {
+    const auto [broken] = row<bool>();
+    if (broken)
+        breakOffAWrite(mRegistro->native());
     const auto unwritten = impedeEscrita(mRegistro->native());
     if (!unwritten) {
         QTemporaryDir home(u"/tmp/quorel-XXXXXX"_s);
@@ -173,7 +200,7 @@ void TstDanos::withoutWritePermission()
         other.setProcessChannelMode(QProcess::ForwardedChannels);
         other.start(u"setpriv"_s,
             {u"--reuid=65534"_s, u"--regid=65534"_s, u"--clear-groups"_s, QCoreApplication::applicationFilePath(),
-                u"withoutWritePermission"_s});
+                u"withoutWritePermission:"_s + rowName()});
         QVERIFY(other.waitForFinished());
         QCOMPARE(other.exitStatus(), QProcess::NormalExit);
         QCOMPARE(other.exitCode(), 0);
@@ -181,6 +208,12 @@ void TstDanos::withoutWritePermission()
     }
     const QByteArray bytes = le(mRegistro->native());
     startUp();
+    if (broken) {
+        const QString text = u"O banco de dados guarda uma gravação interrompida e aqui só pode ser lido. "
+                             "Abra-o uma vez onde possa ser gravado."_s;
+        QCOMPARE(told().section(u"/O programa segue sem o cadastro"_s, 0, 0), u"i AbreBDAlunos: -2147467259 "_s + text);
+        return;
+    }
     QCOMPARE(told(), u""_s); // it has its generic rows: nothing to write
     logRow(777);
     QCOMPARE(told(), u""_s);
