@@ -15,14 +15,14 @@ scripts/instala.sh janelas
 cmake --preset windows >/dev/null
 obra=$PWD/build/windows
 rm -rf "$obra/instalacao" "$obra/exemplo/exemplo.pronto" # whatever was played there stays out of the package
-cmake --build --preset windows --parallel "$(nproc)" --target quorel licao quorel-blocos quorel-cadastro exemplo
+cmake --build --preset windows --parallel "$(nproc)" --target quorel licao quorel-blocos quorel-cadastro quorel-oficina exemplo
 saida=$obra/pacote
 pasta=$saida/Quorel
 exe=$pasta/QUOREL2001/exe
 rm -rf "$saida"
 mkdir -p "$saida"
 cp -rL "$obra/instalacao/windows" "$pasta"
-cp "$obra"/bin/{quorel,quorel-blocos,quorel-cadastro}.exe "$exe/"
+cp "$obra"/bin/{quorel,quorel-blocos,quorel-cadastro,quorel-oficina}.exe "$exe/"
 "$QUOREL_ALVO-strip" "$exe"/*.exe
 
 echo "DLLs:"

@@ -174,6 +174,11 @@ Section "Quorel"
     !include "${LISTAS}/niveis.nsh"
 
     WriteUninstaller "$INSTDIR\desinstala.exe"
+    ; A pack of lessons opens by a double click.
+    WriteRegStr HKLM "Software\Classes\.quorel" "" "Quorel.Pacote"
+    WriteRegStr HKLM "Software\Classes\Quorel.Pacote" "" "Pacote de lições do Quorel"
+    WriteRegStr HKLM "Software\Classes\Quorel.Pacote\shell\open\command" "" \
+        '"$INSTDIR\QUOREL2001\exe\quorel-oficina.exe" "%1"'
     WriteRegStr HKLM "${CHAVE}" DisplayName "Quorel"
     WriteRegStr HKLM "${CHAVE}" DisplayVersion "${VERSAO}"
     WriteRegStr HKLM "${CHAVE}" DisplayIcon "$INSTDIR\QUOREL2001\exe\quorel.exe"
@@ -193,6 +198,8 @@ SectionEnd
 ; What the school wrote stays: the register, the teacher's list, lessons of its own and those that it changed.
 Section "Uninstall"
     SetShellVarContext all
+    DeleteRegKey HKLM "Software\Classes\.quorel"
+    DeleteRegKey HKLM "Software\Classes\Quorel.Pacote"
     SetRegView 64
     !insertmacro semProgramas
     SetOutPath "$TEMP"

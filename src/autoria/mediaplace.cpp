@@ -13,7 +13,7 @@ using namespace Qt::StringLiterals;
 
 namespace quorel {
 
-static QString mediaRoot()
+QString mediaRoot()
 {
     const QString configured = gConfig.Config(u"ZETO_MM"_s);
     return configured.isEmpty() ? gSistema.DirWindows() + u"\\Quorel2001\\Zeto_MM"_s : configured;

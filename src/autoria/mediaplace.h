@@ -5,6 +5,9 @@
 
 namespace quorel {
 
+/// Where figures and sounds lie; with backslashes, without a trailing one.
+QString mediaRoot();
+
 /// Where the lookup finds a figure, a sound of that name below the media root of gConfig; with backslashes.
 QString figurePlace(const QString &name); ///< a .BMP
 QString soundPlace(const QString &name);

@@ -1,5 +1,7 @@
 #include "autoria/voicemaker.h"
 
+#include "linha/partes.h"
+
 #include <QFile>
 #include <QProcess>
 #include <QRegularExpression>
@@ -13,28 +15,25 @@ namespace quorel {
 
 namespace {
 
-constexpr qsizetype kCampoTitulo = 7, kCampoTexto = 8; // 0-based, of a piece
-
-QString fieldOf(const QStringList &fields, qsizetype at)
+QString spokenPage(QStringView piece)
 {
-    return fields.value(at).trimmed();
-}
-
-QString spokenPage(const QString &piece)
-{
-    const QStringList fields = piece.split(u"<SPÇ>"_s);
-    const QString titulo = fieldOf(fields, kCampoTitulo), texto = fieldOf(fields, kCampoTexto);
+    std::vector<QStringView> fields;
+    splitAtMark(piece, kMarcaCampo, fields);
+    const QString titulo = fieldOf(fields, PecaTitulo).trimmed().toString();
+    const QString texto = fieldOf(fields, PecaTexto).trimmed().toString();
     return titulo.isEmpty() || texto.isEmpty() ? titulo + texto : titulo + u".\n"_s + texto;
 }
 
-QStringList optionsOf(const QString &linha)
+QStringList optionsOf(const PartesDaLinha &partes)
 {
-    const QString behind = linha.section(u"<VOA>"_s, 1).section(u"<VCM>"_s, 0, 0).section(u')', 1);
+    std::vector<QStringView> options, fields;
+    if (partes.opcoes.size() > kVazio)
+        splitAtMark(partes.opcoes, kMarcaOpcao, options);
     QStringList texts;
-    for (const QStringList options = behind.split(u"<OP>"_s); const QString &option : options)
-        texts += option.section(u'\t', 1, 1).trimmed();
-    if (texts.size() == 1 && texts.first().isEmpty())
-        texts.clear();
+    for (const QStringView option : options) {
+        splitAtTab(option, fields);
+        texts += fieldOf(fields, OpcaoTexto).trimmed().toString();
+    }
     return texts;
 }
 
@@ -44,13 +43,15 @@ std::vector<SpokenText> spokenTexts(const QString &linha, int &unnamed)
 {
     static const QRegularExpression head(u"^\\s*\\([^)]*\\)\\s*(\\d+)"_s);
     const QString code = head.match(linha).captured(1);
-    if (code.isEmpty())
+    const PartesDaLinha partes = parteLinha(linha);
+    if (code.isEmpty() || !partes.comCampos)
         return {};
     const QString name = u'V' + code;
-    QStringList pieces = linha.section(u"<VAA>"_s, 0, 0).split(u"<PÇ>"_s);
-    const QStringList options = optionsOf(linha);
+    std::vector<QStringView> pieces;
+    splitAtMark(partes.pecas, kMarcaPeca, pieces);
+    const QStringList options = optionsOf(partes);
     std::vector<SpokenText> all;
-    for (qsizetype i = 0; i < pieces.size(); ++i) {
+    for (std::size_t i = 0; i < pieces.size(); ++i) {
         const QString text = spokenPage(pieces[i]);
         if (text.isEmpty())
             continue;

@@ -31,7 +31,13 @@ std::optional<QString> Documento::read(const QString &path, bool isBlock)
     if (!bytes)
         return std::nullopt;
     QString text = QString::fromUtf8(isBlock ? sourceOfBlock(*bytes) : *bytes);
-    return text.replace(u"\r\n"_s, u"\n"_s).replace(u'\r', u'\n');
+    text.replace(u"\r\n"_s, u"\n"_s).replace(u'\r', u'\n');
+    constexpr qsizetype kMaxLinha = 20000; // characters; an editor takes minutes to lay out a line without end
+    for (const QStringView line : QStringView(text).tokenize(u'\n')) {
+        if (line.size() > kMaxLinha)
+            return std::nullopt;
+    }
+    return text;
 }
 
 std::optional<Documento> Documento::abre(const QString &native, QString &fault)
@@ -42,8 +48,8 @@ std::optional<Documento> Documento::abre(const QString &native, QString &fault)
     made.mDestination = made.mIsBlock ? made.mPath : blocoDaFonte(made.mPath);
     const std::optional<QString> text = read(made.mPath, made.mIsBlock);
     if (!text) {
-        fault = u"Não foi possível abrir %1: não existe, não pode ser lido, ou passa de 2 MB."_s.arg(
-            QDir::toNativeSeparators(native));
+        fault = u"Não foi possível abrir %1: não existe, não pode ser lido, passa de 2 MB, ou tem uma "
+                "linha de mais de 20000 letras."_s.arg(QDir::toNativeSeparators(native));
         return std::nullopt;
     }
     made.mText = *text;

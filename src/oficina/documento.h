@@ -15,7 +15,7 @@ inline constexpr qint64 kMaxFonte = 2 << 20; // bytes
 class Documento final
 {
 public:
-    /// @param fault  a sentence for a file that is missing, can't be read or is too large
+    /// @param fault  a sentence for a file that is missing, can't be read, is too large or has a line without end
     static std::optional<Documento> abre(const QString &native, QString &fault);
 
     const QString &caminho() const { return mPath; } ///< native

@@ -1,12 +1,12 @@
 #include "oficina/janelaoficina.h"
 
 #include "autoria/figurefile.h"
+#include "autoria/mediaplace.h"
 #include "oficina/editordefonte.h"
 #include "oficina/escolhafigura.h"
 #include "oficina/previa.h"
 #include "platform/caminho.h"
 #include "platform/costuras.h"
-#include "startup/quorel_zeto.h"
 
 #include <QCloseEvent>
 #include <QDir>
@@ -192,8 +192,7 @@ void JanelaOficina::chooseFigure()
 {
     if (!mComMidia)
         return;
-    const QString root = gConfig.Config(u"ZETO_MM"_s);
-    EscolhaFigura chooser(nativePath(root + u"\\Fig"_s), this);
+    EscolhaFigura chooser(nativePath(mediaRoot() + u"\\Fig"_s), this);
     connect(&chooser, &EscolhaFigura::novaFoto, this, [this] {
         const QString photo =
             QFileDialog::getOpenFileName(this, u"Trazer uma foto"_s, {}, u"Figuras (*.jpg *.jpeg *.png *.gif *.bmp)"_s);

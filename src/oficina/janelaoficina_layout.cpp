@@ -22,7 +22,7 @@ using namespace Qt::StringLiterals;
 namespace quorel {
 
 static constexpr QSize kTamanho(1180, 740), kMenor(900, 520), kMoldura(10, 36); // pixels
-static constexpr int kAlturaAchados = 96, kMargem = 6;
+static constexpr int kAlturaAchados = 76, kMargem = 6;
 
 namespace {
 
@@ -142,6 +142,12 @@ void JanelaOficina::addKeys()
     key(Qt::CTRL | Qt::Key_G, [this] { chooseFigure(); });
     key(Qt::CTRL | Qt::Key_PageUp, [this] { goToAula(-1); });
     key(Qt::CTRL | Qt::Key_PageDown, [this] { goToAula(1); });
+    key(Qt::Key_F6, [this] {
+        if (mEditor->hasFocus())
+            mPrevia->foca();
+        else
+            mEditor->setFocus();
+    });
     key(Qt::Key_F4, [this] { nextFinding(); });
     for (std::size_t i = 0; i < kTipos.size(); ++i)
         key(QKeySequence(Qt::CTRL | Qt::Key(Qt::Key_1 + int(i))), [this, i] { insertAula(kTipos[i].kind); });

@@ -1,6 +1,5 @@
 #include "oficina/leitura.h"
 
-#include "autoria/checker.h"
 #include "catalogue/leitor_blocos.h"
 
 #include <algorithm>
@@ -77,7 +76,7 @@ LeituraDaFonte leFonte(const QString &texto, const QString &caminho, const QStri
     leitura.lugares = placesOf(readSource(utf8, caminho, unused));
     const MadeBlock made = makeBlock(utf8, caminho, file);
     leitura.entendida = made.understood;
-    leitura.achados = Checker(comMidia).check(made, file, caminho);
+    leitura.achados = made.understood ? Checker(comMidia).check(made, file, caminho) : made.findings;
     if (made.understood)
         leitura.roteiros = viewsOf(leBloco(made.edb));
     return leitura;

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "autoria/source.h"
+#include "autoria/checker.h"
 #include "licao/programa.h"
 #include "linha/textolicao.h"
 

@@ -1,5 +1,7 @@
 #include "oficina/previa.h"
 
+#include <QEvent>
+#include <QGraphicsProxyWidget>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QPushButton>
@@ -9,7 +11,8 @@ using namespace Qt::StringLiterals;
 
 namespace quorel {
 
-static constexpr QSize kMenor(420, 380); // pixels; beside the editor on a screen of 1024 by 600
+static constexpr QSize kMenor(360, 300); // pixels, of the view
+static constexpr QSize kLicao(780, 540); // of the player, whose least size it is
 
 Previa::Previa(Midia midia, QWidget *parent) : QWidget(parent), mMidia(std::move(midia))
 {
@@ -27,16 +30,50 @@ Previa::Previa(Midia midia, QWidget *parent) : QWidget(parent), mMidia(std::move
     mTitulo->setObjectName(u"LblAula"_s);
     mTitulo->setTextFormat(Qt::PlainText);
     mTitulo->setAlignment(Qt::AlignCenter);
+    mVista = new QGraphicsView(&mCena, this);
+    mVista->setObjectName(u"VistaLicao"_s);
+    mVista->setAccessibleName(u"A lição como a criança a vê"_s);
+    mVista->setMinimumSize(kMenor);
+    mVista->setFocusPolicy(Qt::ClickFocus); // the Tab key would go through all of the lesson; F6 leads there
+    mVista->setFrameShape(QFrame::NoFrame);
+    mVista->setRenderHints(QPainter::SmoothPixmapTransform | QPainter::Antialiasing);
+    mVista->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    mVista->setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    mVista->viewport()->installEventFilter(this);
     auto *row = new QHBoxLayout;
     row->addWidget(before);
     row->addWidget(mTitulo, 1);
     row->addWidget(next);
-    mColuna = new QVBoxLayout(this);
-    mColuna->setContentsMargins(0, 0, 0, 0);
-    mColuna->addLayout(row);
+    auto *column = new QVBoxLayout(this);
+    column->setContentsMargins(0, 0, 0, 0);
+    column->addLayout(row);
+    column->addWidget(mVista, 1);
     connect(before, &QPushButton::clicked, this, &Previa::anterior);
     connect(next, &QPushButton::clicked, this, &Previa::proxima);
     mostraNada(u"Escreva um roteiro com uma aula: ela aparece aqui."_s);
+}
+
+bool Previa::eventFilter(QObject *watched, QEvent *event)
+{
+    if (event->type() == QEvent::Resize)
+        fit();
+    return QWidget::eventFilter(watched, event);
+}
+
+/// The player takes the view's shape and is drawn as large as fits.
+void Previa::fit()
+{
+    const QSize room = mVista->viewport()->size();
+    if (!mPlayer || room.isEmpty())
+        return;
+    QSize size(kLicao.width(), kLicao.width() * room.height() / room.width());
+    if (size.height() < kLicao.height())
+        size = {kLicao.height() * room.width() / room.height(), kLicao.height()};
+    if (room.width() >= size.width() && room.height() >= size.height())
+        size = room; // no larger than life
+    mPlayer->resize(size);
+    mCena.setSceneRect(QRectF(QPointF(), size));
+    mVista->fitInView(mCena.sceneRect(), Qt::KeepAspectRatio);
 }
 
 JanelaLicao &Previa::playerFor(Programa programa)
@@ -44,20 +81,17 @@ JanelaLicao &Previa::playerFor(Programa programa)
     if (mPlayer && mPrograma == programa)
         return *mPlayer;
     if (mPlayer) {
-        mColuna->removeWidget(mPlayer);
         mPlayer->hide();
-        mPlayer->deleteLater(); // one of its buttons may have led here
+        mPlayer->deleteLater(); // one of its buttons may have led here; its place in the scene goes with it
     }
     mPrograma = programa;
     mPlayer = new JanelaLicao(programa, mMidia);
-    mPlayer->setParent(this);
-    mPlayer->setMinimumSize(kMenor);
     mPlayer->setSomSozinho(false);
-    mColuna->addWidget(mPlayer, 1);
+    mPlayer->setEnabled(false);
     connect(mPlayer, &JanelaLicao::proxima, this, &Previa::proxima);
     connect(mPlayer, &JanelaLicao::anterior, this, &Previa::anterior);
-    mPlayer->setEnabled(false);
-    mPlayer->show();
+    mCena.addWidget(mPlayer);
+    fit();
     return *mPlayer;
 }
 
@@ -75,6 +109,11 @@ void Previa::mostra(const AulaVista &aula, const QString &titulo)
         player.mostraAviso(u"Página da internet"_s,
             u"Esta aula abre a página %1 no navegador e espera até que a janela se feche."_s.arg(aula.pagina), true);
     player.setEnabled(true);
+}
+
+void Previa::foca()
+{
+    mVista->setFocus();
 }
 
 void Previa::mostraNada(const QString &porque)

@@ -1,16 +1,18 @@
 #pragma once
 
-#include "licao/janelalicao.h"
 #include "oficina/leitura.h"
 
+#include "licao/janelalicao.h"
+
+#include <QGraphicsView>
+
 class QLabel;
-class QPushButton;
-class QVBoxLayout;
 
 namespace quorel {
 
 /// The lesson player on what is being written: answered and paged as by a pupil, heard only when its button is pressed.
-/// It never takes the keyboard from the editor.
+/// It is laid out in its own size and drawn smaller, so that the author sees what a child will see. It never takes the
+/// keyboard from the editor.
 class Previa final : public QWidget
 {
     Q_OBJECT
@@ -21,19 +23,28 @@ public:
     void mostra(const AulaVista &aula, const QString &titulo);
     void mostraNada(const QString &porque);
 
+    void foca(); ///< the keyboard to the lesson
+
+    JanelaLicao *player() const { return mPlayer; } ///< never null
+
 signals:
     void proxima();
     void anterior();
 
+protected:
+    bool eventFilter(QObject *watched, QEvent *event) override; ///< the view's size
+
 private:
     JanelaLicao &playerFor(Programa programa);
+    void fit();
 
     Midia mMidia;
-    JanelaLicao *mPlayer = nullptr; // child; another one for another program
+    QGraphicsScene mCena; // owns the player
+    JanelaLicao *mPlayer = nullptr; // another one for another program
     Programa mPrograma = Programa::Zeto;
     std::optional<AulaVista> mShown;
     QLabel *mTitulo = nullptr; // children, from the constructor on
-    QVBoxLayout *mColuna = nullptr;
+    QGraphicsView *mVista = nullptr;
 };
 
 } // namespace quorel

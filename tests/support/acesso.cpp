@@ -63,7 +63,7 @@ void textosCabem(const QWidget &janela, int margem)
             qPrintable(rotulo->objectName()));
     }
     for (const auto *botao : janela.findChildren<QPushButton *>()) {
-        cabe(*botao, botao->text(), margem);
+        cabe(*botao, QString(botao->text()).remove(u'&'), margem); // the mark of the key is not drawn
         QVERIFY2(botao->icon().isNull() || botao->iconSize().width() < botao->width(), qPrintable(botao->objectName()));
     }
 }
