@@ -7,6 +7,7 @@
 #include "data/bd.h"
 #include "data/cadastros.h"
 #include "lessons/andamento.h"
+#include "lessons/vista_andamento.h"
 #include "lessons/vista_blocos.h"
 #include "platform/costuras.h"
 #include "platform/endereco.h"
@@ -58,6 +59,7 @@ static void connectViews(Janelas &janelas)
 {
     usaVistas({.roteiros = &janelas.blocos(), .palco = &janelas.blocos(), .meses = &janelas.painel()});
     setVistaBlocos(&janelas.blocos());
+    setVistaAndamento(&janelas.andamento());
 }
 
 void iniciaPrograma(const QString &linhaDeComando, Janelas &janelas)

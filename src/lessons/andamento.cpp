@@ -2,6 +2,7 @@
 
 #include "lessons/dismissal.h"
 #include "lessons/endereco_blocos.h"
+#include "lessons/vista_andamento.h"
 #include "lessons/vista_blocos.h"
 
 namespace quorel {
@@ -22,6 +23,7 @@ void reiniciaLessons()
     gProcAnterior = {};
     gEnderecoBlocos.reset();
     setVistaBlocos(nullptr);
+    setVistaAndamento(nullptr);
     resetDismissal();
 }
 

@@ -6,6 +6,7 @@
 #include "lessons/posicao.h"
 #include "lessons/programas_filhos.h"
 #include "lessons/quadrinhos.h"
+#include "lessons/vista_andamento.h"
 #include "lessons/vista_blocos.h"
 #include "platform/codec.h"
 #include "platform/costuras.h"
@@ -119,6 +120,8 @@ void iniciaRoteiro(int indice)
     gAulaAtual = 1;
     ignora(tomaRoteiro);
     ignora([] {
+        vistaAndamento().roteiroLeft(); // the one before may not have come to its end
+        vistaAndamento().aulaBegan(1, roteiroAtual().Aulas.upperBound());
         AulaRec &primeira = gRoteiros.edit(gRotAtual).Aulas.edit(1);
         ExecutaAula(primeira.Linha, primeira.Tipo);
     });

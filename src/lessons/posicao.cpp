@@ -3,6 +3,7 @@
 #include "catalogue/estado.h"
 #include "lessons/andamento.h"
 #include "lessons/executa_aula.h"
+#include "lessons/vista_andamento.h"
 #include "startup/texto_util.h"
 
 #include <limits>
@@ -37,6 +38,7 @@ void tomaRoteiro()
 
 void executaAulaAtual()
 {
+    vistaAndamento().aulaBegan(gAulaAtual, roteiroAtual().Aulas.upperBound());
     QString tipo = gTexto.Campo(roteiroAtual().Aulas[gAulaAtual].Tipo, 1, u"\t"_s, 1);
     ExecutaAula(gRoteiros.edit(gRotAtual).Aulas.edit(gAulaAtual).Linha, tipo);
 }

@@ -3,6 +3,7 @@
 #include "lessons/andamento.h"
 #include "lessons/espia.h"
 #include "lessons/mensagens.h"
+#include "lessons/vista_andamento.h"
 #include "lessons/vista_blocos.h"
 #include "platform/eventos.h"
 #include "startup/quorel_zeto.h"
@@ -84,7 +85,9 @@ Janela findOrStart(const QString &titulo, const QString &comando)
 {
     if (const Janela filho = procuraFilho(titulo))
         return filho;
+    vistaAndamento().programAwaited(titulo);
     gTexto.Executa(comando, 1, true, QString());
+    vistaAndamento().programAwaited(QString());
     const Janela filho = procuraFilho(titulo);
     if (filho == 0)
         tellAusente(titulo, comando);

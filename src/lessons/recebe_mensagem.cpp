@@ -6,6 +6,7 @@
 #include "lessons/mensagens.h"
 #include "lessons/posicao.h"
 #include "lessons/programas_filhos.h"
+#include "lessons/vista_andamento.h"
 #include "lessons/vista_blocos.h"
 #include "platform/codec.h"
 #include "platform/erro.h"
@@ -54,8 +55,10 @@ void readMessage(qintptr lParam)
 
 void recordAnswer()
 {
-    if (!gMensagem.Texto.isEmpty() && gAluno > 0)
-        gRespostas += gMensagem.Texto + u':';
+    if (gMensagem.Texto.isEmpty() || gAluno <= 0)
+        return;
+    gRespostas += gMensagem.Texto + u':';
+    vistaAndamento().answerTaken(gMensagem.Texto);
 }
 
 void writeLog()
@@ -73,6 +76,7 @@ void endRoteiro()
         if (gJanelaZeto != 0)
             EnviaTexto(gJanelaZeto, vistaBlocos().handlePrincip(), MSG_CONTROLE, u"ESCONDE"_s);
     });
+    vistaAndamento().roteiroEnded();
     eventTurn();
 }
 
@@ -132,6 +136,7 @@ void sai()
     ignora([] { vistaBlocos().focusBlocos(); });
     recordAnswer();
     writeLog();
+    vistaAndamento().roteiroLeft();
 }
 
 void aluno()

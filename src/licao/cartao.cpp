@@ -2,6 +2,7 @@
 
 #include "licao/aparencia.h"
 #include "licao/typesize.h"
+#include "visual/result_mark.h"
 
 #include <QEvent>
 #include <QPainter>
@@ -18,28 +19,6 @@ static constexpr int kMaxFigura = 150;
 static constexpr int kLetra = 20;
 static constexpr int kLargura = 200; // wished for
 static constexpr int kTextoFlags = Qt::AlignVCenter | Qt::TextWordWrap;
-
-void pintaMarca(QPainter &painter, bool certa, const QRectF &area)
-{
-    painter.save();
-    painter.setRenderHint(QPainter::Antialiasing);
-    painter.setPen(Qt::NoPen);
-    painter.setBrush(QColor::fromRgb(certa ? cores::kCerto : cores::kErrado));
-    const double side = area.width();
-    if (certa)
-        painter.drawEllipse(area);
-    else
-        painter.drawRoundedRect(area, side / 5, side / 5);
-    painter.translate(area.topLeft());
-    painter.setPen(QPen(Qt::white, side / 8, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
-    if (certa) {
-        painter.drawPolyline(QPolygonF{{side * .27, side * .53}, {side * .44, side * .70}, {side * .74, side * .34}});
-    } else {
-        painter.drawLine(QPointF(side * .3, side * .3), QPointF(side * .7, side * .7));
-        painter.drawLine(QPointF(side * .7, side * .3), QPointF(side * .3, side * .7));
-    }
-    painter.restore();
-}
 
 Cartao::Cartao(int numero, const QString &texto, const QPixmap &figura, QRgb cor, QWidget *parent)
     : QAbstractButton(parent), mNumero(numero), mFigura(figura), mCor(QColor::fromRgb(cor))
@@ -130,7 +109,7 @@ void Cartao::paintMark(QPainter &painter) const
         return;
     const int y = mFigura.isNull() ? (height() - kMarcaLado) / 2 : kMargem;
     const int x = width() - kMargem / 2 - kMarcaLado;
-    pintaMarca(painter, mMarca == Marca::Certa, QRectF(x, y, kMarcaLado, kMarcaLado));
+    paintResultMark(painter, mMarca == Marca::Certa, QRectF(x, y, kMarcaLado, kMarcaLado));
 }
 
 void Cartao::paintEvent(QPaintEvent *)

@@ -39,7 +39,4 @@ private:
     QColor mCor;
 };
 
-/// The shapes of right and wrong: a check in a disc, a cross in a rounded square.
-void pintaMarca(QPainter &painter, bool certa, const QRectF &area);
-
 } // namespace quorel

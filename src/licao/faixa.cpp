@@ -1,8 +1,8 @@
 #include "licao/faixa.h"
 
 #include "licao/aparencia.h"
-#include "licao/cartao.h"
 #include "licao/typesize.h"
+#include "visual/result_mark.h"
 
 #include <QAccessible>
 #include <QHBoxLayout>
@@ -122,7 +122,7 @@ void Retorno::paintEvent(QPaintEvent *)
         return;
     painter.setBrush(QColor::fromRgb(mTom == Tom::Certo ? cores::kFundoCerto : cores::kFundoErrado));
     painter.drawRoundedRect(rect(), 10, 10);
-    pintaMarca(painter, mTom == Tom::Certo, QRectF(kMargem, (height() - kMarca) / 2.0, kMarca, kMarca));
+    paintResultMark(painter, mTom == Tom::Certo, QRectF(kMargem, (height() - kMarca) / 2.0, kMarca, kMarca));
 }
 
 } // namespace quorel

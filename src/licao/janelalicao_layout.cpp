@@ -21,6 +21,7 @@ namespace quorel {
 static constexpr QSize kMinimo(780, 540); // fits a screen of 800 by 600; what the shell's placing comes down to
 static constexpr QSize kTamanho(1000, 690);
 static constexpr QSize kMoldura(10, 36); // what the desktop draws around a window
+static constexpr QSize kProgresso(0, 44); // where the shell shows how far the Roteiro is
 static constexpr int kMargem = 16;
 static constexpr int kLadoIcone = 64;
 
@@ -57,7 +58,7 @@ void JanelaLicao::buildLayout()
     setWindowIcon(sign(mPrograma));
     setStyleSheet(folhaDeEstilo(mPrograma));
     setMinimumSize(kMinimo);
-    resize(kTamanho.boundedTo(screen()->availableSize() - kMoldura));
+    resize(kTamanho.boundedTo(screen()->availableSize() - kMoldura - kProgresso));
 
     mFaixa = new Faixa(mPrograma, this);
     mTools = new ReadingTools(carater(mPrograma).cor, mFaixa);

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "shell/progress_view.h"
 #include "visual/janela_ativa.h"
 
 #include <functional>
@@ -31,6 +32,8 @@ public:
     fBlocos &blocos() { return *mBlocos; }
     fAux &painel() { return *mPainel; }
 
+    VistaAndamento &andamento() { return mAndamento; }
+
     JanelaAtiva &ativa() { return mAtiva; }
     const Aberturas &aberturas() const { return mAberturas; }
 
@@ -49,6 +52,7 @@ private:
     std::unique_ptr<fPrincip> mPrincipal;
     std::unique_ptr<fBlocos> mBlocos;
     std::unique_ptr<fAux> mPainel;
+    ProgressView mAndamento;
     bool mEncerrando = false;
 };
 

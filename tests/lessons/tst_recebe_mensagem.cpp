@@ -1,6 +1,7 @@
 #include "lessons/endereco_blocos.h"
 #include "lessons/executa_aula.h"
 #include "lessons/programas_filhos.h"
+#include "lessons/vista_andamento.h"
 #include "platform/codec.h"
 #include "platform/endereco.h"
 #include "platform/eventos.h"
@@ -36,6 +37,7 @@ private slots:
     void cleanup();
     void movesThroughTheRoteiro_data();
     void movesThroughTheRoteiro();
+    void tellsHowFarItIs();
     void sizes_data();
     void sizes();
     void codes_data();
@@ -103,6 +105,33 @@ void TstRecebeMensagem::movesThroughTheRoteiro()
     QTEST(mFilho->got, "got");
     QTEST(gEmRoteiro, "emRoteiro");
     QCOMPARE(gCodRoteiro, mFilho->got.first().startsWith("2060") ? 77 : 0);
+}
+
+/// Writes down what it is told.
+struct Told final : VistaAndamento
+{
+    Told() { setVistaAndamento(this); }
+    void aulaBegan(int aula, int count) override { said << QString("%1/%2").arg(aula).arg(count); }
+    void programAwaited(const QString &title) override { said << "awaits " + title; }
+    void answerTaken(const QString &answer) override { said << answer; }
+    void roteiroEnded() override { said << "ended"; }
+    void roteiroLeft() override { said << "left"; }
+    QStringList said;
+};
+
+void TstRecebeMensagem::tellsHowFarItIs()
+{
+    Told told;
+    iniciaRoteiro(1);
+    receives(MSG_PROXIMA, "A");
+    receives(MSG_ANTERIOR, "E");
+    receives(MSG_PROXIMA);
+    receives(MSG_RESPOSTA, "x");
+    receives(MSG_PROXIMA);
+    receives(MSG_PROXIMA, "A"); // not recorded, so not told
+    receives(MSG_SAI, "E");
+    const QStringList expected{"left", "1/3", "A", "2/3", "E", "1/3", "2/3", "x", "3/3", "ended", "E", "left"};
+    QCOMPARE(told.said, expected);
 }
 
 void TstRecebeMensagem::sizes_data()

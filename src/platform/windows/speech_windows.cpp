@@ -6,6 +6,7 @@
 
 #include <qt_windows.h>
 
+#include <initguid.h> // no library has the identifiers of the speech classes
 #include <sapi.h>
 
 #include <utility>
