@@ -2,6 +2,7 @@
 // 720 files of 100 KB: six years of twelve months in ten disciplines. The ratio of the two is what counts: at most 3.
 
 #include "autoria/checker.h"
+#include "catalogue/leitor_blocos.h"
 #include "platform/caminho.h"
 #include "platform/codec.h"
 #include "startup/quorel_zeto.h"
@@ -101,6 +102,18 @@ void floorRead(benchmark::State &state)
     }
 }
 
+/// As the shell does when a discipline is opened.
+void parsing(benchmark::State &state)
+{
+    const Level &files = level();
+    for (auto _ : state) {
+        for (const BlockFile &file : files.files) {
+            const Bloco bloco = leBloco(readWhole(file.path).value());
+            benchmark::DoNotOptimize(bloco.lidos);
+        }
+    }
+}
+
 void checking(benchmark::State &state)
 {
     const Level &files = level();
@@ -112,10 +125,15 @@ void checking(benchmark::State &state)
             found += checker.check(file, readWhole(file.path).value()).size();
     }
     state.counters["findings"] = double(found);
+    qint64 bytes = 0;
+    for (const BlockFile &file : files.files)
+        bytes += QFileInfo(file.path).size();
+    state.counters["MB"] = double(bytes >> 20); // NOLINT(readability-magic-numbers)
 }
 
 } // namespace
 
 BENCHMARK(floorRead)->Unit(benchmark::kMillisecond);
+BENCHMARK(parsing)->Unit(benchmark::kMillisecond);
 BENCHMARK(checking)->Unit(benchmark::kMillisecond);
 BENCHMARK_MAIN();

@@ -78,7 +78,7 @@ private:
     Bloco mBloco;
     Findings mFindings;
     QSet<std::pair<int, int>> mOpened; ///< Roteiro and Aula of every marker
-    QHash<QString, QString> mAulaCodes; ///< where each was met first
+    QHash<QString, LugarBloco> mAulaCodes; ///< where each was met first
     std::optional<QSet<double>> mCalcCodes; ///< of the Aulas of the last Roteiro, once they are asked for
     std::pair<int, bool> mLastLesson; ///< the Roteiro of the lesson looked at last, and whether it is an exercise
     MediaSearch mFigSearch, mSoundSearch;

@@ -57,10 +57,10 @@ void BlockCheck::code(const AulaRec &a, const LugarBloco &section)
     const QString key = a.Cod + (inCalc ? u"C"_s : QString());
     const auto known = mAulaCodes.constFind(key);
     if (known == mAulaCodes.constEnd())
-        mAulaCodes.insert(key, nameOf(section));
+        mAulaCodes.insert(key, section);
     else
         add(at, inCalc ? Severity::Error : Severity::Warning, u"codigo-repetido"_s,
-            nameOf(section) + u": código "_s + a.Cod + u" já usado na "_s + *known
+            nameOf(section) + u": código "_s + a.Cod + u" já usado na "_s + nameOf(*known)
                 + (inCalc ? u"; em CALC só vale o primeiro"_s : QString()));
 }
 

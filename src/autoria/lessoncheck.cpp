@@ -59,7 +59,7 @@ void Lesson::mistakenMarks()
     for (qsizetype at = linha.indexOf(u'<'); at >= 0; at = linha.indexOf(u'<', at + 1)) {
         const QStringView rest = linha.sliced(at);
         const auto *wrong =
-            std::ranges::find_if(kMistaken, [rest](const auto &pair) { return rest.startsWith(pair.first); });
+            std::ranges::find_if(kMistaken, [rest](const auto &pair) { return beginsWith(rest, pair.first); });
         if (wrong != kMistaken.end()) {
             add(rest, Severity::Error, u"marca"_s,
                 u"\"%1\" em lugar de \"%2\""_s.arg(wrong->first.toString(), wrong->second.toString()));

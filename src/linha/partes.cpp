@@ -8,7 +8,7 @@ namespace {
 qsizetype findMark(QStringView text, QStringView mark, qsizetype from = 0)
 {
     qsizetype at = text.indexOf(mark.front(), from);
-    while (at >= 0 && !text.sliced(at).startsWith(mark))
+    while (at >= 0 && !beginsWith(text.sliced(at), mark))
         at = text.indexOf(mark.front(), at + 1);
     return at;
 }

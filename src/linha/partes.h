@@ -36,6 +36,18 @@ struct PartesDaLinha
 };
 PartesDaLinha parteLinha(QStringView linha);
 
+/// Whether a text begins with a mark. Most differ in one of their first letters, so no call is worth it.
+inline bool beginsWith(QStringView text, QStringView mark)
+{
+    if (text.size() < mark.size())
+        return false;
+    for (qsizetype n = 0; n < mark.size(); ++n) {
+        if (text[n] != mark[n])
+            return false;
+    }
+    return true;
+}
+
 /// What stands between the marks of a block: "<PÇ>" and "<SPÇ>" in pieces, "<OP>" in options. One pass.
 /// @param into  emptied first; an empty text has one empty part
 void splitAtMark(QStringView text, QStringView mark, std::vector<QStringView> &into);

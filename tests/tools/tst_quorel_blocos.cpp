@@ -64,6 +64,9 @@ void TstQuorelBlocos::listsABlock()
 
     QCOMPARE(run({u"lista"_s, caminho}), 0);
     QVERIFY2(QString::fromUtf8(mSaida).contains(u"1. [5] A - d (figura: MA1, som: )\n   1.1 [11] Zeto: a\n"_s), mSaida);
+
+    QCOMPARE(run({u"lista"_s, file(u"F1/0305MAF1.edb"_s, with(":5", ":9999999999"))}), 1);
+    QVERIFY2(errors().contains(u"A leitura acaba no Roteiro 1;"_s), mErros);
 }
 
 void TstQuorelBlocos::listsADirectory()
