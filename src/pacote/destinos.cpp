@@ -11,6 +11,11 @@ using namespace Qt::StringLiterals;
 
 namespace quorel::pacote {
 
+QString caminhoNativo(const QString &caminho)
+{
+    return QDir::fromNativeSeparators(nativePath(caminho));
+}
+
 static QString configured(const QString &key, const QString &fallback)
 {
     const QString value = gConfig.Config(key);
@@ -22,7 +27,7 @@ Destinos destinosDaConfiguracao()
     const QString own = gSistema.DirWindows() + u"\\QUOREL2001"_s;
     QStringList html{own + u"\\Arqs"_s};
     const QString opened = configured(u"DIRQUOREL"_s, own) + u"\\Arqs"_s;
-    if (nativePath(opened) != nativePath(html.first()))
+    if (caminhoNativo(opened) != caminhoNativo(html.first()))
         html += opened;
     return {configured(u"DBBLOCOS"_s, own + u"\\DBBLOCOS"_s), configured(u"ZETO_MM"_s, own + u"\\zeto_mm"_s), html,
         own + u"\\pacotes"_s};
@@ -65,7 +70,7 @@ static QString realDirectory(QString native)
 
 QString caminhoSeguro(const QString &base, const QString &lugar)
 {
-    const QString root = nativePath(base), path = nativePath(base + u'\\' + lugar);
+    const QString root = caminhoNativo(base), path = caminhoNativo(base + u'\\' + lugar);
     if (QFileInfo(path).isSymLink())
         return {};
     const QString realRoot = realDirectory(root), realFolder = realDirectory(QFileInfo(path).path());

@@ -26,7 +26,11 @@ Destinos destinosEm(const QString &diretorio);
 /// The directories that a file goes to.
 QStringList basesDe(const Destinos &destinos, Genero genero);
 
-/// Native path of a file below a base, or empty when its folder is not truly below it: a link there leads elsewhere.
+/// The native path of one with backslashes, with "/" on every system: paths of packs are compared.
+QString caminhoNativo(const QString &caminho);
+
+/// Native path, with "/", of a file below a base, or empty when its folder is not truly below it: a link there leads
+/// elsewhere.
 /// @param lugar  with backslashes, of a name that generoDe() knows
 QString caminhoSeguro(const QString &base, const QString &lugar);
 

@@ -35,7 +35,7 @@ void addSteps(std::vector<Passo> &steps, const ArquivoRec &arquivo, const Destin
     for (const QStringList bases = basesDe(destinos, arquivo.genero); const QString &base : bases) {
         const QString path = caminhoSeguro(base, place);
         if (path.isEmpty())
-            steps.push_back({&arquivo, nativePath(base + u'\\' + place), Estado::Impedido, soma});
+            steps.push_back({&arquivo, caminhoNativo(base + u'\\' + place), Estado::Impedido, soma});
         else
             steps.push_back({&arquivo, path, stateOf(path, arquivo, soma), soma});
     }
@@ -56,15 +56,15 @@ PostoRec *entryOf(ReciboRec &recibo, const QString &caminho)
 /// The receipt of this pack with what the plan adds; an earlier version's entries stay.
 ReciboRec receiptFor(const Pacote &pacote, const std::vector<Passo> &passos, const Destinos &destinos, bool substitui)
 {
-    const QString folder = nativePath(destinos.recibos), name = nomeDoRecibo(pacote.manifesto().title);
+    const QString folder = caminhoNativo(destinos.recibos), name = nomeDoRecibo(pacote.manifesto().title);
     ReciboRec recibo = leRecibo(folder, name).value_or(ReciboRec());
     recibo.nome = name;
     recibo.title = pacote.manifesto().title;
     recibo.version = pacote.manifesto().version;
     for (const QStringList roots = QStringList{destinos.blocos, destinos.midia} + destinos.html;
          const QString &root : roots) {
-        if (!recibo.raizes.contains(nativePath(root)))
-            recibo.raizes += nativePath(root);
+        if (!recibo.raizes.contains(caminhoNativo(root)))
+            recibo.raizes += caminhoNativo(root);
     }
     for (const Passo &passo : passos) {
         PostoRec *known = entryOf(recibo, passo.caminho);
@@ -143,7 +143,7 @@ class Obra final
 {
 public:
     Obra(const Pacote &pacote, const std::vector<Passo> &passos, const Destinos &destinos, bool substitui)
-        : mPacote(pacote), mFolder(nativePath(destinos.recibos)),
+        : mPacote(pacote), mFolder(caminhoNativo(destinos.recibos)),
           mBefore(leRecibo(mFolder, nomeDoRecibo(pacote.manifesto().title)).value_or(ReciboRec())),
           mRecibo(receiptFor(pacote, passos, destinos, substitui)), mSubstitui(substitui)
     { }
@@ -241,12 +241,12 @@ bool takeAway(const PostoRec &posto, const ReciboRec &recibo, RetiradaRec &resul
 RetiradaRec retira(const ReciboRec &recibo, const Destinos &destinos)
 {
     RetiradaRec result;
-    const QString folder = nativePath(destinos.recibos);
+    const QString folder = caminhoNativo(destinos.recibos);
     // A receipt is a file that anybody may edit: nothing outside the directories of lessons is touched.
     const QStringList roots = QStringList{destinos.blocos, destinos.midia} + destinos.html;
     const auto isOurs = [&](const QString &path) {
         return std::ranges::any_of(roots, [&](const QString &root) {
-            const QString native = nativePath(root);
+            const QString native = caminhoNativo(root);
             return path.startsWith(native + u'/') && path == QDir::cleanPath(path)
                 && !caminhoSeguro(root, backslashPath(path.sliced(native.size() + 1))).isEmpty();
         });

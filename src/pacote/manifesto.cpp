@@ -14,7 +14,7 @@ namespace {
 QStringList textsOf(const QJsonValue &value)
 {
     QStringList all;
-    for (const QJsonArray array = value.toArray(); const QJsonValue &each : array) {
+    for (const QJsonArray array = value.toArray(); const auto &each : array) {
         const QString text = each.isObject() ? each[u"name"_s].toString() : each.toString();
         if (!text.trimmed().isEmpty())
             all += text.trimmed();

@@ -196,7 +196,7 @@ MontagemRec leiaPasta(const QString &pasta)
 
 QString gravaPacote(const MontagemRec &montagem, const QString &native)
 {
-    const QString failed = u"Não foi possível escrever %1."_s.arg(QDir::toNativeSeparators(native));
+    QString failed = u"Não foi possível escrever %1."_s.arg(QDir::toNativeSeparators(native));
     QSaveFile file(native);
     if (!file.open(QIODevice::WriteOnly))
         return failed;

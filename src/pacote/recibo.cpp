@@ -47,9 +47,9 @@ std::optional<ReciboRec> leRecibo(const QString &pasta, const QString &nome)
     ReciboRec recibo{nome, object[u"title"_s].toString(), object[u"version"_s].toString(), {}, {}};
     if (recibo.title.isEmpty())
         return std::nullopt;
-    for (const QJsonArray roots = object[u"raizes"_s].toArray(); const QJsonValue &each : roots)
+    for (const QJsonArray roots = object[u"raizes"_s].toArray(); const auto &each : roots)
         recibo.raizes += each.toString();
-    for (const QJsonArray files = object[u"arquivos"_s].toArray(); const QJsonValue &each : files)
+    for (const QJsonArray files = object[u"arquivos"_s].toArray(); const auto &each : files)
         recibo.arquivos.push_back({each[u"caminho"_s].toString(), each[u"soma"_s].toString(), each[u"nosso"_s].toBool(),
             each[u"antes"_s].toString()});
     return recibo;
