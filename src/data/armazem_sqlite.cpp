@@ -126,7 +126,8 @@ void ArmazemSqlite::prepareConnection()
         throw sqliteError(db(), code);
     sqlite3_db_config(db(), SQLITE_DBCONFIG_DEFENSIVE, 1, nullptr);
     for (const QString &pragma : {u"trusted_schema=OFF"_s, u"cell_size_check=ON"_s, u"foreign_keys=OFF"_s,
-             u"journal_mode=DELETE"_s, u"synchronous=EXTRA"_s, kSmallCache})
+             u"journal_mode=DELETE"_s, u"synchronous=EXTRA"_s, kSmallCache,
+             u"cache_spill=OFF"_s}) // what is written before its commit is synced for nothing
         execute(db(), u"PRAGMA "_s + pragma);
 }
 

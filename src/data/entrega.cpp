@@ -12,7 +12,7 @@ namespace quorel {
 
 namespace {
 
-constexpr int kMostInOne = 500; ///< rows a transaction
+constexpr int kMostInOne = 1000; ///< rows a transaction; its syncs cost as much as some hundred rows
 
 /// A register that does not tell its rows apart may have taken some: nothing more can be delivered now.
 struct NaoSeSabe

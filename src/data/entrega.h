@@ -15,7 +15,7 @@ struct Entregue
     int ficaram = 0; ///< rows that the register did not take, each with its reason
 };
 
-/// Delivers the waiting rows that are meant for an open register, oldest first, up to 500 a transaction. A batch that
+/// Delivers the waiting rows that are meant for an open register, oldest first, up to 1,000 a transaction. A batch that
 /// fails is halved until the bad row is alone: that one stays, with its reason, and holds up no other. Rows for other
 /// registers stay untouched. What goes wrong in the waiting rows' own file ends the delivery in silence.
 /// @param caminho  native path of the register, for rows that don't know its identity

@@ -12,6 +12,7 @@
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <QScopeGuard>
 #include <QStandardPaths>
 #include <QVariant>
 
@@ -237,8 +238,15 @@ void Pendentes::each(const QString &sql, const std::vector<qint64> &ordens)
     });
 }
 
+// A forgetting that is lost costs an offer more, which the register knows by the id.
 void Pendentes::forget(const std::vector<qint64> &ordens)
 {
+    if (!ordens.empty() && exists())
+        onFile([](sqlite3 *db) { execute(db, u"PRAGMA synchronous=NORMAL"_s); });
+    const auto full = qScopeGuard([&] {
+        if (mAberto)
+            ignora([&] { execute(mAberto->db.get(), u"PRAGMA synchronous=FULL"_s); });
+    });
     each(u"DELETE FROM PE_Linhas WHERE PE_Ordem = ?1"_s, ordens);
 }
 
