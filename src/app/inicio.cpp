@@ -64,7 +64,7 @@ static void connectViews(Janelas &janelas)
 
 void iniciaPrograma(const QString &linhaDeComando, Janelas &janelas)
 {
-    holdUserInput(true); // windows appear before the start is over
+    const HeldUserInput untilStarted; // windows appear before the start is over
     askFirstInstance();
     LeParametros(linhaDeComando);
     openRegister();
@@ -79,7 +79,6 @@ void iniciaPrograma(const QString &linhaDeComando, Janelas &janelas)
     gClasse = kGenerico; // Kept: /CLASSE: has done its work in the register's opening and ends here
     janelas.principal().acertaBotao();
     janelas.principal().mostra();
-    holdUserInput(false);
 }
 
 } // namespace quorel

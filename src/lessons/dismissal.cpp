@@ -7,8 +7,6 @@
 #include "platform/erro.h"
 #include "platform/eventos.h"
 
-#include <QScopeGuard>
-
 #include <algorithm>
 #include <chrono>
 #include <vector>
@@ -65,8 +63,7 @@ void despedeFilhos()
 
 void waitForChildren()
 {
-    holdUserInput(true); // a handler may run a turn of events
-    const auto restore = qScopeGuard([] { holdUserInput(false); });
+    const HeldUserInput meanwhile; // a handler may run a turn of events
     releaseSenders();
     serveSendsUntil(
         [] {

@@ -4,16 +4,21 @@
 
 namespace quorel {
 
-static bool gHeld = false;
+static int gHeld = 0; ///< how many stand
 
 void eventTurn()
 {
-    QCoreApplication::processEvents(gHeld ? QEventLoop::ExcludeUserInputEvents : QEventLoop::AllEvents);
+    QCoreApplication::processEvents(gHeld > 0 ? QEventLoop::ExcludeUserInputEvents : QEventLoop::AllEvents);
 }
 
-void holdUserInput(bool hold)
+HeldUserInput::HeldUserInput()
 {
-    gHeld = hold;
+    ++gHeld;
+}
+
+HeldUserInput::~HeldUserInput()
+{
+    --gHeld;
 }
 
 } // namespace quorel

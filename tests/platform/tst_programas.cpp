@@ -8,6 +8,8 @@
 #include <QDesktopServices>
 #include <QUrl>
 
+#include <optional>
+
 using namespace quorel;
 using namespace quorel::teste;
 
@@ -82,7 +84,9 @@ void TstProgramas::theStartWaitsForTheAddressOrTheEnd()
 void TstProgramas::aTurnRunsWhatIsQueuedHeldOrNot()
 {
     for (const bool held : {true, false}) {
-        holdUserInput(held);
+        std::optional<HeldUserInput> hold;
+        if (held)
+            hold.emplace();
         bool turned = false;
         QMetaObject::invokeMethod(
             this, [&] { turned = true; }, Qt::QueuedConnection);
