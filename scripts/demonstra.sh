@@ -11,7 +11,19 @@ abre "$raiz/bin/quorel" /NIVEL:F1
 foto 1-disciplinas
 abre_roteiro
 xdotool windowactivate --sync "$aula"
+onde() { xdotool getwindowgeometry "$aula" | grep -o 'Position: [0-9,]*'; }
+antes=$(onde)
+xdotool windowmove "$aula" 10 40
+espera 20 eval '[ "$(onde)" != "$antes" ]'
+posta=$(onde)
 faz_roteiro
-fecha
 confere_linha "$QUOREL_WINDIR/Cadastros.mdb"
+abre_roteiro # once more: a window that was moved stays where it was put
+parada "$aula"
+[ "$(onde)" = "$posta" ] || desiste "a janela da lição voltou em outro lugar: $(onde), não $posta"
+xdotool windowactivate --sync "$aula"
+tecla alt+F4
+espera 20 some 'Zeto - Quorel'
+volta_as_disciplinas
+fecha
 echo "Pronto: as imagens estão em $saida"

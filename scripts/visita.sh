@@ -117,7 +117,11 @@ faz_roteiro() { # the four lessons, one of them twice, and back to the pictures
     proxima # past the last Aula the lesson's program hides
     espera 20 some 'Zeto - Quorel'
     foto 12-de-volta-aos-roteiros
-    clica "$blocos" 504 16 # back to the disciplines
+    volta_as_disciplinas
+}
+
+volta_as_disciplinas() { # from the pictures
+    clica "$blocos" 504 16
     espera 20 eval "[ \"\$(janela 'Série: Fundamental I')\" = $principal ]"
 }
 
