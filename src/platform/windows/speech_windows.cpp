@@ -6,7 +6,6 @@
 
 #include <qt_windows.h>
 
-#include <initguid.h> // no library has the identifiers of the speech classes
 #include <sapi.h>
 
 #include <utility>
