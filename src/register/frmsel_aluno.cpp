@@ -34,7 +34,7 @@ void FrmSel::watchAluno()
 bool FrmSel::eventFilter(QObject *alvo, QEvent *event)
 {
     const bool press = event->type() == QEvent::MouseButtonPress;
-    const auto *mouse = static_cast<QMouseEvent *>(event); // where it is one
+    const auto *mouse = press ? static_cast<QMouseEvent *>(event) : nullptr;
     const bool onClasse = alvo == mCmbClasse || alvo == mCmbClasse->lineEdit();
     // A click on the box comes before the choice that it may lead to; a class without pupils then shuts the pupils'
     // box.
