@@ -21,9 +21,21 @@ confere_linha "$QUOREL_WINDIR/Cadastros.mdb"
 abre_roteiro # once more: a window that was moved stays where it was put
 parada "$aula"
 [ "$(onde)" = "$posta" ] || desiste "a janela da lição voltou em outro lugar: $(onde), não $posta"
+# Another program holds the register while the lesson is left: the row waits, and the helper brings it in later.
+linhas() { python3 -c 'import sqlite3, sys; print(*sqlite3.connect(sys.argv[1]).execute("SELECT count(*) FROM LG_LogAulas").fetchone())' "$QUOREL_WINDIR/Cadastros.mdb"; }
+havia=$(linhas)
+exec {trava}> >(exec python3 -c 'import sqlite3, sys
+c = sqlite3.connect(sys.argv[1], isolation_level=None)
+c.execute("BEGIN EXCLUSIVE")
+open(sys.argv[2], "w").write("sim")
+sys.stdin.read()' "$QUOREL_WINDIR/Cadastros.mdb" "$casa/trancado")
+espera 20 test -s "$casa/trancado"
 xdotool windowactivate --sync "$aula"
 tecla alt+F4
 espera 20 some 'Zeto - Quorel'
+exec {trava}>&-
+espera 60 eval '[ "$(linhas)" = "$((havia + 1))" ]'
+echo "A linha que esperou pelo registro chegou a ele."
 volta_as_disciplinas
 fecha
 echo "Pronto: as imagens estão em $saida"

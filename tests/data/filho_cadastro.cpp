@@ -1,15 +1,17 @@
 // A second program on a register, for the tests:
-// filho_cadastro CADASTRO grava LINHAS | registra NÚMERO | salva | cuida | trava COMANDO
+// filho_cadastro CADASTRO grava LINHAS | registra NÚMERO | salva | cuida | trava COMANDO | abre
 // grava: that many log rows. registra: delivers, then log rows from that number on, without end. cuida: copies and
 // checks, without end. QUOREL_LENTO of the environment: microseconds before a page is read.
 // salva: class and log row in turn, numbered onwards, without end. trava: runs BEGIN with
-// that word (SHARED: reads) and holds the lock until its input ends. Each finished step is a line; a box is a line
+// that word (SHARED: reads) and holds the lock until its input ends. abre: waits for a line, then makes what every
+// register holds, as a start does. Each finished step is a line; a box is a line
 // "caixa: …".
 #include "apoio.h"
 #include "disco_falho.h"
 #include "gravacoes.h"
 
 #include "data/bd.h"
+#include "data/cadastros.h"
 #include "data/manutencao.h"
 #include "platform/caminho.h"
 #include "platform/costuras.h"
@@ -83,6 +85,16 @@ static int holdLock(const QString &native, const QString &kind)
     return sqlite3_close(db) == SQLITE_OK ? 0 : 2;
 }
 
+static int startOnIt()
+{
+    tell(u"pronto"_s);
+    std::getchar();
+    CriaGenericos();
+    reiniciaData();
+    tell(u"fim"_s);
+    return 0;
+}
+
 int main(int argc, char **argv)
 {
     const QCoreApplication app(argc, argv);
@@ -102,6 +114,8 @@ int main(int argc, char **argv)
     gBD->Source(backslashPath(native));
     if (words.at(2) == "salva"_L1)
         saveWithoutEnd(native);
+    if (words.at(2) == "abre"_L1)
+        return startOnIt();
     if (words.at(2) == "registra"_L1)
         logWithoutEnd(words.at(3).toInt());
     writeRows(words.at(3).toInt());

@@ -62,6 +62,7 @@ private slots:
     void cleanup() { reiniciaData(); }
     void killedAtAnyMomentOfASave();
     void twoProgramsWriteAtOnce();
+    void manyStartOnAFreshRegisterAtOnce();
     void anotherProgramHoldsTheLock_data();
     void anotherProgramHoldsTheLock();
 };
@@ -124,6 +125,26 @@ void TstProcessos::twoProgramsWriteAtOnce()
     }
     QCOMPARE(registro.sql(u"SELECT count(*), count(DISTINCT LG_Id), count(DISTINCT RO_Cod) FROM LG_LogAulas"_s),
         QStringList(u"2000|2000|1000"_s));
+}
+
+void TstProcessos::manyStartOnAFreshRegisterAtOnce()
+{
+    const Registro registro;
+    for (const QString &table : {u"CL_Classes"_s, u"AL_Alunos"_s, u"CLxAL"_s})
+        registro.sql(u"DELETE FROM "_s + table);
+    std::vector<std::unique_ptr<Filho>> machines;
+    for (int i = 0; i < 6; ++i)
+        machines.push_back(std::make_unique<Filho>(registro, QStringList{u"abre"_s}));
+    for (const auto &each : machines)
+        QCOMPARE(each->line(), u"pronto"_s);
+    for (const auto &each : machines)
+        each->process().write("\n");
+    for (const auto &each : machines) {
+        QCOMPARE(each->line(), u"fim"_s); // without a box
+        QVERIFY(each->ends());
+    }
+    for (const QString &table : {u"CL_Classes"_s, u"AL_Alunos"_s, u"CLxAL"_s})
+        QCOMPARE(registro.sql(u"SELECT count(*) FROM "_s + table), QStringList(u"1"_s));
 }
 
 void TstProcessos::anotherProgramHoldsTheLock_data()
