@@ -91,6 +91,11 @@ void BD::RegistraLog(LinhaLog linha, const QVariant &Alias)
     });
 }
 
+static bool isBusy(const ErroBD &erro)
+{
+    return erro.especie() == EspecieFalha::Ocupado;
+}
+
 void BD::takeLogRow(LinhaLog row)
 {
     std::optional<ErroBD> failure;
@@ -102,8 +107,12 @@ void BD::takeLogRow(LinhaLog row)
         failure = erro;
     }
     try {
-        keepRow(std::move(row));
+        keepRow(row);
     } catch (const ErroBD &erro) {
+        // Where many programs crowd both files, neither is held for long.
+        const bool crowded = failure && isBusy(*failure) && isBusy(erro);
+        if (crowded && logged(row, row.incerta))
+            return;
         throw failure ? *failure : erro; // what is wrong with the register is what matters
     }
 }

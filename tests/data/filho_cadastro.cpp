@@ -105,7 +105,7 @@ int main(int argc, char **argv)
     if (words.at(2) == "trava"_L1)
         return holdLock(native, words.at(3));
     costuras().box = [](const Caixa &box) {
-        tell(u"caixa: "_s + box.texto);
+        tell(u"caixa: "_s + box.titulo + u": "_s + box.texto);
         return Resposta::Ok;
     };
     if (words.at(2) == "cuida"_L1)
