@@ -119,6 +119,8 @@ void TstFPrincip::textOfTheTipIsSeenWhole()
     QVERIFY(tip(c).geometry().right() > c.principal().width());
     QTextCursor cursor(tipText(c)->document());
     for (; !cursor.atEnd(); cursor.movePosition(QTextCursor::NextCharacter)) {
+        if (tipText(c)->document()->characterAt(cursor.position()).isSpace())
+            continue; // one at a line's end may hang beyond it
         const int x = tipText(c)->viewport()->mapTo(&c.principal(), tipText(c)->cursorRect(cursor).topLeft()).x();
         QVERIFY(x > tip(c).x() + 4 && x + 8 < c.principal().width()); // border; a letter's width
     }

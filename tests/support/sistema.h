@@ -14,6 +14,9 @@ std::shared_ptr<void> impedeEscrita(const QString &native);
 /// How many sends within sends a test may count on.
 extern const int kCorrente;
 
+/// Whether a file that somebody has open can be moved away, as a share that goes does to its users.
+extern const bool kOpenFilesMove;
+
 /// Ends a process at once, wherever it hangs. One that has ended already is passed over.
 void mataProcesso(qint64 process);
 

@@ -7,6 +7,7 @@
 namespace quorel::teste {
 
 const int kCorrente = 300;
+const bool kOpenFilesMove = true;
 
 static constexpr auto kReadOnly = QFile::ReadOwner | QFile::ReadGroup | QFile::ReadOther;
 
