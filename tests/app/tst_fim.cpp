@@ -13,6 +13,7 @@
 #include "shell/fprincip.h"
 #include "shell/imagem.h"
 #include "startup/estado.h"
+#include "support/sistema.h"
 #include "support/suporte.h"
 
 #include <QDir>
@@ -95,8 +96,9 @@ void TstFim::aShellThatCantBeReachedSaysSo()
     other.put(u"/quorel"_s); // a file in the directory's place
     qputenv("XDG_RUNTIME_DIR", other.native().toUtf8());
     iniciaPrograma(u"/NIVEL:F1"_s, mPrograma->janelas());
-    QCOMPARE(mCaixas.size(), 1);
-    QVERIFY(mCaixas[0].texto.contains(other.native(u"/quorel"_s)));
+    QCOMPARE(mCaixas.size(), kMeetInADirectory ? 1 : 0);
+    if (kMeetInADirectory)
+        QVERIFY(mCaixas[0].texto.contains(other.native(u"/quorel"_s)));
     QVERIFY(mPrograma->janelas().principal().isVisible());
     qputenv("XDG_RUNTIME_DIR", before);
 }

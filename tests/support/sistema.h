@@ -17,6 +17,9 @@ extern const int kCorrente;
 /// Whether a file that somebody has open can be moved away, as a share that goes does to its users.
 extern const bool kOpenFilesMove;
 
+/// Whether our programs meet in a directory, which somebody may spoil, or over windows.
+extern const bool kMeetInADirectory;
+
 /// Ends a process at once, wherever it hangs. One that has ended already is passed over.
 void mataProcesso(qint64 process);
 

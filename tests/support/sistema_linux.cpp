@@ -8,6 +8,7 @@ namespace quorel::teste {
 
 const int kCorrente = 300;
 const bool kOpenFilesMove = true;
+const bool kMeetInADirectory = true;
 
 static constexpr auto kReadOnly = QFile::ReadOwner | QFile::ReadGroup | QFile::ReadOther;
 

@@ -6,6 +6,7 @@ namespace quorel::teste {
 
 const int kCorrente = 40;
 const bool kOpenFilesMove = false;
+const bool kMeetInADirectory = false;
 
 // Held open by somebody who shares reading only: an attribute or a permission would not keep an administrator from it.
 std::shared_ptr<void> impedeEscrita(const QString &native)

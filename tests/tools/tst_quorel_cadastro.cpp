@@ -3,6 +3,7 @@
 #include "programa.h"
 #include "support/table.h"
 
+#include <QDir>
 #include <QFile>
 #include <QStringEncoder>
 
@@ -167,7 +168,8 @@ void TstQuorelCadastro::importsNothingWhileAProgramHoldsTheLock()
     holder.start(QStringLiteral(QUOREL_BIN "/filho_cadastro"), {c(), u"trava"_s, u"IMMEDIATE"_s});
     QVERIFY(holder.waitForReadyRead());
     QCOMPARE(run({u"importa"_s, c(), u"lista.txt"_s}), 2);
-    QVERIFY2(errors().startsWith(c() + u": O banco de dados está em uso por outro programa."_s), mErros);
+    const QString said = QDir::toNativeSeparators(c()) + u": O banco de dados está em uso por outro programa."_s;
+    QVERIFY2(errors().startsWith(said), mErros);
     holder.closeWriteChannel();
     QVERIFY(holder.waitForFinished());
     QCOMPARE(count(c(), u"CL_Classes"_s) + count(c(), u"AL_Alunos"_s), u"11"_s);
