@@ -1,6 +1,6 @@
 #!/bin/bash
-# Installs the Debian packages that a purpose needs and that are missing. Purposes: compila, testa, mostra, mede, fuzz,
-# and for the Windows program janelas and testa_janelas.
+# Installs the Debian packages that a purpose needs and that are missing. Purposes: compila, testa, mostra, revisa, mede,
+# fuzz, and for the Windows program janelas and testa_janelas.
 #   scripts/instala.sh compila testa
 set -euo pipefail
 
@@ -9,6 +9,7 @@ compila="build-essential cmake ninja-build ccache pkg-config python3
 fontes="fonts-liberation fonts-dejavu-core"
 mostra="$fontes qt6-translations-l10n xvfb xauth openbox xdotool x11-utils imagemagick procps"
 testa="$mostra git clang-format poppler-utils python3-tk"
+revisa="clang-tidy"
 mede="libbenchmark-dev libqt6sql6-sqlite"
 fuzz="clang libclang-rt-dev"
 janelas="cmake ninja-build ccache python3 g++-mingw-w64-x86-64-posix g++-mingw-w64-i686-posix mingw-w64-tools libz-mingw-w64-dev
@@ -18,7 +19,7 @@ testa_janelas="xvfb xauth xdotool imagemagick procps $fontes fonts-wine"
 pacotes=
 for uso in "$@"; do
     case $uso in
-    compila | testa | mostra | mede | fuzz | janelas | testa_janelas) pacotes+=" ${!uso}" ;;
+    compila | testa | mostra | revisa | mede | fuzz | janelas | testa_janelas) pacotes+=" ${!uso}" ;;
     *) sed -n '2,4p' "$0" >&2; exit 2 ;;
     esac
 done
