@@ -5,7 +5,7 @@
 set -euo pipefail
 
 compila="build-essential cmake ninja-build ccache pkg-config python3
-    qt6-base-dev qt6-base-dev-tools libsqlite3-dev libxcb1-dev libminizip-dev libxcb-randr0-dev"
+    qt6-base-dev qt6-base-dev-tools libsqlite3-dev libxcb1-dev libminizip-dev zlib1g-dev libxcb-randr0-dev"
 fontes="fonts-liberation fonts-dejavu-core"
 mostra="$fontes qt6-translations-l10n xvfb xauth openbox xdotool x11-utils imagemagick procps"
 testa="$mostra git clang-format poppler-utils python3-tk"
